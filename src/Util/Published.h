@@ -27,7 +27,8 @@ public:
         signal_.emit(told);
     }
 
-    [[nodiscard]] Subscription subscribe(std::function<void(const T&)> changed, Current current = Current::Deliver) const {
+    [[nodiscard]] Subscription subscribe(std::function<void(const T&)> changed,
+                                         Current current = Current::Deliver) const {
         if (current == Current::Deliver) changed(value_);
         return signal_.subscribe(std::move(changed));
     }

@@ -1,0 +1,29 @@
+// Everything a host offers, gathered once by the host's `main` and handed to the application.
+#pragma once
+
+#include "Platform/Accessibility.h"
+#include "Platform/Icons.h"
+#include "Platform/Log.h"
+#include "Platform/MainLoop.h"
+#include "Platform/Screens.h"
+#include "Platform/UserDefaults.h"
+#include "Platform/WindowServer.h"
+#include "Platform/Workspace.h"
+#include "UI/Toolkit.h"
+
+namespace morvel {
+
+/// The host owns all of these and outlives the application.
+struct Platform {
+    MainLoop& mainLoop;
+    Log& log;
+    Accessibility& accessibility;
+    WindowServer& windowServer;
+    Workspace& workspace;
+    Screens& screens;
+    UserDefaults& defaults;
+    Icons& icons;
+    ui::Toolkit& toolkit;
+};
+
+}  // namespace morvel

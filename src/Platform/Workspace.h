@@ -1,0 +1,57 @@
+// The running applications and what can be asked of them, and the notices of their coming, going and activation.
+#pragma once
+
+#include <functional>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "Util/Identity.h"
+#include "Util/Subscription.h"
+
+namespace morvel {
+
+enum class ActivationPolicy { Regular, Accessory, Prohibited };
+
+/// One running application as it is now. `instance` tells two processes apart that had the same number after one
+/// another; it is equal for all records of one process.
+struct RunningApplication {
+    ProcessID pid;
+    uint64_t instance = 0;
+    std::optional<std::string> bundleID;
+    std::optional<std::string> localizedName;
+    ActivationPolicy policy = ActivationPolicy::Regular;
+};
+
+/// Main thread only. Requests to other programs are best effort: a refusal shows only in later notices.
+class Workspace {
+public:
+    virtual ~Workspace() = default;
+
+    virtual std::vector<RunningApplication> runningApplications() = 0;
+    virtual std::optional<RunningApplication> runningApplication(ProcessID pid) = 0;
+    virtual std::optional<ProcessID> frontmostApplication() = 0;
+
+    /// Brings the application to the front, over others.
+    virtual void activate(ProcessID pid) = 0;
+    /// Asks the application to quit; it may ask its user first.
+    virtual void terminate(ProcessID pid) = 0;
+    /// Ends the process without asking.
+    virtual void forceTerminate(ProcessID pid) = 0;
+
+    /// Whether the process exists; one that may not be signalled counts as alive.
+    virtual bool isProcessAlive(ProcessID pid) = 0;
+
+    /// The path of the installed application, if it can be located.
+    virtual std::optional<std::string> locate(const std::string& bundleID) = 0;
+    /// Shows the file in the file manager, selected where that is possible.
+    virtual void revealInFileManager(const std::string& path) = 0;
+
+    using ApplicationNotice = std::function<void(const RunningApplication&)>;
+    [[nodiscard]] virtual Subscription observeLaunched(ApplicationNotice notice) = 0;
+    [[nodiscard]] virtual Subscription observeTerminated(ApplicationNotice notice) = 0;
+    [[nodiscard]] virtual Subscription observeActivated(ApplicationNotice notice) = 0;
+    [[nodiscard]] virtual Subscription observeActiveSpaceChanged(std::function<void()> notice) = 0;
+};
+
+}  // namespace morvel

@@ -1,0 +1,93 @@
+#include "UI/EventRouter.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace morvel::ui {
+
+namespace {
+
+/// Every visible view under the point for which `wanted` holds, outermost first.
+template <class Wanted>
+void collect(View& view, Point<ViewSpace> point, const Wanted& wanted, std::vector<View*>& found) {
+    if (view.isHidden() || !view.bounds().contains(point)) return;
+    if (wanted(view)) found.push_back(&view);
+    for (View* child : view.subviews())
+        collect(*child, {point.x - child->frame().x, point.y - child->frame().y}, wanted, found);
+}
+
+}  // namespace
+
+void EventRouter::pointerMoved(Point<ViewSpace> location) {
+    inside_ = true;
+    location_ = location;
+    updateHover();
+    if (pressed_) pressed_->mouseDragged({pressedButton_, location});
+}
+
+void EventRouter::pointerExited() {
+    inside_ = false;
+    updateHover();
+}
+
+bool EventRouter::buttonPressed(const MouseEvent& event) {
+    location_ = event.location;
+    View* view = root_.hitTest(event.location);
+    if (!view) return false;
+    if (event.button == MouseButton::Right) {
+        view->rightMouseDown(event);
+        return true;
+    }
+    pressed_ = view;
+    pressedButton_ = event.button;
+    view->mouseDown(event);
+    return true;
+}
+
+void EventRouter::buttonReleased(const MouseEvent& event) {
+    if (!pressed_ || event.button != pressedButton_) return;
+    std::exchange(pressed_, nullptr)->mouseUp(event);
+}
+
+void EventRouter::viewWillDetach(View& view) {
+    if (pressed_ == &view) pressed_ = nullptr;
+    std::erase(hovered_, &view);
+    std::erase(entering_, &view);
+}
+
+void EventRouter::layoutChanged() {
+    if (inside_) updateHover();
+}
+
+View* EventRouter::tooltipView() const {
+    if (!inside_) return nullptr;
+    std::vector<View*> found;
+    collect(
+        root_, location_, [](const View& view) { return !view.tooltip().empty(); }, found);
+    return found.empty() ? nullptr : found.back();
+}
+
+void EventRouter::updateHover() {
+    entering_.clear();
+    if (inside_)
+        collect(
+            root_, location_, [](const View& view) { return view.tracksHover(); }, entering_);
+    // Handlers may take views away, so each step starts from the lists as they then are (see viewWillDetach).
+    const auto isUnderPointer = [this](View* view) { return std::ranges::count(entering_, view) > 0; };
+    while (true) {
+        const auto left = std::find_if_not(hovered_.rbegin(), hovered_.rend(), isUnderPointer);
+        if (left == hovered_.rend()) break;
+        View* view = *left;
+        std::erase(hovered_, view);
+        view->mouseExited();
+    }
+    while (!entering_.empty()) {
+        View* view = entering_.front();
+        entering_.erase(entering_.begin());
+        if (std::ranges::count(hovered_, view)) continue;
+        hovered_.push_back(view);
+        view->mouseEntered({MouseButton::Left, location_});
+    }
+}
+
+}  // namespace morvel::ui

@@ -1,0 +1,46 @@
+// Finds the views that the pointer's doings concern, for hosts whose windows know nothing of views.
+#pragma once
+
+#include <vector>
+
+#include "UI/View.h"
+
+namespace morvel::ui {
+
+/// One per window. Presses are the deepest accepting view's; what follows until the release goes to the same view.
+/// Hover goes to every tracking view under the pointer. Views may leave the tree inside any handler.
+class EventRouter {
+public:
+    /// The root outlives the router.
+    explicit EventRouter(View& root) : root_(root) {}
+
+    void pointerMoved(Point<ViewSpace> location);
+    /// The pointer left the window.
+    void pointerExited();
+    /// The return value says whether a view took the press.
+    bool buttonPressed(const MouseEvent& event);
+    void buttonReleased(const MouseEvent& event);
+
+    /// The host passes on each leaving view.
+    void viewWillDetach(View& view);
+    /// Views have moved under a pointer that rests: hover is worked out anew.
+    void layoutChanged();
+
+    /// The tracked views under the pointer, outermost first.
+    const std::vector<View*>& hovered() const { return hovered_; }
+    /// The innermost view under the pointer that has a tooltip; null for none.
+    View* tooltipView() const;
+
+private:
+    void updateHover();
+
+    View& root_;
+    View* pressed_ = nullptr;
+    MouseButton pressedButton_ = MouseButton::Left;
+    std::vector<View*> hovered_;
+    std::vector<View*> entering_;  // under the pointer, not told yet; only while hover is worked out
+    bool inside_ = false;
+    Point<ViewSpace> location_;
+};
+
+}  // namespace morvel::ui

@@ -1,0 +1,33 @@
+// Shows a picture scaled to its bounds, keeping its proportions.
+#pragma once
+
+#include "UI/Image.h"
+#include "UI/View.h"
+
+namespace morvel::ui {
+
+class ImageView : public View {
+public:
+    Kind kind() const override { return Kind::Image; }
+
+    const ImageRef& image() const { return image_; }
+    void setImage(ImageRef image) {
+        if (image_ == image) return;
+        image_ = std::move(image);
+        changed(ViewChange::Content);
+    }
+
+    /// The colour that a symbol image is drawn in; pictures keep their own colours.
+    const Color& tint() const { return tint_; }
+    void setTint(const Color& tint) {
+        if (tint_ == tint) return;
+        tint_ = tint;
+        changed(ViewChange::Content);
+    }
+
+private:
+    ImageRef image_;
+    Color tint_ = kLabelColor;
+};
+
+}  // namespace morvel::ui

@@ -1,0 +1,26 @@
+#include "UI/Popover.h"
+
+namespace morvel::ui {
+
+Popover::Popover(Toolkit& toolkit, View& content, std::function<void()> closed)
+    : content_(content), closed_(std::move(closed)), peer_(toolkit.makePopover(content, [this] {
+          shown_ = false;
+          if (closed_) closed_();
+      })) {}
+
+void Popover::show(View& anchor, Edge edge, Size contentSize) {
+    shown_ = true;
+    content_.setFrame({0, 0, contentSize.width, contentSize.height});
+    peer_->show(anchor, edge, contentSize);
+}
+
+void Popover::resize(Size contentSize) {
+    content_.setFrame({0, 0, contentSize.width, contentSize.height});
+    if (shown_) peer_->resize(contentSize);
+}
+
+void Popover::close() {
+    if (shown_) peer_->close();
+}
+
+}  // namespace morvel::ui

@@ -1,0 +1,45 @@
+#include "UI/StackView.h"
+
+#include <algorithm>
+
+namespace morvel::ui {
+
+void StackView::setInsets(double leading, double trailing) {
+    leading_ = leading;
+    trailing_ = trailing;
+    intrinsicSizeChanged();
+}
+
+Size StackView::intrinsicSize() const {
+    double along = 0;
+    double across = 0;
+    int shown = 0;
+    for (const View* view : subviews()) {
+        if (view->isHidden()) continue;
+        const Size size = view->intrinsicSize();
+        along += axis_ == Axis::Horizontal ? size.width : size.height;
+        across = std::max(across, axis_ == Axis::Horizontal ? size.height : size.width);
+        ++shown;
+    }
+    if (shown > 1) along += spacing_ * (shown - 1);
+    along += leading_ + trailing_;
+    return axis_ == Axis::Horizontal ? Size{along, across} : Size{across, along};
+}
+
+void StackView::layout() {
+    double position = leading_;
+    for (View* view : subviews()) {
+        if (view->isHidden()) continue;
+        const Size size = view->intrinsicSize();
+        if (axis_ == Axis::Horizontal) {
+            const double height = std::min(size.height, frame().height);
+            view->setFrame({position, (frame().height - height) / 2, size.width, height});
+            position += size.width + spacing_;
+        } else {
+            view->setFrame({0, position, frame().width, size.height});
+            position += size.height + spacing_;
+        }
+    }
+}
+
+}  // namespace morvel::ui

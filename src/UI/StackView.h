@@ -1,0 +1,40 @@
+// Lays out views in a row or a column, each at its intrinsic size, with the same space between neighbours.
+#pragma once
+
+#include <vector>
+
+#include "UI/View.h"
+
+namespace morvel::ui {
+
+/// Hidden views take no room. In a row, views are centred vertically and never higher than the row; in a column they
+/// are as wide as the column. What does not fit lies outside the bounds.
+class StackView : public View {
+public:
+    enum class Axis { Horizontal, Vertical };
+
+    explicit StackView(Axis axis, double spacing = 0) : axis_(axis), spacing_(spacing) {}
+
+    double spacing() const { return spacing_; }
+    /// Room before the first and after the last view, in points along the axis.
+    void setInsets(double leading, double trailing);
+
+    /// In order from the leading end. Exactly the subviews.
+    const std::vector<View*>& arrangedSubviews() const { return subviews(); }
+    void addArrangedSubview(View& view) { addSubview(view); }
+    /// Moves or inserts; the index is bounded by the number of the other views.
+    void insertArrangedSubview(View& view, size_t index) { insertSubview(view, index); }
+
+    Size intrinsicSize() const override;
+
+protected:
+    void layout() override;
+
+private:
+    Axis axis_;
+    double spacing_;
+    double leading_ = 0;
+    double trailing_ = 0;
+};
+
+}  // namespace morvel::ui

@@ -1,0 +1,70 @@
+// What the views need of the platform's windowing: panels, popovers, menus, and the measuring of text.
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <string_view>
+
+#include "UI/Edge.h"
+#include "UI/Font.h"
+#include "UI/Menu.h"
+#include "Util/Geometry.h"
+#include "Util/Subscription.h"
+
+namespace morvel::ui {
+
+class View;
+
+/// The platform's window behind a `Panel`. Destroying it takes the window away.
+class PanelPeer {
+public:
+    virtual ~PanelPeer() = default;
+    /// Moves and resizes the window; the caller resizes the content view.
+    virtual void setFrame(const Rect<ScreenSpace>& frame) = 0;
+    virtual void orderFront() = 0;
+    virtual void orderOut() = 0;
+    /// Asks the window manager to keep maximized windows clear of this panel at its edge, or no longer. Systems
+    /// whose windows are kept clear in another way ignore it.
+    virtual void setReservesSpace(bool reserves) = 0;
+};
+
+/// What kind of window a panel is. None ever takes the focus or appears among other programs' windows.
+struct PanelOptions {
+    Rect<ScreenSpace> frame;
+    Edge edge = Edge::Bottom;  ///< the screen edge it is docked to
+};
+
+/// The platform's popover behind a `Popover`.
+class PopoverPeer {
+public:
+    virtual ~PopoverPeer() = default;
+    /// Shows the content at `size` beside the anchor, on its `edge` side where there is room.
+    virtual void show(View& anchor, Edge edge, Size size) = 0;
+    virtual void resize(Size size) = 0;
+    virtual void close() = 0;
+};
+
+/// Main thread only.
+class Toolkit {
+public:
+    virtual ~Toolkit() = default;
+
+    /// The content view fills the panel and outlives the peer.
+    virtual std::unique_ptr<PanelPeer> makePanel(const PanelOptions& options, View& content) = 0;
+
+    /// `closed` is called each time it has closed, whoever closed it, never inside `show`. The content view outlives
+    /// the peer.
+    virtual std::unique_ptr<PopoverPeer> makePopover(View& content, std::function<void()> closed) = 0;
+
+    /// Shows the menu at a point of the anchor's window (in its root's space). Calls the chosen item's action, if one
+    /// was chosen, and then `closed`; either inside this call or later. The anchor may be gone by then.
+    virtual void popUpMenu(Menu menu, View& anchor, Point<ViewSpace> locationInRoot, std::function<void()> closed) = 0;
+
+    /// The size of one line of text, in points. Text that is not UTF-8 is measured as it would be shown.
+    virtual Size textSize(std::string_view text, const Font& font) = 0;
+
+    /// Calls `pressed` on each press of a mouse button outside this program's windows, without taking it from them.
+    [[nodiscard]] virtual Subscription observeOutsidePresses(std::function<void()> pressed) = 0;
+};
+
+}  // namespace morvel::ui

@@ -1,0 +1,126 @@
+// A rectangle of the user interface: a place in a tree, a look, a layout, and handlers for the pointer.
+#pragma once
+
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "UI/Color.h"
+#include "UI/Event.h"
+#include "UI/ViewHost.h"
+#include "Util/Geometry.h"
+
+namespace morvel::ui {
+
+/// Views link to each other but do not own each other: whoever made a view owns it, and a view that is destroyed
+/// leaves the tree by itself. Main thread only.
+class View {
+public:
+    /// What a host needs to know to show a view; each kind but Plain is the class of that name.
+    enum class Kind { Plain, Label, Image, VisualEffect };
+
+    View() = default;
+    virtual ~View();
+    View(const View&) = delete;
+    View& operator=(const View&) = delete;
+
+    virtual Kind kind() const { return Kind::Plain; }
+
+    // --- The tree. Subviews are in drawing order, the last one in front. ---
+    View* parent() const { return parent_; }
+    const std::vector<View*>& subviews() const { return subviews_; }
+    void addSubview(View& view) { insertSubview(view, subviews_.size()); }
+    /// Takes the view from where it is; `index` is bounded by the number of the other subviews.
+    void insertSubview(View& view, size_t index);
+    void removeFromParent();
+    bool isDescendantOf(const View& ancestor) const;
+
+    // --- Geometry, in the parent's space. ---
+    const Rect<ViewSpace>& frame() const { return frame_; }
+    void setFrame(const Rect<ViewSpace>& frame);
+    Rect<ViewSpace> bounds() const { return {0, 0, frame_.width, frame_.height}; }
+    /// The root's own origin is not part of it: a root's bounds start at its window's corner.
+    Rect<ViewSpace> boundsInRoot() const;
+    Point<ViewSpace> fromRoot(Point<ViewSpace> inRoot) const;
+
+    // --- Look. Each setter does nothing when the value is the same. ---
+    bool isHidden() const { return hidden_; }
+    void setHidden(bool hidden);
+    double alpha() const { return alpha_; }
+    void setAlpha(double alpha);
+    const Color& background() const { return background_; }
+    void setBackground(const Color& color);
+    double cornerRadius() const { return cornerRadius_; }
+    void setCornerRadius(double radius);
+    double borderWidth() const { return borderWidth_; }
+    const Color& borderColor() const { return borderColor_; }
+    void setBorder(double width, const Color& color);
+    /// Subviews show only inside the bounds.
+    bool clipsToBounds() const { return clips_; }
+    void setClipsToBounds(bool clips);
+
+    // --- Texts for people. ---
+    const std::string& tooltip() const { return tooltip_; }
+    void setTooltip(std::string text);
+    const std::string& accessibilityLabel() const { return accessibilityLabel_; }
+    void setAccessibilityLabel(std::string text);
+
+    // --- Layout ---
+    /// The size the view wants, in points.
+    virtual Size intrinsicSize() const { return {}; }
+    /// Asks for layout of this view (and so of what it contains) before it is shown next.
+    void setNeedsLayout();
+    /// The view wants another size than before: its parent must lay out again.
+    void intrinsicSizeChanged();
+    /// Lays out what asked for it in this view and below, now.
+    void layoutIfNeeded();
+
+    // --- The pointer. Handlers may destroy the view. ---
+    /// Whether presses that no subview takes are this view's.
+    virtual bool acceptsMouse() const { return false; }
+    virtual void mouseDown(const MouseEvent&) {}
+    virtual void mouseDragged(const MouseEvent&) {}
+    virtual void mouseUp(const MouseEvent&) {}
+    virtual void rightMouseDown(const MouseEvent&) {}
+    /// Whether the view wants to be told when the pointer enters and leaves its bounds.
+    virtual bool tracksHover() const { return false; }
+    virtual void mouseEntered(const MouseEvent&) {}
+    virtual void mouseExited() {}
+    /// The deepest visible view under the point (in this view's space) that accepts the mouse.
+    View* hitTest(Point<ViewSpace> point);
+
+    // --- For hosts ---
+    ViewHost* host() const { return host_; }
+    /// Shows the tree of this view, which must have no parent, in `host`; null takes it away.
+    void setHost(ViewHost* host);
+    ViewPeer* peer() const { return peer_.get(); }
+    void setPeer(std::unique_ptr<ViewPeer> peer) { peer_ = std::move(peer); }
+
+protected:
+    /// Places the subviews inside the bounds. Called by `layoutIfNeeded`.
+    virtual void layout() {}
+    void changed(ViewChange change);
+
+private:
+    void attach(ViewHost* host);
+    void detach();
+
+    View* parent_ = nullptr;
+    std::vector<View*> subviews_;
+    ViewHost* host_ = nullptr;  // the same for a whole tree; outlives our being in it
+    std::unique_ptr<ViewPeer> peer_;
+    Rect<ViewSpace> frame_;
+    bool hidden_ = false;
+    bool clips_ = false;
+    double alpha_ = 1;
+    Color background_;
+    double cornerRadius_ = 0;
+    double borderWidth_ = 0;
+    Color borderColor_;
+    std::string tooltip_;
+    std::string accessibilityLabel_;
+    bool needsLayout_ = true;
+    bool descendantNeedsLayout_ = true;
+};
+
+}  // namespace morvel::ui
