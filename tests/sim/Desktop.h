@@ -26,9 +26,10 @@ namespace morvel::sim {
 using namespace std::chrono_literals;
 
 struct LaunchOptions {
-    std::optional<std::string> bundleID;  ///< by default made of the name: "com.example.editor"
+    std::optional<std::string> bundleID = {};  ///< by default made of the name: "com.example.editor"
+    bool hasBundle = true;                     ///< false: a bare program without a bundle identifier
     ActivationPolicy policy = ActivationPolicy::Regular;
-    std::optional<ProcessID> pid;  ///< a number to reuse; by default the next one
+    std::optional<ProcessID> pid = {};  ///< a number to reuse; by default the next one
 };
 
 /// What a person or a program does sends the notices that a real system would send, in a later turn of the main loop.
@@ -56,6 +57,7 @@ public:
     void settle() { mainLoop_.settle(); }
 
     // --- Applications. References stay good for the desktop's life, also after the application has ended. ---
+    /// Starts it in the background and without windows.
     SimApp& launch(const std::string& name, const LaunchOptions& options = {});
     /// The newest one with the process number; null for none that runs.
     SimApp* app(ProcessID pid);
@@ -64,6 +66,7 @@ public:
 
     // --- Displays and Spaces ---
     void plug(const DisplaySpec& display);
+    /// The system moves the display's windows to the first one that is left.
     void unplug(DisplayID display);
     /// Replaces all displays at once, as waking up does.
     void rearrange(const std::vector<DisplaySpec>& displays);
@@ -85,6 +88,7 @@ private:
     SimWindow* windowOf(ElementID id);
     std::optional<DisplayID> displayAt(Point<AXSpace> point) const;
     void addDisplaySpaces(DisplayID display);
+    void rescueWindows();
 
     FakeMainLoop mainLoop_;
     Journal journal_;
