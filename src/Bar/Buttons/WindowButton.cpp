@@ -15,7 +15,6 @@ namespace {
 constexpr double kIconLeading = 6;
 constexpr double kIconToLabel = 6;
 constexpr double kLabelTrailing = 8;
-constexpr double kUnderlineHeight = 2;
 /// How far the now-playing badge stands out of the icon's lower right corner.
 constexpr double kOverlayOutset = 2;
 
@@ -143,8 +142,8 @@ void WindowButton::layout() {
 
 void WindowButton::layoutUnderline() {
     if (!underlineEdge_) return;
-    const double y = *underlineEdge_ == ui::Edge::Top ? 0 : frame().height - kUnderlineHeight;
-    activeUnderline_.setFrame({0, y, frame().width, kUnderlineHeight});
+    const double y = *underlineEdge_ == ui::Edge::Top ? 0 : frame().height - ButtonGeometry::kUnderlineHeight;
+    activeUnderline_.setFrame({0, y, frame().width, ButtonGeometry::kUnderlineHeight});
 }
 
 ui::Menu WindowButton::contextMenu() const {
