@@ -81,6 +81,7 @@ struct GroupWorld : sim::ButtonWorld {
 TEST(GroupedAppButton, CountsItsWindowsInABadgeThatStaysInside) {
     GroupWorld world;
     const CountBadge& badge = world.button->countBadge();
+    EXPECT_EQ(world.button->intrinsicSize(), (Size{40, 32}));
     world.button->update(world.windows(1));
     EXPECT_TRUE(badge.isHidden());
     double former = 0;
@@ -98,6 +99,14 @@ TEST(GroupedAppButton, CountsItsWindowsInABadgeThatStaysInside) {
         EXPECT_GT(frame.width, world.toolkit.textSize(badge.text(), {.size = 9}).width);
         former = frame.width;
     }
+
+    auto renamed = world.windows(1000);
+    renamed[3].title = "renamed";
+    world.surface.changes.clear();
+    world.surface.layoutRequests = 0;
+    world.button->update(renamed);
+    EXPECT_TRUE(world.surface.changes.empty()) << "a title does not show on the button";
+    EXPECT_EQ(world.surface.layoutRequests, 0);
 }
 
 TEST(GroupedAppButton, OpensOnPressAndQuitsTheProcessThatRuns) {

@@ -180,6 +180,7 @@ TEST(WindowButton, ClicksOnReleaseUnlessItWasDragged) {
     world.surface.move(button, 4.01);
     world.surface.move(button);
     world.surface.release(button);
+    world.surface.press(button);
     world.surface.press(button, ui::MouseButton::Middle);
     world.surface.release(button, 0, ui::MouseButton::Middle);
     EXPECT_EQ(world.calls, Calls{"click"}) << "neither a drag nor another button clicks";
