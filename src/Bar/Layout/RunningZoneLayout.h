@@ -36,8 +36,11 @@ struct Grouped {
 };
 using Result = std::variant<Flat, Grouped>;
 
+/// Whether the expanded state of the compact top bar counts: at the top edge and with that mode on.
+bool isCompactTopExpanded(MorvelEdge edge, bool compactAtTop, bool isExpanded);
+
 /// `never` becomes `auto` while the compact top bar is expanded, because the expanded bar may not run over its end.
-Mode effectiveMode(Mode configured, bool isCompactTopExpanded);
+Mode effectiveMode(Mode configured, bool compactTopExpanded);
 
 /// The grouping of `windows` (none of them windowless) in `availableWidth` points, when a flat button takes
 /// `flatPerButton` points on average.
