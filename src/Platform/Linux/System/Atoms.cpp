@@ -36,6 +36,7 @@ constexpr auto kTable = std::to_array<Row>({
     {&Atoms::netWmState, "_NET_WM_STATE"},
     {&Atoms::netWmUserTime, "_NET_WM_USER_TIME"},
     {&Atoms::netWmUserTimeWindow, "_NET_WM_USER_TIME_WINDOW"},
+    {&Atoms::gtkFrameExtents, "_GTK_FRAME_EXTENTS"},
     {&Atoms::netWmWindowOpacity, "_NET_WM_WINDOW_OPACITY"},
     {&Atoms::netWmStrut, "_NET_WM_STRUT"},
     {&Atoms::netWmStrutPartial, "_NET_WM_STRUT_PARTIAL"},

@@ -18,7 +18,7 @@ struct Atoms {
     // A client's properties
     xcb_atom_t netWmName = 0, netWmPid = 0, netWmDesktop = 0, netWmIcon = 0, netFrameExtents = 0, wmState = 0;
     xcb_atom_t netWmWindowType = 0, netWmState = 0, netWmUserTime = 0, netWmUserTimeWindow = 0;
-    xcb_atom_t netWmWindowOpacity = 0, netWmStrut = 0, netWmStrutPartial = 0, motifWmHints = 0;
+    xcb_atom_t gtkFrameExtents = 0, netWmWindowOpacity = 0, netWmStrut = 0, netWmStrutPartial = 0, motifWmHints = 0;
 
     // Requests to the window manager and to clients
     xcb_atom_t netCloseWindow = 0, netMoveresizeWindow = 0, wmChangeState = 0, wmProtocols = 0, wmDeleteWindow = 0;
