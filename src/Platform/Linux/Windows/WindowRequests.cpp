@@ -1,5 +1,6 @@
 #include "Platform/Linux/Windows/WindowRequests.h"
 
+#include <algorithm>
 #include <utility>
 
 namespace morvel::x11 {
@@ -17,27 +18,32 @@ uint32_t toCoordinate(double value) {
 }  // namespace
 
 void WindowRequests::activate(const ClientWindow& client) {
-    wish(client.pid, {client.window, true});
+    // One request per window, and none for "any window of the process" beside it.
+    std::erase_if(wishes_, [&](const Wish& earlier) {
+        return earlier.window == client.window || (earlier.pid == client.pid && !earlier.isCertain);
+    });
+    addWish({client.pid, client.window, true});
 }
 
 void WindowRequests::activateAny(const ClientWindow& mostRecent) {
-    wish(mostRecent.pid, {mostRecent.window, false});
+    const auto isSameProcess = [&](const Wish& earlier) { return earlier.pid == mostRecent.pid; };
+    if (std::none_of(wishes_.begin(), wishes_.end(), isSameProcess))
+        addWish({mostRecent.pid, mostRecent.window, false});
 }
 
-void WindowRequests::wish(ProcessID pid, Wish wish) {
-    const auto [entry, isFirst] = wishes_.try_emplace(pid, wish);
-    if (!isFirst && (wish.isCertain || !entry->second.isCertain)) entry->second = wish;
-    if (wishes_.size() == 1 && isFirst) sending_ = mainLoop_.after({}, [this] { sendWishes(); });
+void WindowRequests::addWish(Wish wish) {
+    wishes_.push_back(wish);
+    sending_ = mainLoop_.after({}, [this] { sendWishes(); });
 }
 
 void WindowRequests::sendWishes() {
-    for (const auto& [pid, wish] : std::exchange(wishes_, {}))
+    for (const Wish& wish : std::exchange(wishes_, {}))
         connection_.sendToRoot(wish.window, connection_.atoms().netActiveWindow,
                                {kFromPager, connection_.lastTimestamp(), XCB_WINDOW_NONE, 0, 0});
 }
 
 void WindowRequests::minimize(const ClientWindow& client) {
-    std::erase_if(wishes_, [&](const auto& entry) { return entry.second.window == client.window; });
+    std::erase_if(wishes_, [&](const Wish& wish) { return wish.window == client.window; });
     connection_.sendToRoot(client.window, connection_.atoms().wmChangeState, {kIconicState, 0, 0, 0, 0});
 }
 

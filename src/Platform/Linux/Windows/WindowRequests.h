@@ -1,8 +1,7 @@
 // What window managers can be asked to do with another program's window.
 #pragma once
 
-#include <map>
-#include <optional>
+#include <vector>
 
 #include "Platform/Linux/System/XConnection.h"
 #include "Platform/Linux/Windows/ClientWindow.h"
@@ -19,11 +18,10 @@ public:
     WindowRequests(XConnection& connection, MainLoop& mainLoop, RootState& root)
         : connection_(connection), mainLoop_(mainLoop), root_(root) {}
 
-    /// Brings the window to the front, restored, with the focus, at the end of this turn: of several wishes for one
-    /// process in a turn only the last one about a certain window is sent, so that "activate the application" followed
-    /// by "raise this window of it" is a single request.
+    /// Brings the window to the front, restored, with the focus, at the end of this turn, so that "activate the
+    /// application", "restore this window" and "raise it" are a single request.
     void activate(const ClientWindow& client);
-    /// The same, giving way to an `activate` for a window of the same process in the same turn.
+    /// The same for a process of which no certain window is meant; gives way to an `activate` in the same turn.
     void activateAny(const ClientWindow& mostRecent);
     void minimize(const ClientWindow& client);
     /// Closes as its close button does; the program may ask its user first.
@@ -35,17 +33,18 @@ public:
 
 private:
     struct Wish {
+        ProcessID pid;
         xcb_window_t window;
         bool isCertain;
     };
 
-    void wish(ProcessID pid, Wish wish);
+    void addWish(Wish wish);
     void sendWishes();
 
     XConnection& connection_;
     MainLoop& mainLoop_;
     RootState& root_;
-    std::map<ProcessID, Wish> wishes_;  // of this turn
+    std::vector<Wish> wishes_;  // of this turn, in their order
     Timer sending_;
 };
 

@@ -46,7 +46,7 @@ public:
     Observer(Emitted& emitted, ProcessID pid, Notice notice)
         : subscription_(emitted.subscribe(
               [this, pid, notice = std::move(notice)](ProcessID of, const AXElement& about, std::string_view name) {
-                  if (of == pid && isSubscribed(about, name)) Notice(notice)(about, name);
+                  if (of == pid && isSubscribed(about, name)) notice(about, name);
               })) {}
 
     AXError addNotification(const AXElement& element, std::string_view name) override {
