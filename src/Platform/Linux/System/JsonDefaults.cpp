@@ -18,6 +18,18 @@ namespace {
 constexpr size_t kLargestFile = 16 << 20;  // a thousand times what the settings need
 constexpr int kIndent = 2;                 // people edit the file
 
+// Not an object where the text is not JSON, or so deeply nested that handling it would exhaust the stack.
+nlohmann::json parseShallow(const std::string& text) {
+    constexpr int kDeepest = 256;
+    bool isTooDeep = false;
+    const auto notice = [&isTooDeep](int depth, nlohmann::json::parse_event_t, nlohmann::json&) {
+        isTooDeep |= depth > kDeepest;
+        return !isTooDeep;
+    };
+    auto json = nlohmann::json::parse(text, notice, false);
+    return isTooDeep ? nlohmann::json() : json;
+}
+
 }  // namespace
 
 JsonDefaults::JsonDefaults(std::string path, MainLoop& mainLoop, Log& log)
@@ -43,7 +55,7 @@ void JsonDefaults::read() {
         if (errno != ENOENT && errno != ENOTDIR) setAside(std::strerror(errno));
         return;
     }
-    const auto json = nlohmann::json::parse(*content, nullptr, false);
+    const auto json = parseShallow(*content);
     if (!json.is_object()) return setAside("it is not a JSON object");
     for (const auto& [key, item] : json.items()) {
         if (auto value = fromJson(item))
