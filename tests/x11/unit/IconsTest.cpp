@@ -2,6 +2,7 @@
 
 #include "Platform/Linux/Icons/IconTheme.h"
 #include "Platform/Linux/Icons/ImageLoading.h"
+#include "Platform/Linux/Icons/RenderedIcons.h"
 #include "Platform/Linux/Icons/Symbols.h"
 #include "x11/unit/TemporaryFolder.h"
 
@@ -47,7 +48,8 @@ TEST_F(IconThemeTest, ChoosesTheFolderMadeForTheSizeAndElseTheNearest) {
     EXPECT_EQ(find("app", 30), "b/Mine/48/apps/app.png") << "too large is nearer than too small";
     EXPECT_EQ(find("app", 18), "a/Mine/16/apps/app.png");
     folder.write("a/Mine/scalable/apps/app.svg", "");
-    EXPECT_EQ(find("app", 64), "a/Mine/scalable/apps/app.svg");
+    EXPECT_EQ(find("app", 128), "a/Mine/scalable/apps/app.svg");
+    EXPECT_EQ(find("app", 56), "b/Mine/48/apps/app.png") << "a bitmap that is near needs no renderer";
 }
 
 TEST_F(IconThemeTest, FallsBackToParentsAndThenToIconsWithoutTheme) {
@@ -108,6 +110,35 @@ TEST(Images, FilesThatAreNoPicturesAreNoImages) {
     EXPECT_EQ(loadImage(folder.write("empty.svg", ""), 48), nullptr);
     EXPECT_EQ(loadImage(folder.at("absent.png"), 48), nullptr);
     EXPECT_EQ(loadImage("/dev/zero", 48), nullptr);
+}
+
+TEST(RenderedIcons, AVectorFileIsRenderedOnceForAsLongAsItStaysTheSame) {
+    const TemporaryFolder folder;
+    const auto square = [](const std::string& color) {
+        return "<svg xmlns='http://www.w3.org/2000/svg' width='8' height='8'><rect width='8' height='8' fill='" +
+               color + "'/></svg>";
+    };
+    const auto firstPixel = [](const std::shared_ptr<const XImage>& image) {
+        return image ? *reinterpret_cast<const uint32_t*>(cairo_image_surface_get_data(image->surface())) : 0;
+    };
+    const std::string icon = folder.write("icon.svg", square("red"));
+    const RenderedIcons icons(folder.at("cache"));
+    const auto rendered = icons.load(icon, 32);
+    if (!rendered) GTEST_SKIP() << "no SVG loader on this system";
+    EXPECT_EQ(firstPixel(rendered), 0xFFFF0000u);
+
+    const auto moment = std::filesystem::last_write_time(icon);
+    folder.write("icon.svg", "no SVG any more, which would not render");
+    std::filesystem::last_write_time(icon, moment);
+    EXPECT_EQ(firstPixel(icons.load(icon, 32)), 0xFFFF0000u) << "from the cache";
+
+    folder.write("icon.svg", square("blue"));
+    std::filesystem::last_write_time(icon, moment + std::chrono::seconds(1));
+    EXPECT_EQ(firstPixel(icons.load(icon, 32)), 0xFF0000FFu) << "a changed file is another picture";
+
+    std::filesystem::remove_all(folder.at("cache"));
+    folder.write("cache", "a file where the folder should be");
+    EXPECT_EQ(firstPixel(icons.load(icon, 32)), 0xFF0000FFu) << "without a cache it is rendered each time";
 }
 
 TEST(Symbols, AreTemplatesWithSomethingOnThem) {

@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include "Platform/Linux/System/NameUuid.h"
+
 namespace morvel::x11 {
 namespace {
 

@@ -33,10 +33,6 @@ public:
         return {std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>()};
     }
 
-    size_t entryCount() const {
-        return static_cast<size_t>(std::distance(std::filesystem::directory_iterator(path_), {}));
-    }
-
 private:
     std::filesystem::path path_;
 };
