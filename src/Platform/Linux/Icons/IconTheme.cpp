@@ -17,6 +17,10 @@ namespace {
 constexpr size_t kLargestIndex = 1 << 20;
 constexpr size_t kMostThemes = 16;  // in a lineage; themes may inherit in circles
 constexpr int kSmallerIsWorse = 3;
+// A vector icon looks best but costs its renderer, so it counts as this many pixels off: a bitmap that is nearer is
+// good enough.
+constexpr int kVectorCost = 40;
+constexpr std::string_view kVectorSuffix = ".svg";
 constexpr int kThreshold = 2;  // the convention's, where a folder does not say
 constexpr std::array<const char*, 3> kSuffixes{".png", ".svg", ".xpm"};
 
@@ -186,11 +190,14 @@ std::optional<std::string> IconTheme::findIn(const Theme& theme, const std::stri
         const int distance = folder.distance(size);
         if (best && distance >= bestDistance) continue;
         for (const std::string& path : theme.paths) {
-            if (auto found = withSuffix(path + "/" + folder.path + "/" + icon)) {
+            auto found = withSuffix(path + "/" + folder.path + "/" + icon);
+            if (!found) continue;
+            const int cost = distance + (found->ends_with(kVectorSuffix) ? kVectorCost : 0);
+            if (!best || cost < bestDistance) {
                 best = std::move(found);
-                bestDistance = distance;
-                break;
+                bestDistance = cost;
             }
+            break;
         }
         if (best && bestDistance == 0) break;
     }

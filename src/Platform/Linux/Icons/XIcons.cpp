@@ -11,7 +11,7 @@ namespace morvel::x11 {
 
 namespace {
 
-constexpr int kIconSize = 64;                   // pixels; the largest that is shown, on a dense display
+constexpr int kIconSize = 48;                   // pixels; the largest that is shown, and the size that every theme has
 constexpr uint32_t kLargestProperty = 1 << 18;  // units of four bytes: a picture of 512 by 512
 constexpr size_t kMostProcessIcons = 256;
 
@@ -35,12 +35,12 @@ IconTheme& XIcons::theme() {
 
 ui::ImageRef XIcons::namedIcon(const std::vector<std::string>& names) {
     const auto path = theme().find(names, kIconSize);
-    return path ? loadImage(*path, kIconSize) : nullptr;
+    return path ? rendered_.load(*path, kIconSize) : nullptr;
 }
 
 ui::ImageRef XIcons::entryIcon(const DesktopEntry& entry) {
     if (entry.icon.empty()) return nullptr;
-    return entry.icon.front() == '/' ? ui::ImageRef(loadImage(entry.icon, kIconSize)) : namedIcon({entry.icon});
+    return entry.icon.front() == '/' ? ui::ImageRef(rendered_.load(entry.icon, kIconSize)) : namedIcon({entry.icon});
 }
 
 ui::ImageRef XIcons::applicationIcon(const std::string& bundleID) {
@@ -83,7 +83,7 @@ ui::ImageRef XIcons::fileIcon(const std::string& path) {
         GIcon* icon = info ? g_app_info_get_icon(G_APP_INFO(info.get())) : nullptr;
         if (icon && G_IS_FILE_ICON(icon)) {
             const std::unique_ptr<char, decltype(&g_free)> file(g_icon_to_string(icon), &g_free);
-            return file ? loadImage(file.get(), kIconSize) : nullptr;
+            return file ? rendered_.load(file.get(), kIconSize) : nullptr;
         }
         if (icon) return namedIcon(namesOf(icon));
     }

@@ -6,6 +6,7 @@
 #include "Platform/Icons.h"
 #include "Platform/Linux/Applications/DesktopEntries.h"
 #include "Platform/Linux/Icons/IconTheme.h"
+#include "Platform/Linux/Icons/RenderedIcons.h"
 #include "Platform/Linux/Icons/XImage.h"
 #include "Platform/Linux/Windows/ClientWindows.h"
 
@@ -35,6 +36,7 @@ private:
     XConnection& connection_;
     ClientWindows& clients_;
     DesktopEntries& entries_;
+    const RenderedIcons rendered_{RenderedIcons::defaultFolder()};
     std::optional<IconTheme> theme_;
     std::map<std::pair<ProcessID, uint64_t>, ui::ImageRef> processIcons_;  // by process and its start
 };

@@ -2,20 +2,12 @@
 
 #include <algorithm>
 
-#include "Util/Identity.h"
-
 namespace morvel::x11 {
 
 namespace {
 
 bool overlap(double aStart, double aEnd, double bStart, double bEnd) {
     return aStart < bEnd && bStart < aEnd;
-}
-
-uint64_t fnv(const std::string& text, uint64_t seed) {
-    uint64_t hash = 0xCBF29CE484222325ull ^ seed;
-    for (const char c : text) hash = (hash ^ static_cast<uint8_t>(c)) * 0x100000001B3ull;
-    return hash;
 }
 
 }  // namespace
@@ -49,10 +41,6 @@ Rect<RootSpace> withoutStruts(const Rect<RootSpace>& monitor, const Rect<RootSpa
     // Struts that leave nothing are a lie.
     if (left >= right || top >= bottom) return monitor;
     return {left, top, right - left, bottom - top};
-}
-
-std::string nameUuid(const std::string& name) {
-    return WindowID{fnv(name, 0), fnv(name, 0x9E3779B97F4A7C15ull)}.text();
 }
 
 }  // namespace morvel::x11

@@ -34,7 +34,4 @@ std::vector<Monitor> mainFirst(std::vector<Monitor> monitors);
 Rect<RootSpace> withoutStruts(const Rect<RootSpace>& monitor, const Rect<RootSpace>& root,
                               const std::vector<Strut>& struts);
 
-/// A UUID's text that is always the same for the same name.
-std::string nameUuid(const std::string& name);
-
 }  // namespace morvel::x11

@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <memory>
 
+#include "Platform/Linux/System/NameUuid.h"
+
 namespace morvel::x11 {
 
 namespace {
