@@ -5,6 +5,7 @@
 #include <unistd.h>
 
 #include <set>
+#include <utility>
 
 #include "harness/Desktop.h"
 #include "harness/XServer.h"
@@ -19,8 +20,8 @@ struct ClientWindow {
     /// What it claims as its process; no value: nothing at all.
     std::optional<uint32_t> pid = static_cast<uint32_t>(getpid());
     std::string type = "_NET_WM_WINDOW_TYPE_NORMAL";
-    std::vector<std::string> states;  // before it is mapped
-    uint32_t color = 0x6688AA;        // fills the window, 0xRRGGBB
+    std::vector<std::string> states = {};  // before it is mapped
+    uint32_t color = 0x6688AA;             // fills the window, 0xRRGGBB
     std::optional<uint32_t> iconColor = {};
     bool fixedPlace = true;  // asks the window manager to honour `box`'s origin
 };

@@ -2,6 +2,8 @@
 
 #include <xcb/damage.h>
 
+#include <utility>
+
 namespace morvel::e2e {
 
 DamageWatch::DamageWatch(XServer& server, Desktop& desktop, xcb_window_t window)
@@ -10,7 +12,7 @@ DamageWatch::DamageWatch(XServer& server, Desktop& desktop, xcb_window_t window)
         xcb_damage_query_version_reply(connection_, xcb_damage_query_version(connection_, 1, 1), nullptr));
     firstEvent_ = xcb_get_extension_data(connection_, &xcb_damage_id)->first_event;
     xcb_damage_create(connection_, xcb_generate_id(connection_), window, XCB_DAMAGE_REPORT_LEVEL_RAW_RECTANGLES);
-    connection_.sync();
+    take();  // the server reports the whole window once, as it does not know what we have seen of it
     desktop_.attend(*this);
 }
 

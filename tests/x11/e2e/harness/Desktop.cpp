@@ -3,9 +3,11 @@
 #include <poll.h>
 #include <xcb/damage.h>
 #include <xcb/randr.h>
+#include <xcb/xcbext.h>
 
 #include <algorithm>
 #include <stdexcept>
+#include <utility>
 
 namespace morvel::e2e {
 namespace {
@@ -14,6 +16,35 @@ constexpr uint32_t kFromPager = 2;  // requests of pagers and bars are obeyed wh
 /// Not everything worth waiting for makes an event on this connection (a process that dies, a file), so the state is
 /// looked at again this often at the latest.
 constexpr int kLookAgainMilliseconds = 20;
+
+/// Sends RRSetMonitor by hand: the function that XCB 1.15 has for it fails an assertion of its own.
+void defineMonitor(Connection& connection, const Monitor& monitor, xcb_randr_output_t output) {
+    struct {
+        uint8_t major = 0;
+        uint8_t minor = XCB_RANDR_SET_MONITOR;
+        uint16_t length = 0;  // both are filled in by the library
+        xcb_window_t window;
+        xcb_randr_monitor_info_t info{};
+        xcb_randr_output_t output;
+    } request{.window = connection.root(), .output = output};
+    const Box& box = monitor.box;
+    request.info.name = connection.atom(monitor.name);
+    request.info.primary = monitor.primary;
+    request.info.nOutput = output == XCB_NONE ? 0 : 1;
+    request.info.x = static_cast<int16_t>(box.x);
+    request.info.y = static_cast<int16_t>(box.y);
+    request.info.width = static_cast<uint16_t>(box.width);
+    request.info.height = static_cast<uint16_t>(box.height);
+    request.info.width_in_millimeters = static_cast<uint32_t>(box.width / 4);
+    request.info.height_in_millimeters = static_cast<uint32_t>(box.height / 4);
+
+    const xcb_protocol_request_t protocol{
+        .count = 1, .ext = &xcb_randr_id, .opcode = XCB_RANDR_SET_MONITOR, .isvoid = 1};
+    iovec parts[3] = {};  // XCB uses the two before the first for itself
+    parts[2].iov_base = &request;
+    parts[2].iov_len = output == XCB_NONE ? sizeof request - sizeof output : sizeof request;
+    xcb_send_request(connection, 0, parts + 2, &protocol);
+}
 
 uint32_t bits(int value) {
     return static_cast<uint32_t>(value);
@@ -81,6 +112,11 @@ xcb_window_t Desktop::inputFocus() {
     const Owned<xcb_get_input_focus_reply_t> reply(
         xcb_get_input_focus_reply(connection_, xcb_get_input_focus(connection_), nullptr));
     return reply ? reply->focus : XCB_NONE;
+}
+
+std::string Desktop::title(xcb_window_t window) {
+    if (const auto modern = connection_.bytes(window, "_NET_WM_NAME")) return *modern;
+    return connection_.bytes(window, "WM_NAME").value_or("");
 }
 
 std::optional<xcb_window_t> Desktop::windowTitled(const std::string& wanted) {
@@ -182,22 +218,7 @@ void Desktop::setMonitors(const std::vector<Monitor>& monitors) {
         if (std::none_of(monitors.begin(), monitors.end(), [&](const Monitor& m) { return m.name == name; }))
             xcb_randr_delete_monitor(connection_, connection_.root(), connection_.atom(name));
     for (const auto& monitor : monitors) {
-        struct {
-            xcb_randr_monitor_info_t info{};
-            xcb_randr_output_t output = XCB_NONE;
-        } request;
-        const auto& box = monitor.box;
-        request.info.name = connection_.atom(monitor.name);
-        request.info.primary = monitor.primary;
-        request.info.x = static_cast<int16_t>(box.x);
-        request.info.y = static_cast<int16_t>(box.y);
-        request.info.width = static_cast<uint16_t>(box.width);
-        request.info.height = static_cast<uint16_t>(box.height);
-        request.info.width_in_millimeters = static_cast<uint32_t>(box.width / 4);
-        request.info.height_in_millimeters = static_cast<uint32_t>(box.height / 4);
-        request.info.nOutput = definedMonitors_.empty() ? 1 : 0;
-        request.output = output;
-        xcb_randr_set_monitor(connection_, connection_.root(), &request.info);
+        defineMonitor(connection_, monitor, definedMonitors_.empty() ? output : XCB_NONE);
         definedMonitors_.push_back(monitor.name);
     }
     xcb_ungrab_server(connection_);

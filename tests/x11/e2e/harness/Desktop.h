@@ -39,7 +39,7 @@ public:
     std::optional<xcb_window_t> activeWindow();
     /// The window that really gets the keys, which the bar must never be.
     xcb_window_t inputFocus();
-    std::string title(xcb_window_t window) { return connection_.bytes(window, "_NET_WM_NAME").value_or(""); }
+    std::string title(xcb_window_t window);
     /// The managed window with exactly this title.
     std::optional<xcb_window_t> windowTitled(const std::string& title);
     /// The managed windows of this process, by what they claim.

@@ -2,7 +2,6 @@
 
 #include <fcntl.h>
 #include <poll.h>
-#include <signal.h>
 #include <sys/prctl.h>
 #include <sys/syscall.h>
 #include <sys/wait.h>
@@ -36,7 +35,7 @@ long statusNumber(const std::filesystem::path& file, const std::string& key) {
 [[noreturn]] void becomeProgram(char* const* arguments, char* const* environment, const Program::Options& options,
                                 int failurePipe) {
     setpgid(0, 0);
-    prctl(PR_SET_PDEATHSIG, SIGKILL);
+    prctl(PR_SET_PDEATHSIG, options.deathSignal);
     const int null = open("/dev/null", O_RDONLY);
     const int out = open(options.output.c_str(), O_WRONLY | O_CREAT | O_APPEND, 0644);
     dup2(null, STDIN_FILENO);

@@ -1,6 +1,7 @@
 // A child process that never outlives the harness.
 #pragma once
 
+#include <signal.h>
 #include <sys/types.h>
 
 #include <filesystem>
@@ -17,6 +18,7 @@ class Program {
 public:
     struct Options {
         std::filesystem::path output = "/dev/null";  // standard output and error go here
+        int deathSignal = SIGKILL;                   // what it gets when the harness dies first
         int inheritedDescriptor = -1;                // kept open in the child under the same number
     };
 

@@ -34,16 +34,15 @@ WindowManager::WindowManager(XServer& server, Desktop& desktop) : server_(server
 }
 
 void WindowManager::start() {
-    program_.emplace(
-        std::vector<std::string>{"openbox", "--sm-disable", "--config-file", server_.home() / "openbox.xml"},
-        server_.environment(), Program::Options{.output = server_.home() / "openbox.log"});
-    auto& connection = desktop_.connection();
-    const auto manages = [&] {
-        const auto check = connection.cardinals(connection.root(), "_NET_SUPPORTING_WM_CHECK");
-        return !check.empty() && connection.bytes(check[0], "_NET_WM_NAME") == "Openbox" &&
-               connection.bytes(connection.root(), "_NET_CLIENT_LIST");
-    };
-    if (!desktop_.waitUntil(manages)) throw std::runtime_error("the window manager does not start");
+    // Its properties stand before it has looked at the windows that are there, and a window that is mapped in between
+    // can be lost to it. It runs the start-up command when it is through with that.
+    const auto ready = server_.home() / "openbox.ready";
+    std::filesystem::remove(ready);
+    program_.emplace(std::vector<std::string>{"openbox", "--sm-disable", "--config-file",
+                                              server_.home() / "openbox.xml", "--startup", "touch " + ready.string()},
+                     server_.environment(), Program::Options{.output = server_.home() / "openbox.log"});
+    if (!desktop_.waitUntil([&] { return std::filesystem::exists(ready); }))
+        throw std::runtime_error("the window manager does not start");
 }
 
 void WindowManager::stop() {

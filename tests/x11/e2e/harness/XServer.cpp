@@ -57,7 +57,7 @@ Program startServer(int width, int height, const Environment& environment, const
     const auto screen = std::to_string(width) + "x" + std::to_string(height) + "x24";
     Program server({"Xvfb", "-displayfd", std::to_string(ready[1]), "-screen", "0", screen, "-nolisten", "tcp",
                     "-noreset", "-dpi", "96"},
-                   environment, {.output = log, .inheritedDescriptor = ready[1]});
+                   environment, {.output = log, .deathSignal = SIGTERM, .inheritedDescriptor = ready[1]});
     close(ready[1]);
     display = ":" + readDisplayNumber(ready[0]);
     close(ready[0]);
@@ -81,6 +81,11 @@ XServer::XServer(int width, int height)
     : environment_(environmentIn(scratch_.path())),
       server_(startServer(width, height, environment_, home() / "server.log", display_)) {
     environment_["DISPLAY"] = display_;
+}
+
+// Ended politely, it removes its socket and its lock.
+XServer::~XServer() {
+    server_.terminate();
 }
 
 }  // namespace morvel::e2e

@@ -27,6 +27,9 @@ public:
     /// One screen of the given size, depth 24. The server picks a free display number by itself and accepts local
     /// connections only. Throws std::runtime_error when it does not come up.
     XServer(int width, int height);
+    XServer(const XServer&) = delete;
+    XServer& operator=(const XServer&) = delete;
+    ~XServer();
 
     /// ":7", for instance.
     const std::string& display() const { return display_; }
