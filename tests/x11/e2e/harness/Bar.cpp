@@ -120,6 +120,13 @@ std::optional<BarView> Bar::button(std::string_view title, std::optional<size_t>
     return std::nullopt;
 }
 
+std::optional<BarView> Bar::group(std::string_view application) {
+    for (const auto& window : panels())
+        for (const auto& view : window.views)
+            if (!view.hidden && view.tooltip == application) return view;
+    return std::nullopt;
+}
+
 std::optional<BarView> Bar::panelItem(std::string_view label) {
     for (const auto& window : panels())
         if (const auto* view = window.labelled(label)) return *view;

@@ -35,8 +35,8 @@ struct BarWindow {
 class Bar {
 public:
     struct Options {
-        std::string defaults;     // the text of the defaults file; empty: there is none
-        Environment environment;  // beyond the desktop's
+        std::string defaults = {};     // the text of the defaults file; empty: there is none
+        Environment environment = {};  // beyond the desktop's
     };
 
     /// Starts the program; does not wait for its panel.
@@ -50,7 +50,9 @@ public:
 
     /// The visible button of the window with this title on any panel, or on the panel with this index.
     std::optional<BarView> button(std::string_view title, std::optional<size_t> panel = {});
-    /// A visible view with this label on a panel.
+    /// The button of an application's group, which has the application's name as its tooltip.
+    std::optional<BarView> group(std::string_view application);
+    /// A visible view with this label on a panel: the number on a group's badge, for instance.
     std::optional<BarView> panelItem(std::string_view label);
     /// A visible view with this label in a menu or a popover.
     std::optional<BarView> popupItem(std::string_view label);
