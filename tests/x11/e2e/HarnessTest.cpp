@@ -4,6 +4,7 @@
 
 #include <set>
 
+#include "harness/Bar.h"
 #include "harness/DamageWatch.h"
 #include "harness/VirtualDesktop.h"
 
@@ -108,6 +109,37 @@ TEST(Harness, RunsRealProgramsAndEndsThem) {
         server = clock.pid();
     }
     EXPECT_EQ(::kill(server, 0), -1) << "a program outlived its desktop";
+}
+
+TEST(Harness, ReadsWhatABarSaysItShows) {
+    VirtualDesktop world;
+    Client client(world.server, world.desktop);
+    Bar bar(world.server, world.desktop, "xclock", {.defaults = "{}"});  // any program: the client plays the bar
+    EXPECT_TRUE(std::filesystem::exists(bar.defaultsFile()));
+    const auto dock = client.openAndWait({.box = {0, 756, 1280, 44}, .type = "_NET_WM_WINDOW_TYPE_DOCK"});
+    EXPECT_TRUE(bar.panels().empty()) << "it says nothing, so it is not the bar's";
+    const auto say = [&](std::string_view views) {
+        client.connection().setBytes(dock, "_MORVEL_VIEWS", "UTF8_STRING", views);
+        client.connection().sync();
+    };
+    say(R"([{"label": "B", "tooltip": "App \u2014 B", "frame": [200, 760, 150, 32], "hidden": false, "alpha": 0.6},
+            {"label": "A", "tooltip": "App \u2014 A", "frame": [40, 760.5, 150, 32], "hidden": false, "alpha": 1},
+            {"label": "C", "tooltip": "App \u2014 C", "frame": [0, 0, 1, 1], "hidden": true, "alpha": 1},
+            {"label": "App, 7 windows", "tooltip": "App", "frame": [400, 760, 40, 32], "hidden": false, "alpha": 1}])");
+    ASSERT_TRUE(bar.waitForPanels(1));
+    EXPECT_EQ(bar.panels()[0].box, (Box{0, 756, 1280, 44}));
+    EXPECT_EQ(bar.buttonTitles(), (std::vector<std::string>{"A", "B"}));
+    EXPECT_EQ(bar.button("A")->frame, (Box{40, 760, 150, 32}));
+    EXPECT_EQ(bar.button("B", 0)->alpha, 0.6);
+    EXPECT_FALSE(bar.button("B", 1)) << "there is one panel";
+    EXPECT_FALSE(bar.button("C")) << "it is hidden";
+    EXPECT_EQ(bar.group("App")->frame.x, 400);
+    EXPECT_FALSE(bar.popupItem("A")) << "a panel is no menu";
+    for (const char* nonsense : {"", "[", "{}", "[{\"frame\": [1]}]"}) {
+        say(nonsense);
+        ASSERT_EQ(bar.panels().size(), 1U);
+        EXPECT_TRUE(bar.panels()[0].views.empty()) << nonsense;
+    }
 }
 
 }  // namespace
