@@ -45,7 +45,7 @@ e2e::Program& Tour::launch(const std::vector<std::string>& arguments) {
 
 e2e::Program& Tour::launchTerminal(const std::string& title) {
     return launch({"xterm", "-geometry", "56x12", "-fa", "Monospace", "-fs", "10", "-bg", "#1b2330", "-fg", "#d7dee9",
-                   "-T", title, "-e", "sh", "-c", "echo \"$ ls /\"; ls /; exec sleep 1000"});
+                   "-T", title, "-e", "sh", "-c", "echo \"$ ls /usr\"; ls /usr; exec sleep 1000"});
 }
 
 void Tour::expectButton(const std::string& title, std::optional<size_t> panel) {
@@ -101,7 +101,7 @@ void Tour::openPrograms() {
     }
     desktop_.place(window(terminal(1)), {60, 80, 480, 240});
     desktop_.place(window(kCalculatorTitle), {880, 90, 330, 400});
-    desktop_.place(window("Clock"), {600, 480, 200, 200});
+    desktop_.place(window("Clock"), {60, 440, 200, 200});
     desktop_.place(window(kEditorTitle), {240, 240, 560, 340});
     album_.expect("four buttons", [&] { return bar_->buttonTitles().size() == 4; });
     album_.close("open", "Four programs are opened: each window has a button with its icon and title");
