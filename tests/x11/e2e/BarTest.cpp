@@ -5,10 +5,16 @@ namespace morvel::e2e {
 void BarTest::TearDown() {
     if (!bar) return;
     EXPECT_TRUE(bar->program().isRunning()) << "the bar ended with status " << bar->program().exitStatus().value_or(-1);
+    if (HasFailure()) reportScreen();
+    bar->program().signal(SIGTERM);
+    EXPECT_EQ(bar->program().waitForExit(), 0) << "the bar does not end cleanly when asked to";
     const auto log = bar->log();
     for (const char* fault : {"AddressSanitizer", "LeakSanitizer", "runtime error:", "Assertion"})
         EXPECT_EQ(log.find(fault), std::string::npos) << "the bar reports a fault";
-    if (!HasFailure()) return;
+    if (HasFailure()) ADD_FAILURE() << "the bar's log:\n" << log;
+}
+
+void BarTest::reportScreen() {
     const auto* test = testing::UnitTest::GetInstance()->current_test_info();
     const std::filesystem::path picture =
         std::filesystem::path(MORVEL_FAILURES) / (std::string(test->test_suite_name()) + "." + test->name() + ".png");
@@ -16,7 +22,7 @@ void BarTest::TearDown() {
     world.shoot().writePng(picture);
     std::string buttons;
     for (const auto& title : bar->buttonTitles()) buttons += " [" + title.substr(0, 60) + "]";
-    ADD_FAILURE() << "the screen: " << picture << "\nbuttons:" << buttons << "\nthe bar's log:\n" << log;
+    ADD_FAILURE() << "the screen: " << picture << "\nbuttons:" << buttons;
 }
 
 void BarTest::startBar(const Bar::Options& options, size_t panels) {

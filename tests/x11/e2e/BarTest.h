@@ -37,6 +37,9 @@ protected:
     /// How much bluer than red the button's empty lower edge is: the accent colour of the focused button.
     int blueness(const std::string& title);
 
+    /// For a failed test: a picture, and which buttons the bar has.
+    void reportScreen();
+
     VirtualDesktop world;
     Desktop& desktop = world.desktop;
     Pointer& pointer = world.pointer;

@@ -84,6 +84,8 @@ TEST_F(Menus, OfAWindowCloseItAndQuitItsProgram) {
 
     pickFromMenu("Keep me", "Quit Puppet");
     EXPECT_TRUE(lacksButton("Keep me"));
+    EXPECT_TRUE(puppet.waitForExit()) << "it lives on without windows when asked politely, and is then forced";
+    EXPECT_TRUE(lacksButton("no window open"));
 }
 
 TEST_F(Menus, CloseWhenSomethingElseIsPressedAndLeaveInputFree) {
