@@ -3,33 +3,67 @@
 
 #include <functional>
 #include <list>
-#include <map>
+#include <memory>
 #include <optional>
 #include <string>
 #include <unordered_map>
-#include <vector>
+#include <utility>
 
 #include "Platform/Icons.h"
 #include "Platform/MainLoop.h"
+#include "Util/Signal.h"
 
 namespace morvel {
 
-/// Main thread only.
+/// Main thread only. Keeps the icons of the applications that were asked for last.
 class IconCache {
 public:
+    static constexpr size_t kCapacity = 256;
+
     /// Both outlive the cache.
     IconCache(Icons& icons, MainLoop& mainLoop);
+    IconCache(const IconCache&) = delete;
+    IconCache& operator=(const IconCache&) = delete;
 
     using Delivery = std::function<void(const ui::ImageRef&)>;
 
     /// Hands over the application's icon: at once when it is in the cache, else in a later turn of the loop, never
-    /// null. The delivery ends with the token. Two requests for one icon that is still loading load it once.
+    /// null. The delivery ends with the token. Two requests for one icon that is still loading load it once; one that
+    /// nobody waits for any more is not loaded. A delivery may ask again or destroy the cache.
     [[nodiscard]] Subscription icon(const std::optional<std::string>& bundleID, ProcessID fallbackPID,
                                     Delivery deliver);
 
+    /// What icons are told apart by: the bundle identifier, or the process where there is none.
+    static std::string key(const std::optional<std::string>& bundleID, ProcessID fallbackPID);
+
 private:
+    struct Entry {
+        std::string key;
+        ui::ImageRef image;
+    };
+    struct Request {
+        Request(std::string k, std::optional<std::string> bundle, ProcessID process)
+            : key(std::move(k)), bundleID(std::move(bundle)), pid(process) {}
+        std::string key;
+        std::optional<std::string> bundleID;
+        ProcessID pid;
+        Signal<const ui::ImageRef&> loaded;
+    };
+    using Entries = std::list<Entry>;
+    using Requests = std::list<Request>;
+
+    void postNextLoad();
+    void loadNext();
+    ui::ImageRef load(const std::optional<std::string>& bundleID, ProcessID pid);
+    void store(const std::string& key, ui::ImageRef image);
+
     Icons& icons_;
     MainLoop& mainLoop_;
+    Entries entries_;  // from the least to the most recently used
+    std::unordered_map<std::string, Entries::iterator> byKey_;
+    Requests requests_;  // in flight, oldest first; a turn is posted exactly while there are any
+    std::unordered_map<std::string, Requests::iterator> requestByKey_;
+    std::shared_ptr<IconCache*> self_ = std::make_shared<IconCache*>(this);  // lets a posted turn see that we are gone
 };
 
 }  // namespace morvel

@@ -38,9 +38,30 @@ public:
     bool isProcessAlive(ProcessID pid) const { return isProcessAlive_(pid); }
 
 private:
+    void handle(const event::Added& change);
+    void handle(const event::Removed& change);
+    void handle(const event::TitleChanged& change);
+    void handle(const event::FrameChanged& change);
+    void handle(const event::FullscreenChanged& change);
+    void handle(const event::Focused& change);
+    void handle(const event::AppTerminated& change);
+    void handle(const event::AppBecameWindowless& change);
+    void handle(const event::AppLostLastWindow& change);
+    void handle(const event::AppGotFirstWindow& change);
+
+    template <class T>
+    void setField(WindowID id, T WindowSnapshot::*field, const T& value);
+    void insertPlaceholder(WindowMap& windows, ProcessID pid, const std::optional<std::string>& bundleID,
+                           const std::string& appName);
+    void clearFocus(WindowID id);
+    /// The map to change before `publishWindows`: the current one, or a copy of it if somebody keeps that.
+    WindowMap& mutableWindows();
+    void publishWindows();
+
     WindowIDMint& mint_;
     std::function<bool(ProcessID)> isProcessAlive_;
-    Published<WindowMapRef> windows_{std::make_shared<const WindowMap>()};
+    std::shared_ptr<WindowMap> map_ = std::make_shared<WindowMap>();
+    Published<WindowMapRef> windows_{map_};
     Published<std::optional<WindowID>> focusedID_;
 };
 

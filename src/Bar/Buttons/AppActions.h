@@ -9,6 +9,7 @@
 
 namespace morvel {
 
+/// All are set.
 struct AppActions {
     std::function<bool(ProcessID)> isRunning;
     /// Asks the application to quit and makes it, if it has not within a short while.

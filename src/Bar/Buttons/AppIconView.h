@@ -22,7 +22,6 @@ private:
     struct Key {
         std::optional<std::string> bundleID;
         ProcessID pid;
-        bool operator==(const Key&) const = default;
     };
 
     IconCache& cache_;

@@ -10,6 +10,9 @@ inline constexpr double kCornerRadius = 4;
 inline constexpr double kIconSize = 18;
 inline constexpr double kTitleFontSize = 12;
 
+/// Of the underline that one of the active styles draws.
+inline constexpr double kUnderlineHeight = 2;
+
 /// The width that the button must have; absent where it follows its title. `provided` is the width that the settings
 /// give every button, absent in free mode.
 std::optional<double> requiredWidth(bool isIconOnly, std::optional<double> provided);

@@ -9,7 +9,7 @@ namespace {
 
 constexpr double kHeight = 13;
 constexpr double kFontSize = 9;
-constexpr double kSideInset = 3.5;  // clears the round ends without making one digit wider than the badge is high
+constexpr double kSideInset = 3;  // clears the round ends without making one digit wider than the badge is high
 
 }  // namespace
 

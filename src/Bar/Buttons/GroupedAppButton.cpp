@@ -51,7 +51,6 @@ GroupedAppButton::GroupedAppButton(ButtonServices services, WindowID buttonID, s
 void GroupedAppButton::update(std::vector<WindowSnapshot> windows) {
     windows_ = std::move(windows);
     countBadge_.setCount(windows_.size());
-    setNeedsLayout();
     if (windows_.empty()) return;
     const WindowSnapshot& first = windows_.front();
     setTooltip(first.appName);

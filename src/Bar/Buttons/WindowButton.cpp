@@ -15,7 +15,6 @@ namespace {
 constexpr double kIconLeading = 6;
 constexpr double kIconToLabel = 6;
 constexpr double kLabelTrailing = 8;
-constexpr double kUnderlineHeight = 2;
 /// How far the now-playing badge stands out of the icon's lower right corner.
 constexpr double kOverlayOutset = 2;
 
@@ -25,6 +24,7 @@ WindowButton::WindowButton(ButtonServices services, const WindowSnapshot& snapsh
                            WindowButtonBindings bindings)
     : toolkit_(services.toolkit),
       bindings_(std::move(bindings)),
+      snapshot_(snapshot),
       iconView_(services.iconCache),
       titleLabel_(services.toolkit, {.size = ButtonGeometry::kTitleFontSize}),
       nowPlayingOverlay_(services.icons),
@@ -36,19 +36,27 @@ WindowButton::WindowButton(ButtonServices services, const WindowSnapshot& snapsh
     addSubview(nowPlayingOverlay_);
     activeUnderline_.setHidden(true);
     titleLabel_.setHidden(isIconOnly_);
-    update(snapshot);
+    showTexts();
+    iconView_.show(snapshot_.bundleID, snapshot_.pid);
     applyAppearance();
 }
 
 void WindowButton::update(const WindowSnapshot& snapshot) {
+    // Most updates are of windows that did not change, or only moved.
+    const bool sameTexts = snapshot.title == snapshot_.title && snapshot.appName == snapshot_.appName &&
+                           snapshot.isWindowless == snapshot_.isWindowless;
     snapshot_ = snapshot;
+    if (!sameTexts) showTexts();
+    iconView_.show(snapshot_.bundleID, snapshot_.pid);
+}
+
+void WindowButton::showTexts() {
     ButtonTexts texts = buttonTexts(snapshot_);
     setAlpha(texts.alpha);
     setTooltip(std::move(texts.tooltip));
     setAccessibilityLabel(texts.label);
     titleLabel_.setText(std::move(texts.label));
     applyWidthConstraint();
-    iconView_.show(snapshot_.bundleID, snapshot_.pid);
 }
 
 void WindowButton::setActive(bool active) {
@@ -143,8 +151,8 @@ void WindowButton::layout() {
 
 void WindowButton::layoutUnderline() {
     if (!underlineEdge_) return;
-    const double y = *underlineEdge_ == ui::Edge::Top ? 0 : frame().height - kUnderlineHeight;
-    activeUnderline_.setFrame({0, y, frame().width, kUnderlineHeight});
+    const double y = *underlineEdge_ == ui::Edge::Top ? 0 : frame().height - ButtonGeometry::kUnderlineHeight;
+    activeUnderline_.setFrame({0, y, frame().width, ButtonGeometry::kUnderlineHeight});
 }
 
 ui::Menu WindowButton::contextMenu() const {

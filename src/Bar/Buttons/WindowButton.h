@@ -77,6 +77,7 @@ protected:
     void layout() override;
 
 private:
+    void showTexts();
     void layoutUnderline();
     ui::Menu contextMenu() const;
 

@@ -1,0 +1,72 @@
+#include "Theme/IconCache.h"
+
+#include <utility>
+
+namespace morvel {
+
+namespace {
+
+constexpr Size kBakedSize{64, 64};
+constexpr Size kEmptySize{16, 16};
+constexpr const char* kUnknownApplicationSymbol = "app.dashed";
+
+}  // namespace
+
+IconCache::IconCache(Icons& icons, MainLoop& mainLoop) : icons_(icons), mainLoop_(mainLoop) {}
+
+std::string IconCache::key(const std::optional<std::string>& bundleID, ProcessID fallbackPID) {
+    return bundleID ? *bundleID : "pid:" + std::to_string(fallbackPID.value);
+}
+
+Subscription IconCache::icon(const std::optional<std::string>& bundleID, ProcessID fallbackPID, Delivery deliver) {
+    const std::string wanted = key(bundleID, fallbackPID);
+    if (const auto cached = byKey_.find(wanted); cached != byKey_.end()) {
+        entries_.splice(entries_.end(), entries_, cached->second);
+        deliver(ui::ImageRef(cached->second->image));
+        return {};
+    }
+    const auto [request, isNew] = requestByKey_.try_emplace(wanted);
+    if (isNew) {
+        const bool isIdle = requests_.empty();
+        request->second = requests_.emplace(requests_.end(), wanted, bundleID, fallbackPID);
+        if (isIdle) postNextLoad();
+    }
+    return request->second->loaded.subscribe(std::move(deliver));
+}
+
+void IconCache::postNextLoad() {
+    mainLoop_.post([weak = std::weak_ptr(self_)] {
+        if (const auto self = weak.lock()) (*self)->loadNext();
+    });
+}
+
+void IconCache::loadNext() {
+    // One icon per turn: reading and drawing one takes milliseconds, and the bar must stay awake meanwhile.
+    Requests current;
+    current.splice(current.end(), requests_, requests_.begin());
+    requestByKey_.erase(current.front().key);
+    if (!requests_.empty()) postNextLoad();
+    if (!current.front().loaded.hasListeners()) return;
+
+    const ui::ImageRef image = load(current.front().bundleID, current.front().pid);
+    store(current.front().key, image);
+    current.front().loaded.emit(image);
+}
+
+ui::ImageRef IconCache::load(const std::optional<std::string>& bundleID, ProcessID pid) {
+    ui::ImageRef image = bundleID ? icons_.applicationIcon(*bundleID) : nullptr;
+    if (!image) image = icons_.processIcon(pid);
+    if (!image) image = icons_.symbol(kUnknownApplicationSymbol, kBakedSize.height);
+    if (!image) image = icons_.empty(kEmptySize);
+    ui::ImageRef baked = icons_.baked(image, kBakedSize);
+    return baked ? baked : image;
+}
+
+void IconCache::store(const std::string& key, ui::ImageRef image) {
+    byKey_[key] = entries_.insert(entries_.end(), Entry{key, std::move(image)});
+    if (entries_.size() <= kCapacity) return;
+    byKey_.erase(entries_.front().key);
+    entries_.pop_front();
+}
+
+}  // namespace morvel
