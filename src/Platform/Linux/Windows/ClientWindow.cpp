@@ -28,12 +28,14 @@ Rect<RootSpace> ClientWindow::frame() const {
             std::clamp(height, 0.0, kFarthest)};
 }
 
-Rect<RootSpace> ClientWindow::contentFor(const Rect<RootSpace>& frame) const {
-    const double left = decorations.left - shadow.left, top = decorations.top - shadow.top;
-    const double width = frame.width - left - decorations.right + shadow.right;
-    const double height = frame.height - top - decorations.bottom + shadow.bottom;
-    return {bounded(frame.x + left), bounded(frame.y + top), std::clamp(width, 1.0, kFarthest),
-            std::clamp(height, 1.0, kFarthest)};
+Point<RootSpace> ClientWindow::cornerFor(const Rect<RootSpace>& frame) const {
+    return {bounded(frame.x - shadow.left), bounded(frame.y - shadow.top)};
+}
+
+Size ClientWindow::contentSizeFor(const Rect<RootSpace>& frame) const {
+    const double around = decorations.left + decorations.right - shadow.left - shadow.right;
+    const double above = decorations.top + decorations.bottom - shadow.top - shadow.bottom;
+    return {std::clamp(frame.width - around, 1.0, kFarthest), std::clamp(frame.height - above, 1.0, kFarthest)};
 }
 
 bool ClientWindow::isAdmissible() const {

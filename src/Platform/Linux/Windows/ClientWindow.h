@@ -38,7 +38,7 @@ struct ClientWindow {
     bool saysHidden = false, isIconic = false;  ///< by _NET_WM_STATE and by WM_STATE
     bool takesDeleteRequests = false;
     std::optional<uint32_t> desktop;  ///< kAllDesktops for all; nothing where it is not told
-    Rect<RootSpace> content;          ///< without the window manager's decorations
+    Rect<RootSpace> content;          ///< without the window manager's decorations and the X border
     Extents decorations;              ///< around the content, by the window manager
     Extents shadow;                   ///< part of the content that is drawn as a shadow, by the client
     std::optional<Strut> strut;
@@ -47,8 +47,10 @@ struct ClientWindow {
     ClientType type() const;
     /// What the person sees of it: with decorations, without shadow. Its size is never negative.
     Rect<RootSpace> frame() const;
-    /// The content's rectangle when the person sees `frame`; at least one pixel.
-    Rect<RootSpace> contentFor(const Rect<RootSpace>& frame) const;
+    /// Where the decorations' corner (the content's, where there are none) is when the person sees `frame`.
+    Point<RootSpace> cornerFor(const Rect<RootSpace>& frame) const;
+    /// The content's size when the person sees `frame`; at least one pixel each way.
+    Size contentSizeFor(const Rect<RootSpace>& frame) const;
     /// Whether it is a window that the person works with, as opposed to desktop furniture.
     bool isAdmissible() const;
 };

@@ -213,8 +213,9 @@ void ClientWindows::handleConfigure(Tracked& tracked, const xcb_configure_notify
     content.height = event.height;
     const bool isFromWindowManager = (event.response_type & 0x80) != 0;
     if (isFromWindowManager) {
-        content.x = event.x;
-        content.y = event.y;
+        // The event tells the border's corner, also of a border that the window manager took away.
+        content.x = event.x + event.border_width;
+        content.y = event.y + event.border_width;
     } else {
         // Relative to the decoration it sits in, which says nothing about the root window.
         dirty_.insert(tracked.client.window);

@@ -1,6 +1,7 @@
 #include "Platform/Linux/Windows/WindowRequests.h"
 
 #include <algorithm>
+#include <cmath>
 #include <utility>
 
 namespace morvel::x11 {
@@ -12,7 +13,7 @@ constexpr uint32_t kFromPager = 2;
 constexpr uint32_t kIconicState = 3;
 
 uint32_t toCoordinate(double value) {
-    return static_cast<uint32_t>(static_cast<int32_t>(value));
+    return static_cast<uint32_t>(static_cast<int32_t>(std::lround(value)));
 }
 
 }  // namespace
@@ -64,14 +65,16 @@ void WindowRequests::close(const ClientWindow& client) {
     }
 }
 
-void WindowRequests::setContent(const ClientWindow& client, const Rect<RootSpace>& content) {
+void WindowRequests::setFrame(const ClientWindow& client, const Rect<RootSpace>& frame) {
     const auto& atoms = connection_.atoms();
-    const std::array<uint32_t, 4> values{toCoordinate(content.x), toCoordinate(content.y), toCoordinate(content.width),
-                                         toCoordinate(content.height)};
+    // By convention the position is the decorations' corner and the size the content's.
+    const Point<RootSpace> corner = client.cornerFor(frame);
+    const Size size = client.contentSizeFor(frame);
+    const std::array<uint32_t, 4> values{toCoordinate(corner.x), toCoordinate(corner.y), toCoordinate(size.width),
+                                         toCoordinate(size.height)};
     if (root_.supports(atoms.netMoveresizeWindow)) {
-        // Static gravity: the position is the content's own, whatever the decorations around it.
         constexpr uint32_t kAllFour = 0xF << 8;
-        constexpr uint32_t flags = XCB_GRAVITY_STATIC | kAllFour | kFromPager << 12;
+        constexpr uint32_t flags = XCB_GRAVITY_NORTH_WEST | kAllFour | kFromPager << 12;
         connection_.sendToRoot(client.window, atoms.netMoveresizeWindow,
                                {flags, values[0], values[1], values[2], values[3]});
     } else {

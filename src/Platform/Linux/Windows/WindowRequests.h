@@ -26,7 +26,8 @@ public:
     void minimize(const ClientWindow& client);
     /// Closes as its close button does; the program may ask its user first.
     void close(const ClientWindow& client);
-    void setContent(const ClientWindow& client, const Rect<RootSpace>& content);
+    /// `frame` is what the person is to see, as `ClientWindow::frame` tells it.
+    void setFrame(const ClientWindow& client, const Rect<RootSpace>& frame);
     void setDesktop(const ClientWindow& client, uint32_t desktop);
     /// Cuts the window's program off from the server.
     void kill(const ClientWindow& client);

@@ -2,7 +2,7 @@
 
 #include <algorithm>
 #include <array>
-#include <set>
+#include <cmath>
 #include <utility>
 
 #include "Platform/AXNames.h"
@@ -169,7 +169,8 @@ AXError XAccessibility::setMinimized(const ClientWindow& client, bool isMinimize
 }
 
 AXError XAccessibility::setFrame(const ClientWindow& client, const Rect<AXSpace>& frame) {
-    requests_.setContent(client, client.contentFor(screens_.mainFrame().toRoot(frame)));
+    if (!std::isfinite(frame.x + frame.y + frame.width + frame.height)) return AXError::Failure;
+    requests_.setFrame(client, screens_.mainFrame().toRoot(frame));
     return AXError::Success;
 }
 
