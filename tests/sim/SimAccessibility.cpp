@@ -131,11 +131,17 @@ size_t SimAccessibility::subscriptions(ProcessID pid) const {
 AXError SimAccessibility::subscribe(ObserverState& observer, const AXElement& element, std::string_view name) {
     const ElementID id = idOf(element);
     if (const AXError error = reach(id); error != AXError::Success) return error;
-    auto& refusals = processes_[observer.pid].refusals;
-    if (const auto refusal = refusals.find(name);
-        id == applicationID(observer.pid) && refusal != refusals.end() && refusal->second-- > 0)
-        return AXError::CannotComplete;
-    return observer.subscribed.emplace(id, name).second ? AXError::Success : AXError::AlreadyRegistered;
+    SimProcess& process = processes_[observer.pid];
+    const bool isApplication = id == applicationID(observer.pid);
+    if (!isApplication && process.onlyApplicationSubscriptions) return AXError::Unsupported;
+    const auto refusal = process.refusals.find(name);
+    if (isApplication && refusal != process.refusals.end() && refusal->second > 0) {
+        --refusal->second;
+        return AXError::Failure;
+    }
+    if (observer.subscribed.emplace(id, name).second) return AXError::Success;
+    ++repeatedSubscriptions;
+    return AXError::AlreadyRegistered;
 }
 
 AXError SimAccessibility::reach(ElementID id) {

@@ -26,6 +26,7 @@ struct SimElement {
 struct SimProcess {
     bool isHung = false;                               ///< every call answers `CannotComplete`
     bool refusesObserver = false;                      ///< no observer can be made
+    bool onlyApplicationSubscriptions = false;         ///< an observer can only subscribe on the application's element
     std::map<std::string, int, std::less<>> refusals;  ///< of the next subscriptions on the application, by name
 };
 
@@ -67,6 +68,7 @@ public:
         return found == calls_.end() ? 0 : found->second;
     }
 
+    int repeatedSubscriptions = 0;  ///< that were in force already
     bool trusted = true;
     int prompts = 0;
     /// Plays the application's side of a write or an action; without them a write just stores the value.

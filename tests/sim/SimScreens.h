@@ -2,6 +2,7 @@
 #pragma once
 
 #include <algorithm>
+#include <map>
 #include <string>
 #include <vector>
 
@@ -35,6 +36,7 @@ public:
     DisplayID mainDisplay() override { return main; }
     std::optional<std::string> uuidString(DisplayID display) override {
         const bool known = std::ranges::any_of(list, [&](const Screen& s) { return s.displayID == display; });
+        if (const auto given = uuids.find(display); given != uuids.end()) return given->second;
         return known ? std::optional(uuidOf(display)) : std::nullopt;
     }
     double statusBarThickness() override { return thickness; }
@@ -56,6 +58,7 @@ public:
     double firstHeight() const { return list.empty() ? 0 : list.front().frame.height; }
 
     std::vector<Screen> list;
+    std::map<DisplayID, std::string> uuids;  ///< where they are not made of the display's number
     DisplayID main{1};
     double thickness = 24;
     Signal<> changes;

@@ -19,7 +19,7 @@ public:
 
     explicit SimWindowServer(Journal& journal) : journal_(journal) {}
 
-    std::optional<SpaceID> activeSpace() override { return active; }
+    std::optional<SpaceID> activeSpace() override { return hasSpaceFunctions ? active : std::nullopt; }
     std::optional<std::vector<ManagedDisplay>> managedDisplaySpaces() override {
         ++spaceQueries;
         return hasSpaceFunctions ? std::optional(displays) : std::nullopt;
