@@ -1,6 +1,8 @@
 // Everything a host offers, gathered once by the host's `main` and handed to the application.
 #pragma once
 
+#include <functional>
+
 #include "Platform/Accessibility.h"
 #include "Platform/Icons.h"
 #include "Platform/Log.h"
@@ -24,6 +26,8 @@ struct Platform {
     UserDefaults& defaults;
     Icons& icons;
     ui::Toolkit& toolkit;
+    /// Ends the program: the host leaves its event loop after this turn and then tells the application.
+    std::function<void()> terminate;
 };
 
 }  // namespace morvel

@@ -90,7 +90,6 @@ SettingRule<std::optional<T>> optionalRule(std::string key) {
 
 }  // namespace
 
-// clang-format off: a table, one row per setting, in the order of the members.
 SettingsStore::SettingsStore(UserDefaults& defaults)
     : barEdge(defaults, enumRule("barEdge", MorvelEdge::Bottom)),
       barHeight(defaults, numberRule("barHeight", 44, 24, 64)),
@@ -131,6 +130,5 @@ SettingsStore::SettingsStore(UserDefaults& defaults)
       updaterLastCheckedAt(defaults, optionalRule<Date>("updaterLastCheckedAt")),
       updaterSkippedVersion(defaults, optionalRule<std::string>("updaterSkippedVersion")),
       updaterCachedRemote(defaults, optionalRule<Data>("updaterCachedRemote")) {}
-// clang-format on
 
 }  // namespace morvel

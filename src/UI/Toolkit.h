@@ -8,6 +8,7 @@
 #include "UI/Edge.h"
 #include "UI/Font.h"
 #include "UI/Menu.h"
+#include "UI/Prompt.h"
 #include "Util/Geometry.h"
 #include "Util/Subscription.h"
 
@@ -59,6 +60,9 @@ public:
     /// Shows the menu at a point of the anchor's window (in its root's space). Calls the chosen item's action, if one
     /// was chosen, and then `closed`; either inside this call or later. The anchor may be gone by then.
     virtual void popUpMenu(Menu menu, View& anchor, Point<ViewSpace> locationInRoot, std::function<void()> closed) = 0;
+
+    /// Shows a prompt, centred, in front and with the keyboard's focus. Null on hosts that have nothing to prompt for.
+    virtual std::unique_ptr<PromptPeer> showPrompt(Prompt) { return nullptr; }
 
     /// The size of one line of text, in points. Text that is not UTF-8 is measured as it would be shown.
     virtual Size textSize(std::string_view text, const Font& font) = 0;

@@ -50,7 +50,12 @@ void SimWindow::setTitle(const std::string& title) {
 void SimWindow::setFrame(const Rect<AXSpace>& frame) {
     const bool moved = frame.origin() != frame_.origin();
     const bool resized = frame.size() != frame_.size();
+    const auto displayBefore = desktop_.displayAt(frame_.center());
     frame_ = frame;
+    // The system puts a window that crosses to another display on the Space that shows there.
+    const auto display = desktop_.displayAt(frame_.center());
+    const auto space = display && display != displayBefore ? desktop_.currentSpace(*display) : std::nullopt;
+    if (space) desktop_.windowServer_.windowSpaces[number_] = {*space};
     set(ax::kPosition, frame.origin());
     set(ax::kSize, frame.size());
     if (ListedWindow* listed = desktop_.windowServer_.find(number_)) listed->bounds = frame;

@@ -27,18 +27,19 @@ struct Process {
 /// Inserting after a process's last window is a matter of links, so the whole costs no more than its look-ups.
 class Ordering {
 public:
-    explicit Ordering(const std::vector<WindowSnapshot>& current) {
+    Ordering(const std::vector<WindowID>& old, const std::vector<WindowSnapshot>& current) : old_(old) {
         nodes_.reserve(current.size());
         indices_.reserve(current.size());
         for (const WindowSnapshot& window : current) {
-            if (!indices_.emplace(window.id, nodes_.size()).second) continue;
+            if (!indices_.try_emplace(window.id, nodes_.size()).second) continue;
             nodes_.push_back({window.id, processIndex(window.pid)});
         }
-    }
-
-    void markKept(const std::vector<WindowID>& old) {
-        for (const WindowID& id : old)
-            if (const auto found = indices_.find(id); found != indices_.end()) nodes_[found->second].isKept = true;
+        oldNodes_.reserve(old.size());
+        for (const WindowID& id : old) {
+            const auto found = indices_.find(id);
+            oldNodes_.push_back(found == indices_.end() ? kNone : found->second);
+            if (oldNodes_.back() != kNone) nodes_[oldNodes_.back()].isKept = true;
+        }
     }
 
     void collectFresh() {
@@ -50,17 +51,12 @@ public:
         }
     }
 
-    void keepAndReplace(const std::vector<WindowID>& old, const std::unordered_map<WindowID, ProcessID>& oldPIDs) {
-        for (const WindowID& id : old) {
-            if (const auto found = indices_.find(id); found != indices_.end()) {
-                if (!nodes_[found->second].isPlaced) append(found->second);
-            } else if (const auto pid = oldPIDs.find(id); pid != oldPIDs.end()) {
-                const auto process = processIndices_.find(pid->second);
-                if (process == processIndices_.end()) continue;
-                size_t& heir = processes_[process->second].firstFresh;
-                if (heir == kNone) continue;
-                append(heir);
-                heir = nodes_[heir].nextFresh;
+    void keepAndReplace(const std::unordered_map<WindowID, ProcessID>& oldPIDs) {
+        for (size_t i = 0; i < old_.size(); ++i) {
+            if (oldNodes_[i] == kNone) {
+                if (const auto pid = oldPIDs.find(old_[i]); pid != oldPIDs.end()) placeHeir(pid->second);
+            } else if (!nodes_[oldNodes_[i]].isPlaced) {
+                append(oldNodes_[i]);
             }
         }
     }
@@ -86,9 +82,19 @@ public:
 
 private:
     size_t processIndex(ProcessID pid) {
-        const auto [entry, isNew] = processIndices_.emplace(pid, processes_.size());
+        const auto [entry, isNew] = processIndices_.try_emplace(pid, processes_.size());
         if (isNew) processes_.emplace_back();
         return entry->second;
+    }
+
+    /// The first new window of the process that has no place yet, if any, takes the next one.
+    void placeHeir(ProcessID pid) {
+        const auto process = processIndices_.find(pid);
+        if (process == processIndices_.end()) return;
+        size_t& heir = processes_[process->second].firstFresh;
+        if (heir == kNone) return;
+        append(heir);
+        heir = nodes_[heir].nextFresh;
     }
 
     void append(size_t node) {
@@ -109,6 +115,8 @@ private:
         processes_[nodes_[node].process].lastPlaced = node;
     }
 
+    const std::vector<WindowID>& old_;
+    std::vector<size_t> oldNodes_;  // the node of each id of `old_`, or none: the window is gone
     std::vector<Node> nodes_;
     std::vector<Process> processes_;
     std::unordered_map<WindowID, size_t> indices_;
@@ -121,10 +129,9 @@ private:
 
 std::vector<WindowID> sync(const std::vector<WindowID>& old, const std::unordered_map<WindowID, ProcessID>& oldPIDs,
                            const std::vector<WindowSnapshot>& current) {
-    Ordering ordering(current);
-    ordering.markKept(old);
+    Ordering ordering(old, current);
     ordering.collectFresh();
-    ordering.keepAndReplace(old, oldPIDs);
+    ordering.keepAndReplace(oldPIDs);
     ordering.insertRemaining();
     return ordering.result();
 }

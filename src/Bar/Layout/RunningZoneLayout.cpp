@@ -1,7 +1,8 @@
 #include "Bar/Layout/RunningZoneLayout.h"
 
 #include <algorithm>
-#include <tuple>
+#include <functional>
+#include <string_view>
 #include <unordered_map>
 #include <utility>
 
@@ -15,6 +16,18 @@ double usedWidth(const Result& decision, double flatPerButton) {
     return kGroupedButtonWidth * static_cast<double>(std::get<Grouped>(decision).groups.size());
 }
 
+bool precedes(const WindowSnapshot& a, const WindowSnapshot& b) {
+    if (const int byName = a.appName.compare(b.appName)) return byName < 0;
+    if (const int byTitle = a.title.compare(b.title)) return byTitle < 0;
+    return a.id < b.id;
+}
+
+/// Lets a table of texts be searched without making a text.
+struct TextHash {
+    using is_transparent = void;
+    size_t operator()(std::string_view text) const { return std::hash<std::string_view>{}(text); }
+};
+
 }  // namespace
 
 bool isCompactTopExpanded(MorvelEdge edge, bool compactAtTop, bool isExpanded) {
@@ -25,11 +38,11 @@ Mode effectiveMode(Mode configured, bool compactTopExpanded) {
     return configured == Mode::Never && compactTopExpanded ? Mode::Auto : configured;
 }
 
-Result decide(const std::vector<WindowSnapshot>& windows, double availableWidth, double flatPerButton, Mode mode) {
+Result decide(std::vector<WindowSnapshot> windows, double availableWidth, double flatPerButton, Mode mode) {
     const bool fits = flatPerButton * static_cast<double>(windows.size()) <= availableWidth;
     const bool isFlat = mode == Mode::Never || (mode == Mode::Auto && fits);
-    if (isFlat) return Flat{stableSorted(windows)};
-    return Grouped{groupByApp(windows)};
+    if (isFlat) return Flat{stableSorted(std::move(windows))};
+    return Grouped{groupByApp(std::move(windows))};
 }
 
 bool windowlessIconOnly(WindowlessDisplayMode mode, const Result& windowedDecision, int windowlessCount,
@@ -50,15 +63,12 @@ bool windowlessIconOnly(WindowlessDisplayMode mode, const Result& windowedDecisi
 }
 
 std::vector<WindowSnapshot> stableSorted(std::vector<WindowSnapshot> windows) {
+    if (std::ranges::is_sorted(windows, precedes)) return windows;  // as what a bar projects is
     // Sorting references and moving each record once is cheaper than moving records at every step of the sort.
     std::vector<WindowSnapshot*> order;
     order.reserve(windows.size());
     for (WindowSnapshot& window : windows) order.push_back(&window);
-    std::ranges::sort(order, [](const WindowSnapshot* a, const WindowSnapshot* b) {
-        if (const int byName = a->appName.compare(b->appName)) return byName < 0;
-        if (const int byTitle = a->title.compare(b->title)) return byTitle < 0;
-        return a->id < b->id;
-    });
+    std::ranges::sort(order, [](const WindowSnapshot* a, const WindowSnapshot* b) { return precedes(*a, *b); });
     std::vector<WindowSnapshot> sorted;
     sorted.reserve(windows.size());
     for (WindowSnapshot* window : order) sorted.push_back(std::move(*window));
@@ -69,21 +79,19 @@ std::string groupKey(const WindowSnapshot& window) {
     return window.bundleID ? *window.bundleID : "appName:" + window.appName;
 }
 
-std::vector<Group> groupByApp(const std::vector<WindowSnapshot>& windows) {
+std::vector<Group> groupByApp(std::vector<WindowSnapshot> windows) {
     std::vector<Group> groups;
-    std::unordered_map<std::string, size_t> indices;
-    for (const WindowSnapshot& window : windows) {
-        std::string key = groupKey(window);
-        // Windows of one application mostly stand together.
-        if (groups.empty() || groups.back().bundleID != key) {
-            const auto [entry, isNew] = indices.emplace(key, groups.size());
-            if (!isNew) {
-                groups[entry->second].windows.push_back(window);
-                continue;
-            }
-            groups.push_back({std::move(key), window.appName, {}});
+    std::unordered_map<std::string, size_t, TextHash, std::equal_to<>> indices;
+    std::string madeKey;
+    for (WindowSnapshot& window : windows) {
+        if (!window.bundleID) madeKey = groupKey(window);
+        const std::string_view key = window.bundleID ? *window.bundleID : madeKey;
+        auto index = indices.find(key);
+        if (index == indices.end()) {
+            index = indices.emplace(key, groups.size()).first;
+            groups.push_back({std::string(key), window.appName, {}});
         }
-        groups.back().windows.push_back(window);
+        groups[index->second].windows.push_back(std::move(window));
     }
     return groups;
 }

@@ -44,7 +44,7 @@ Mode effectiveMode(Mode configured, bool compactTopExpanded);
 
 /// The grouping of `windows` (none of them windowless) in `availableWidth` points, when a flat button takes
 /// `flatPerButton` points on average.
-Result decide(const std::vector<WindowSnapshot>& windows, double availableWidth, double flatPerButton, Mode mode);
+Result decide(std::vector<WindowSnapshot> windows, double availableWidth, double flatPerButton, Mode mode);
 
 /// Whether windowless applications are drawn as icons alone.
 bool windowlessIconOnly(WindowlessDisplayMode mode, const Result& windowedDecision, int windowlessCount,
@@ -57,6 +57,6 @@ std::vector<WindowSnapshot> stableSorted(std::vector<WindowSnapshot> windows);
 std::string groupKey(const WindowSnapshot& window);
 
 /// One group per application in order of first occurrence; windows keep their order.
-std::vector<Group> groupByApp(const std::vector<WindowSnapshot>& windows);
+std::vector<Group> groupByApp(std::vector<WindowSnapshot> windows);
 
 }  // namespace morvel::RunningZoneLayout

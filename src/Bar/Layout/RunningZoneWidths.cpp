@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 namespace morvel::RunningZoneLayout {
 
@@ -47,11 +48,13 @@ double flatPerButton(double projectedWindowed, double projectedWindowless, doubl
     return (projectedWindowed + projectedWindowless + gap) / static_cast<double>(windowedCount);
 }
 
-RunningZonePlan planRunningZone(const std::vector<WindowSnapshot>& windows, const FlatWidthRule& rule,
-                                double availableWidth, Mode mode, WindowlessDisplayMode windowlessDisplayMode) {
+RunningZonePlan planRunningZone(std::vector<WindowSnapshot> windows, const FlatWidthRule& rule, double availableWidth,
+                                Mode mode, WindowlessDisplayMode windowlessDisplayMode) {
     RunningZonePlan plan;
     std::vector<WindowSnapshot> windowed;
-    for (const WindowSnapshot& window : windows) (window.isWindowless ? plan.windowless : windowed).push_back(window);
+    windowed.reserve(windows.size());
+    for (WindowSnapshot& window : windows)
+        (window.isWindowless ? plan.windowless : windowed).push_back(std::move(window));
 
     plan.projectedWindowed = projectedFlatRunningWidth(windowed, rule);
     plan.projectedWindowless = projectedFlatRunningWidth(plan.windowless, rule);
@@ -59,7 +62,7 @@ RunningZonePlan planRunningZone(const std::vector<WindowSnapshot>& windows, cons
     plan.flatPerButton =
         RunningZoneLayout::flatPerButton(plan.projectedWindowed, plan.projectedWindowless, gap, windowed.size());
 
-    plan.decision = decide(windowed, availableWidth, plan.flatPerButton, mode);
+    plan.decision = decide(std::move(windowed), availableWidth, plan.flatPerButton, mode);
     plan.windowlessIconOnly =
         windowlessIconOnly(windowlessDisplayMode, plan.decision, static_cast<int>(plan.windowless.size()),
                            availableWidth, plan.flatPerButton);

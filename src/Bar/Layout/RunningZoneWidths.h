@@ -71,7 +71,7 @@ struct RunningZonePlan {
 };
 
 /// The plan for `windows`, placeholders among them, already filtered for the bar. `mode` is the effective one.
-RunningZonePlan planRunningZone(const std::vector<WindowSnapshot>& windows, const FlatWidthRule& rule,
-                                double availableWidth, Mode mode, WindowlessDisplayMode windowlessDisplayMode);
+RunningZonePlan planRunningZone(std::vector<WindowSnapshot> windows, const FlatWidthRule& rule, double availableWidth,
+                                Mode mode, WindowlessDisplayMode windowlessDisplayMode);
 
 }  // namespace morvel::RunningZoneLayout

@@ -1,0 +1,79 @@
+// The button that stands for all windows of one application when the running zone is grouped.
+#pragma once
+
+#include <functional>
+#include <string>
+#include <vector>
+
+#include "Bar/Buttons/AppActions.h"
+#include "Bar/Buttons/AppIconView.h"
+#include "Bar/Buttons/ButtonServices.h"
+#include "Bar/Buttons/CountBadge.h"
+#include "Bar/Buttons/NowPlayingButtonOverlay.h"
+#include "WindowSource/WindowSnapshot.h"
+
+namespace morvel {
+
+class GroupedAppButton;
+
+/// As for a window button: the providers are set, a callback that is not set does nothing, and nothing in here refers
+/// to the button.
+struct GroupedAppButtonBindings {
+    std::function<void(GroupedAppButton&)> onClick;
+    std::function<void(ProcessID)> onPin;  ///< with the process of the group's first window
+    AppActions app;
+
+    std::function<bool()> bordersProvider;
+    std::function<ui::Color()> accentProvider;
+
+    std::function<void()> pinReveal;
+    std::function<void()> unpinReveal;
+};
+
+class GroupedAppButton : public ui::View {
+public:
+    /// `buttonID` tells this button apart while something is dragged over it; `bundleID` is the group's key, which is
+    /// not a bundle identifier for applications that have none.
+    GroupedAppButton(ButtonServices services, WindowID buttonID, std::string bundleID,
+                     GroupedAppButtonBindings bindings);
+
+    /// The group's windows, in the order in which the popover lists them.
+    void update(std::vector<WindowSnapshot> windows);
+    void setNowPlaying(bool nowPlaying);
+    /// Restyles from the providers.
+    void applyAppearance();
+
+    const WindowID& buttonID() const { return buttonID_; }
+    const std::string& bundleID() const { return bundleID_; }
+    const std::vector<WindowSnapshot>& windows() const { return windows_; }
+    bool isHovered() const { return isHovered_; }
+    bool isNowPlaying() const { return isNowPlaying_; }
+    const CountBadge& countBadge() const { return countBadge_; }
+
+    Size intrinsicSize() const override;
+    bool acceptsMouse() const override { return true; }
+    bool tracksHover() const override { return true; }
+    void mouseDown(const ui::MouseEvent& event) override;
+    void rightMouseDown(const ui::MouseEvent& event) override;
+    void mouseEntered(const ui::MouseEvent& event) override;
+    void mouseExited() override;
+
+protected:
+    void layout() override;
+
+private:
+    ui::Menu contextMenu() const;
+
+    ui::Toolkit& toolkit_;
+    WindowID buttonID_;
+    std::string bundleID_;
+    GroupedAppButtonBindings bindings_;
+    std::vector<WindowSnapshot> windows_;
+    AppIconView iconView_;
+    CountBadge countBadge_;
+    NowPlayingButtonOverlay nowPlayingOverlay_;
+    bool isHovered_ = false;
+    bool isNowPlaying_ = false;
+};
+
+}  // namespace morvel

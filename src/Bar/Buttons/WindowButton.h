@@ -1,0 +1,100 @@
+// The button that stands for one window, or for an application without windows, in a bar's running zone.
+#pragma once
+
+#include <functional>
+#include <optional>
+#include <vector>
+
+#include "Bar/Buttons/AppActions.h"
+#include "Bar/Buttons/AppIconView.h"
+#include "Bar/Buttons/ButtonServices.h"
+#include "Bar/Buttons/NowPlayingButtonOverlay.h"
+#include "Bar/Buttons/OtherScreen.h"
+#include "Bar/Buttons/PressTracker.h"
+#include "Settings/SettingsEnums.h"
+#include "UI/Label.h"
+#include "WindowSource/WindowSnapshot.h"
+
+namespace morvel {
+
+/// What a window button does and how it learns its looks. The providers are asked whenever the button restyles, so a
+/// changed setting needs no new button; all of them are set. A callback that is not set does nothing. Menus keep
+/// copies, so nothing in here may refer to the button.
+struct WindowButtonBindings {
+    std::function<void()> onClick;
+    std::function<void()> onMinimize;
+    std::function<void()> onClose;
+    std::function<void()> onPin;
+    std::function<void(DisplayID)> onMoveTo;
+    AppActions app;
+
+    std::function<std::vector<OtherScreen>()> otherScreensProvider;
+    std::function<std::optional<double>()> widthProvider;  ///< points; absent where each button follows its title
+    std::function<bool()> bordersProvider;
+    std::function<ActiveButtonStyle()> activeStyleProvider;
+    std::function<ui::Color()> accentProvider;
+    std::function<MorvelEdge()> barEdgeProvider;
+
+    /// Called in pairs around a menu, to keep the bar shown meanwhile.
+    std::function<void()> pinReveal;
+    std::function<void()> unpinReveal;
+};
+
+class WindowButton : public ui::View {
+public:
+    WindowButton(ButtonServices services, const WindowSnapshot& snapshot, bool isIconOnly,
+                 WindowButtonBindings bindings);
+
+    /// Shows the window's new state. What did not change is not touched.
+    void update(const WindowSnapshot& snapshot);
+    void setActive(bool active);
+    void setIconOnly(bool iconOnly);
+    void setNowPlaying(bool nowPlaying);
+
+    /// Restyles from the providers.
+    void applyAppearance();
+    /// Takes the width from its provider anew.
+    void applyWidthConstraint();
+
+    const WindowSnapshot& snapshot() const { return snapshot_; }
+    bool isActive() const { return isActive_; }
+    bool isHovered() const { return isHovered_; }
+    bool isIconOnly() const { return isIconOnly_; }
+    bool isNowPlaying() const { return isNowPlaying_; }
+    const ui::Label& titleLabel() const { return titleLabel_; }
+
+    Size intrinsicSize() const override;
+    bool acceptsMouse() const override { return true; }
+    bool tracksHover() const override { return true; }
+    void mouseDown(const ui::MouseEvent& event) override;
+    void mouseDragged(const ui::MouseEvent& event) override;
+    void mouseUp(const ui::MouseEvent& event) override;
+    void rightMouseDown(const ui::MouseEvent& event) override;
+    void mouseEntered(const ui::MouseEvent& event) override;
+    void mouseExited() override;
+
+protected:
+    void layout() override;
+
+private:
+    void showTexts();
+    void layoutUnderline();
+    ui::Menu contextMenu() const;
+
+    ui::Toolkit& toolkit_;
+    WindowButtonBindings bindings_;
+    WindowSnapshot snapshot_;
+    AppIconView iconView_;
+    ui::Label titleLabel_;
+    ui::View activeUnderline_;
+    NowPlayingButtonOverlay nowPlayingOverlay_;
+    std::optional<ui::Edge> underlineEdge_;
+    double width_ = 0;  // what intrinsicSize tells, in points
+    PressTracker press_;
+    bool isActive_ = false;
+    bool isHovered_ = false;
+    bool isIconOnly_;
+    bool isNowPlaying_ = false;
+};
+
+}  // namespace morvel

@@ -1,0 +1,21 @@
+#include "Permissions/AXPermissionGate.h"
+
+namespace morvel {
+
+namespace {
+
+constexpr Duration kPollInterval = std::chrono::seconds(1);
+
+}  // namespace
+
+void AXPermissionGate::startPollingUntilGranted(std::function<void()> onGranted) {
+    if (isTrusted()) return onGranted();
+    poll_ = mainLoop_.every(kPollInterval, kPollInterval, [this, onGranted = std::move(onGranted)] {
+        if (!isTrusted()) return;
+        const auto granted = onGranted;  // ends with the timer
+        poll_.reset();
+        granted();
+    });
+}
+
+}  // namespace morvel
