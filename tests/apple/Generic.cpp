@@ -95,6 +95,9 @@ void Runtime::answerGenerically(Invocation& invocation, const MethodFact& fact) 
         setProperty(self, lowered(name), invocation.stored(0));
         // A few setters, as setActivationPolicy:, say whether they did it.
         if (invocation.resultEncoding() == "B") invocation.answer<bool>(true);
+    } else if (fact.result == "@" && !isNullable(fact) && facts_.classNamed(classNameIn(fact.resultType))) {
+        // Something new that is never nil, as addButtonWithTitle: or statusItemWithLength: give.
+        invocation.answerObject(Id(objc::kAdopt, allocate(classNamed(classNameIn(fact.resultType)))));
     }
 }
 

@@ -117,11 +117,13 @@ void installViewGeometry(Runtime& runtime) {
         }
         i.answerObject(Id(property<RawObject>(self, "layer")));
     });
-    runtime.implement("NSTextField", "+labelWithString:", [](Invocation& i) {
-        const Id label(objc::kAdopt, checked::runtime().allocate(classOf(i.receiver())));
-        setProperty(label.raw(), "stringValue", i.object(0));
-        i.answerObject(label);
-    });
+    for (const char* factory : {"+labelWithString:", "+wrappingLabelWithString:"}) {
+        runtime.implement("NSTextField", factory, [](Invocation& i) {
+            const Id label(objc::kAdopt, checked::runtime().allocate(classOf(i.receiver())));
+            setProperty(label.raw(), "stringValue", i.object(0));
+            i.answerObject(label);
+        });
+    }
     runtime.implement("NSTextField", "intrinsicContentSize", [](Invocation& i) {
         // A fixed advance per byte: enough to tell a long title from a short one.
         constexpr double kAdvance = 7;
@@ -170,6 +172,9 @@ void installMenus(Runtime& runtime) {
                       "addItem:", [](Invocation& i) { list(i.receiver(), "itemArray").emplace_back(i.object(0)); });
     runtime.implement("NSMenu", "itemArray",
                       [](Invocation& i) { i.answerObject(makeArray(list(i.receiver(), "itemArray"))); });
+    runtime.implement("NSStatusItem", "button", [](Invocation& i) {
+        i.answerObject(checked::runtime().shared("NSStatusBarButton", "NSStatusItem button"));
+    });
     runtime.implement("NSPopover", "showRelativeToRect:ofView:preferredEdge:", [](Invocation& i) {
         setProperty(i.receiver(), "shown", true);
     });

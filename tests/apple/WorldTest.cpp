@@ -2,6 +2,7 @@
 #include "Application.h"
 #include "Platform/Mac/AppDelegate.h"
 #include "Platform/Mac/apple/AppKit/NSApplication.h"
+#include "Platform/Mac/apple/AppKit/NSStatusItem.h"
 #include "Platform/Mac/apple/CFRef.h"
 #include "Platform/Mac/apple/CoreGraphics.h"
 #include "Platform/Mac/apple/Foundation/NSNumber.h"
@@ -159,6 +160,25 @@ TEST_F(World, DefaultsKeepValuesOfAnyType) {
     EXPECT_FALSE(objc::as<NSString>(defaults.at(key)));
     defaults.remove(key);
     EXPECT_FALSE(defaults.at(key));
+}
+
+TEST_F(World, ScriptsAnswerForTheUser) {
+    runtime().script("NSAlert", "runModal", [](Invocation& i) { i.answer<NSInteger>(NSAlertFirstButtonReturn + 1); });
+    const NSAlert alert = create<NSAlert>();
+    alert.setMessageText(NSString::from("Hide and shrink the macOS Dock?"));
+    alert.addButton(NSString::from("Skip"));
+    EXPECT_EQ(alert.runModal(), NSAlertFirstButtonReturn + 1);
+    const NSStatusItem item = NSStatusBar::system().statusItem(NSVariableStatusItemLength);
+    ASSERT_TRUE(item);
+    item.button().setImagePosition(NSImageOnly);
+    item.setMenu(NSMenu::make(NSString::from("Morvel")));
+    NSStatusBar::system().remove(item);
+    EXPECT_EQ(runtime().callNames(),
+              (std::vector<std::string>{
+                  "NSAlert setMessageText:", "NSAlert addButtonWithTitle:", "NSAlert runModal",
+                  "NSStatusBar systemStatusBar", "NSStatusBar statusItemWithLength:", "NSStatusItem button",
+                  "NSStatusBarButton setImagePosition:", "NSMenu initWithTitle:", "NSStatusItem setMenu:",
+                  "NSStatusBar systemStatusBar", "NSStatusBar removeStatusItem:"}));
 }
 
 }  // namespace
