@@ -22,10 +22,12 @@ if ! cmp -s "$here/package-lock.json" "$toolchain/installed.json"; then
 fi
 export ZIG_GLOBAL_CACHE_DIR=$work/zig-cache ZIG_LOCAL_CACHE_DIR=$work/zig-cache
 
-# The host's objects: rebuilt when a source or any header is newer.
-newest_header=$(find "$root/src" -name '*.h' -newer "$work/headers-seen" 2>/dev/null | head -n 1)
-if [ ! -e "$work/headers-seen" ] || [ -n "$newest_header" ]; then rm -rf "$work/objects"; fi
-touch "$work/headers-seen"
+# Objects are kept while neither a header nor the way of building changes; a changed source rebuilds its own.
+mkdir -p "$work"
+echo "$version $(cat "$here/build.sh" "$here/package-lock.json" | cksum)" > "$work/recipe.new"
+newest_header=$(find "$root/src" -name '*.h' -newer "$work/recipe" 2>/dev/null | head -n 1)
+if [ -n "$newest_header" ] || ! cmp -s "$work/recipe.new" "$work/recipe"; then rm -rf "$work/objects"; fi
+mv "$work/recipe.new" "$work/recipe"
 # The core that main links joins here: every source but those of the other hosts.
 sources=$(cd "$root/src" && find . -name '*.cpp' ! -path './Platform/Linux/*' ! -name 'LinuxMain.cpp' | sort)
 

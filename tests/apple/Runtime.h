@@ -93,7 +93,8 @@ public:
 
     /// Begins a test: no calls, no faults, a pool.
     void begin();
-    /// Ends it: pools are drained, shared objects and scripts dropped, and what is left is reported as leaked.
+    /// Ends it: pools are drained, shared objects and scripts dropped, and what is left is reported as leaked
+    /// and gone: a wrapper in a static of the host's would dangle in the next test.
     void finish();
 
 private:

@@ -90,7 +90,13 @@ TEST_F(World, ElementsAnswerFailAndNotify) {
     accessibility().failProcess(42, kAXErrorSuccess);
     EXPECT_EQ(AXUIElementSetAttributeValue(element, cfString("AXMinimized").get(), kCFBooleanTrue), kAXErrorSuccess);
     EXPECT_EQ(boolFrom(referenceTo(accessibility().value(window, "AXMinimized").raw())), true);
-    EXPECT_EQ(accessibility().log, std::vector<std::string>{"set AXMinimized"});
+    accessibility().performed = [&](const ElementIdentity&, const std::string& action) {
+        if (action == "AXPress") accessibility().destroy(window);
+    };
+    EXPECT_EQ(AXUIElementPerformAction(element, cfString("AXPress").get()), kAXErrorSuccess);
+    EXPECT_EQ(AXUIElementCopyAttributeValue(element, cfString("AXTitle").get(), value.receive()),
+              kAXErrorInvalidUIElement);
+    EXPECT_EQ(accessibility().log, (std::vector<std::string>{"set AXMinimized", "perform AXPress"}));
 }
 
 TEST_F(World, ObserversHearWhatTheySubscribedTo) {
