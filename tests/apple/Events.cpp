@@ -2,17 +2,11 @@
 #include "Events.h"
 
 #include "Platform/Mac/objc/AutoreleasePool.h"
+#include "Properties.h"
 
 namespace morvel::mac::checked {
 
 namespace {
-
-template <typename T>
-void setProperty(RawObject object, const std::string& name, const T& value) {
-    Value stored{std::string(objc::Encode<T>::value.view()), std::vector<unsigned char>(sizeof value)};
-    std::memcpy(stored.bytes.data(), &value, sizeof value);
-    runtime().setProperty(object, name, stored);
-}
 
 bool contains(const CGRect& frame, CGPoint point) {
     return point.x >= frame.origin.x && point.x < frame.origin.x + frame.size.width && point.y >= frame.origin.y &&
@@ -47,8 +41,9 @@ void sendMouse(const NSView& contentView, const char* selector, const Id& event)
 
 bool choose(const NSMenuItem& item) {
     const objc::AutoreleasePool pool;
-    const auto enabled = item ? item.raw()->properties.find("enabled") : decltype(item.raw()->properties.end()){};
-    if (!item || (enabled != item.raw()->properties.end() && !enabled->second.value.bytes[0])) return false;
+    const bool isDisabled =
+        item && item.raw()->properties.contains("enabled") && !property<bool>(item.raw(), "enabled");
+    if (!item || isDisabled) return false;
     const Id target = send<Id>(item, "target"_sel);
     const auto action = send<Selector>(item, "action"_sel);
     if (!target || !action.raw() || !runtime().responds(target.raw(), action.raw()->name)) return false;

@@ -187,5 +187,37 @@ TEST_F(World, ScriptsAnswerForTheUser) {
                   "NSStatusBar systemStatusBar", "NSStatusBar removeStatusItem:"}));
 }
 
+TEST_F(World, ApplicationsAndScreensComeAndGoWithTheirNotices) {
+    std::vector<std::string> heard;
+    const auto note = [&](RawObject name) {
+        return NSWorkspace::shared().notificationCenter().observe(NSString(name), [&](const NSNotification& notice) {
+            const Id application = notice.userInfo().at(NSString(NSWorkspaceApplicationKey));
+            heard.push_back(notice.name().text() + " " +
+                            std::to_string(objc::as<NSRunningApplication>(application).processIdentifier()));
+        });
+    };
+    const Subscription launches = note(NSWorkspaceDidLaunchApplicationNotification);
+    const Subscription quits = note(NSWorkspaceDidTerminateApplicationNotification);
+    workspace().launch({.pid = 42, .bundleIdentifier = "org.example.notes", .name = "Notes"});
+    const auto silent = workspace().launch({.pid = 43, .bundleIdentifier = "", .name = "Agent", .activationPolicy = 1});
+    EXPECT_FALSE(silent.bundleIdentifier());
+    EXPECT_TRUE(NSRunningApplication::withPid(42).activate(NSApplicationActivateIgnoringOtherApps));
+    EXPECT_EQ(NSWorkspace::shared().frontmostApplication().localizedName().text(), "Notes");
+    workspace().quit(43, WorkspaceWorld::Notice::Missed);
+    EXPECT_TRUE(silent.isTerminated());
+    EXPECT_TRUE(NSRunningApplication::withPid(42).terminate());
+    EXPECT_FALSE(NSRunningApplication::withPid(42));
+    EXPECT_EQ(NSWorkspace::shared().runningApplications().count(), 0U);
+    EXPECT_EQ(heard, (std::vector<std::string>{"NSWorkspaceDidLaunchApplicationNotification 42",
+                                               "NSWorkspaceDidLaunchApplicationNotification 43",
+                                               "NSWorkspaceDidTerminateApplicationNotification 42"}));
+
+    workspace().setScreens({{.display = 5, .name = "Built-in", .frame = {{0, 0}, {1440, 900}}, .visibleFrame = {}}});
+    const auto screens = NSScreen::screens().elements<NSScreen>();
+    ASSERT_EQ(screens.size(), 1U);
+    EXPECT_EQ(screens[0].frame().size, (CGSize{1440, 900}));
+    EXPECT_EQ(screens[0].deviceDescription().at<NSNumber>("NSScreenNumber").integerValue(), 5);
+}
+
 }  // namespace
 }  // namespace morvel::mac::checked
