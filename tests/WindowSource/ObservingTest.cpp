@@ -197,6 +197,22 @@ TEST(Observing, WindowsOfOtherSpacesComeToLightAndStay) {
     EXPECT_EQ(desktop.accessibility().repeatedSubscriptions, 0);
 }
 
+TEST(Observing, WindowsOlderThanTheObserverAreWatchedOneByOne) {
+    WatchedDesktop desktop;
+    SimApp& app = desktop.launch("Editor");
+    SimWindow& older = app.open();
+    app.refuseSubscriptions(ax::kUIElementDestroyed, 100);  // so that only a window's own subscription can tell
+    desktop.start();
+    desktop.run(1500ms);
+    ASSERT_TRUE(desktop.find(older));
+    app.open();
+    desktop.settle();
+    EXPECT_EQ(desktop.accessibility().subscriptions(app.pid()), 8u) << "seven names, and one window";
+    older.close();
+    desktop.settle();
+    EXPECT_FALSE(desktop.find(older));
+}
+
 TEST(Observing, AStormOfWindowsCostsAFewQuestionsEach) {
     constexpr int kWindows = 500;
     WatchedDesktop desktop;
