@@ -8,7 +8,8 @@
 namespace morvel::sim {
 
 Desktop::Desktop(const std::vector<DisplaySpec>& displays)
-    : platform_{mainLoop_, log_, accessibility_, windowServer_, workspace_, screens_, defaults_, icons_, toolkit_} {
+    : platform_{mainLoop_, log_,      accessibility_, windowServer_, workspace_,
+                screens_,  defaults_, icons_,         toolkit_,      [this] { ++terminations_; }} {
     for (const DisplaySpec& display : displays) {
         screens_.list.push_back(SimScreens::screenOf(display));
         addDisplaySpaces(display.id);
@@ -167,7 +168,6 @@ void Desktop::rescueWindows() {
     if (screens_.list.empty()) return;  // asleep: nothing moves until a display is back
     for (const auto& [id, window] : windows_) {
         if (!window->isOpen() || displayAt(window->frame().center())) continue;
-        if (const auto space = currentSpace(screens_.main)) windowServer_.windowSpaces[window->number()] = {*space};
         const Rect<AXSpace> first = toAX(screens_.list.front().visibleFrame, screens_.firstHeight());
         window->setFrame({first.x, first.y, window->width(), window->height()});
     }

@@ -59,6 +59,8 @@ public:
     // --- Applications. References stay good for the desktop's life, also after the application has ended. ---
     /// Starts it in the background and without windows.
     SimApp& launch(const std::string& name, const LaunchOptions& options = {});
+    /// How often the program under test asked to be ended.
+    int terminations() const { return terminations_; }
     /// The newest one with the process number; null for none that runs.
     SimApp* app(ProcessID pid);
     /// How often the window's position was written by the program under test.
@@ -108,6 +110,7 @@ private:
     uint64_t lastInstance_ = 0;
     uint32_t lastNumber_ = 10;
     uint64_t lastSpace_ = 0;
+    int terminations_ = 0;
 };
 
 }  // namespace morvel::sim
