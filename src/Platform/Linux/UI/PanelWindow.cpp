@@ -43,7 +43,7 @@ PanelWindow::PanelWindow(ToolkitContext& context, const ui::PanelOptions& option
       window_(
           std::make_unique<ViewWindow>(context, content,
                                        ViewWindowOptions{.management = Management::Managed,
-                                                         .tooltipAvoids = TooltipAvoids::Window,
+                                                         .keepClearOf = KeepClearOf::Window,
                                                          .prepare = [this](XWindow& window) { describe(window); }})) {
     place();
     // Where the main display's height or place changes, so does what the frame means on the root window.
