@@ -55,6 +55,13 @@ struct ToJson {
     json operator()(const DefaultsDictionary& dictionary) const { return dictionaryToJson(dictionary); }
 };
 
+template <class T>
+std::optional<DefaultsValue> valueOf(T value) {
+    auto out = std::make_optional<DefaultsValue>();
+    out->value = std::move(value);
+    return out;
+}
+
 std::optional<DefaultsValue> valueFromJson(const json& from, int depth);
 
 std::optional<double> realFromText(const json& from) {
@@ -79,7 +86,7 @@ std::optional<DefaultsValue> dictionaryFromJson(const json& from, int depth) {
         if (!value) return std::nullopt;
         out.emplace(key, std::move(*value));
     }
-    return DefaultsValue{std::move(out)};
+    return valueOf(std::move(out));
 }
 
 std::optional<DefaultsValue> objectFromJson(const json& from, int depth) {
@@ -89,11 +96,10 @@ std::optional<DefaultsValue> objectFromJson(const json& from, int depth) {
     const auto& tag = from.begin().key();
     if (tag == kDictionary && content.is_object()) return dictionaryFromJson(content, depth);
     if (tag == kData)
-        if (auto data = dataFromJson(content)) return DefaultsValue{std::move(*data)};
+        if (auto data = dataFromJson(content)) return valueOf(std::move(*data));
     if (tag == kReal)
-        if (const auto real = realFromText(content)) return DefaultsValue{*real};
-    if (tag == kDate && content.is_number())
-        return DefaultsValue{Date(std::chrono::duration<double>(content.get<double>()))};
+        if (const auto real = realFromText(content)) return valueOf(*real);
+    if (tag == kDate && content.is_number()) return valueOf(Date(std::chrono::duration<double>(content.get<double>())));
     return std::nullopt;
 }
 
@@ -104,23 +110,23 @@ std::optional<DefaultsValue> arrayFromJson(const json& from, int depth) {
         if (!value) return std::nullopt;
         out.push_back(std::move(*value));
     }
-    return DefaultsValue{std::move(out)};
+    return valueOf(std::move(out));
 }
 
 std::optional<DefaultsValue> valueFromJson(const json& from, int depth) {
     if (depth > kDeepest) return std::nullopt;
     switch (from.type()) {
         case json::value_t::boolean:
-            return DefaultsValue{from.get<bool>()};
+            return valueOf(from.get<bool>());
         case json::value_t::number_integer:
-            return DefaultsValue{from.get<int64_t>()};
+            return valueOf(from.get<int64_t>());
         case json::value_t::number_unsigned:
             if (from.get<uint64_t>() > uint64_t(std::numeric_limits<int64_t>::max())) return std::nullopt;
-            return DefaultsValue{from.get<int64_t>()};
+            return valueOf(from.get<int64_t>());
         case json::value_t::number_float:
-            return DefaultsValue{from.get<double>()};
+            return valueOf(from.get<double>());
         case json::value_t::string:
-            return DefaultsValue{from.get<std::string>()};
+            return valueOf(from.get<std::string>());
         case json::value_t::array:
             return arrayFromJson(from, depth);
         case json::value_t::object:

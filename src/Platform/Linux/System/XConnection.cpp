@@ -11,6 +11,9 @@ namespace morvel::x11 {
 
 namespace {
 
+// A client that changes its title without pause must not keep timers and posted work from their turn; and no ordinary
+// burst, such as a session's start, should be cut into several batches.
+constexpr size_t kLargestBatch = 4096;
 constexpr uint8_t kErrorResponse = 0;
 constexpr uint8_t kTypeMask = 0x7F;  // the other bit marks events that another client sent
 
@@ -107,8 +110,11 @@ gboolean XConnection::dispatch(GSource* source, GSourceFunc, gpointer) {
 
 bool XConnection::takeArrived(bool readFromServer) {
     // Polling for an event is what reads the socket, replies included.
-    while (auto* event = readFromServer ? xcb_poll_for_event(connection_) : xcb_poll_for_queued_event(connection_))
+    while (events_.size() < kLargestBatch) {
+        auto* event = readFromServer ? xcb_poll_for_event(connection_) : xcb_poll_for_queued_event(connection_);
+        if (!event) break;
         events_.emplace_back(event);
+    }
     takeReplies();
     return !events_.empty() || !replies_.empty();
 }

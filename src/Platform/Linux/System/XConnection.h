@@ -29,9 +29,10 @@ template <class T>
 using XPtr = std::unique_ptr<T, FreeWithC>;
 
 /// Main thread only. Requests are sent with xcb's own functions and go out at the end of the turn at the latest. In a
-/// turn, all events and replies that have arrived are handled in one batch; then `observeBatchEnd` listeners run once.
-/// Errors of requests without a reply are expected, since other programs' windows vanish at any time: they are
-/// counted, and logged when debug lines are wanted. Every token handed out ends before the connection.
+/// turn, all events and replies that have arrived (to a bound that only a flood reaches) are handled in one batch; then
+/// `observeBatchEnd` listeners run once. Errors of requests without a reply are expected, since other programs' windows
+/// vanish at any time: they are counted, and logged when debug lines are wanted. Every token handed out ends before the
+/// connection.
 class XConnection {
 public:
     /// Connects to the display named so, or to DISPLAY's when empty. Null when there is none to be had. `log` outlives
