@@ -11,10 +11,15 @@ AppDelegate::~AppDelegate() = default;
 
 void AppDelegate::applicationDidFinishLaunching() {
     if (permissionGate_.isTrusted()) return startCore();
-    permissionWindow_ = std::make_unique<PermissionWindow>(permissionGate_, platform_.toolkit, [this] {
-        permissionWindow_.reset();
-        startCore();
-    });
+    askForPermission([this] { startCore(); });
+}
+
+void AppDelegate::askForPermission(std::function<void()> granted) {
+    permissionWindow_ =
+        std::make_unique<PermissionWindow>(permissionGate_, platform_.toolkit, [this, granted = std::move(granted)] {
+            permissionWindow_.reset();
+            granted();
+        });
     permissionWindow_->show();
 }
 
@@ -30,6 +35,7 @@ void AppDelegate::startCore() {
         AXObserverManager::System{platform_.mainLoop, platform_.log, platform_.accessibility, platform_.windowServer,
                                   platform_.workspace, platform_.screens},
         mint_, *windowStore_);
+    observerManager_->onPermissionLost = [this] { askForPermission([this] { observerManager_->restart(); }); };
     observerManager_->start();
     appCommands_ = std::make_unique<AppCommands>(platform_.workspace, platform_.mainLoop);
     spaceQuery_ = std::make_unique<SpaceQuery>(platform_.windowServer, platform_.screens);

@@ -38,6 +38,8 @@ public:
 private:
     /// At most once.
     void startCore();
+    /// Shows the permission window until the permission is there.
+    void askForPermission(std::function<void()> granted);
     BarActions makeBarActions();
 
     Platform platform_;

@@ -39,6 +39,12 @@ public:
     /// Ends the process without asking.
     virtual void forceTerminate(ProcessID pid) = 0;
 
+    /// Whether the person sees their session: not while the screen is locked or asleep or shows another user's. Other
+    /// programs then tell little and nothing may be concluded from it. True where it cannot be told.
+    virtual bool isSessionActive() { return true; }
+    /// After the session has become active again. An empty token where there is no such notice.
+    [[nodiscard]] virtual Subscription observeSessionActivated(std::function<void()>) { return {}; }
+
     /// Whether the process exists; one that may not be signalled counts as alive.
     virtual bool isProcessAlive(ProcessID pid) = 0;
 

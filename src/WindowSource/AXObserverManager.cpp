@@ -12,6 +12,8 @@ using namespace std::chrono_literals;
 
 /// An application that was just launched often makes its first window after the launch notice.
 constexpr Duration kSecondLookDelay = 1500ms;
+/// Long enough for an application to come to the front, short enough to belong to the click for the person.
+constexpr Duration kRaiseCheckDelay = 300ms;
 constexpr Duration kSweepPeriod = 15s;
 constexpr int kSubscriptionAttempts = 6;
 
@@ -33,7 +35,7 @@ AXObserverManager::AXObserverManager(System system, WindowIDMint& mint, WindowSt
           },
           [this](ProcessID pid) { processRecovered(pid); }),
       tracker_({system.mainLoop, system.log, system.accessibility, system.windowServer, system.workspace, mint, store,
-                unresponsive_},
+                unresponsive_, [this] { answerDenied(); }},
                [this](ProcessID pid, const AXElement& window) {
                    // Since macOS 15 an application's own subscription leaves out the windows that are older than the
                    // observer. Where both are told, the second finds nothing to do.
@@ -62,6 +64,7 @@ void AXObserverManager::observeAppLifecycle() {
     workspaceObservers_.push_back(
         workspace.observeActivated([this](const RunningApplication& app) { applicationActivated(app); }));
     workspaceObservers_.push_back(workspace.observeActiveSpaceChanged([this] { enumerateAllAgain(); }));
+    workspaceObservers_.push_back(workspace.observeSessionActivated([this] { enumerateAllAgain(); }));
 }
 
 void AXObserverManager::attachToAllRunningApps() {
@@ -114,6 +117,8 @@ void AXObserverManager::applicationActivated(const RunningApplication& app) {
     if (found != attachedApps_.end() && !found->second.pendingNotifications.empty() &&
         !notificationRetrier_.isPending(pid))
         startRetrier(pid);
+    // Windows that nobody announced mostly come to light when their application comes to the front.
+    if (watch.isAlive() && attachedApps_.contains(pid)) tracker_.enumerateAXWindows(pid);
 }
 
 AXObserverManager::Notifications AXObserverManager::subscribe(Attached& attached, const Notifications& notifications) {
@@ -124,6 +129,7 @@ AXObserverManager::Notifications AXObserverManager::subscribe(Attached& attached
         const AXError error =
             isHung ? AXError::CannotComplete : attached.observer->addNotification(attached.element, name);
         if (error == AXError::CannotComplete) unresponsive_.add(attached.app.pid);
+        if (error == AXError::ApiDisabled) answerDenied();
         if (error != AXError::Success) refused.push_back(name);
     }
     return refused;
@@ -170,7 +176,8 @@ void AXObserverManager::enumerateAllAgain() {
 void AXObserverManager::sweep() {
     const auto watch = lifeline_.watch();
     sweepDeadPIDs();
-    if (watch.isAlive()) tracker_.sweepClosedWindows();
+    // While nobody sees the session, applications and the window list tell of no windows though they have some.
+    if (watch.isAlive() && system_.workspace.isSessionActive()) tracker_.sweepClosedWindows();
 }
 
 void AXObserverManager::sweepDeadPIDs() {
@@ -192,12 +199,51 @@ void AXObserverManager::processRecovered(ProcessID pid) {
     if (watch.isAlive()) tracker_.refresh(pid);
 }
 
+void AXObserverManager::restart() {
+    const auto watch = lifeline_.watch();
+    permissionLoss_.reset();
+    std::vector<ProcessID> pids;
+    for (const auto& [pid, attached] : attachedApps_) pids.push_back(pid);
+    for (const ProcessID pid : pids) {
+        detach(pid);
+        if (!watch.isAlive()) return;
+    }
+    attachToAllRunningApps();
+}
+
+void AXObserverManager::answerDenied() {
+    // A single application may refuse for reasons of its own; only the system's own word counts.
+    if (permissionLoss_ || system_.accessibility.isTrusted()) return;
+    permissionLoss_ = system_.mainLoop.after(Duration{}, [this] {
+        if (onPermissionLost) onPermissionLost();
+    });
+}
+
 void AXObserverManager::raiseWindow(WindowID id) {
-    if (const TrackedWindow* window = tracker_.find(id)) actions_.raise(*window);
+    const TrackedWindow* window = tracker_.find(id);
+    if (!window) return;
+    const auto frontmost = system_.workspace.frontmostApplication();
+    actions_.raise(*window);
+    checkRaised(id, frontmost);
 }
 
 void AXObserverManager::clickWindow(WindowID id) {
-    if (const TrackedWindow* window = tracker_.find(id)) actions_.click(*window);
+    const TrackedWindow* window = tracker_.find(id);
+    if (!window) return;
+    const auto frontmost = system_.workspace.frontmostApplication();
+    if (actions_.click(*window) == ClickOutcome::Raised) checkRaised(id, frontmost);
+}
+
+/// Since macOS 14 activating an application is a request, which the system drops now and then. It is made once more,
+/// unless the person has gone elsewhere meanwhile.
+void AXObserverManager::checkRaised(WindowID id, std::optional<ProcessID> frontmostBefore) {
+    raiseCheck_ = system_.mainLoop.after(kRaiseCheckDelay, [this, id, frontmostBefore] {
+        const TrackedWindow* window = tracker_.find(id);
+        if (!window || unresponsive_.contains(window->pid)) return;
+        const auto frontmost = system_.workspace.frontmostApplication();
+        const bool wentElsewhere = frontmost != window->pid && frontmost != frontmostBefore;
+        if (!wentElsewhere && !actions_.isFrontmost(*window)) actions_.raise(*window);
+    });
 }
 
 void AXObserverManager::minimizeWindow(WindowID id) {

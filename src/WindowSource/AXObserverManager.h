@@ -44,6 +44,11 @@ public:
     AXObserverManager& operator=(const AXObserverManager&) = delete;
 
     void start();
+    /// Observes every application anew, as after the permission was taken away and given back.
+    void restart();
+
+    /// Called in a later turn, once for each loss, when this program is no longer trusted though it was.
+    std::function<void()> onPermissionLost;
 
     /// Brings the window to the front, out of the Dock if it is minimized, and gives it the focus.
     void raiseWindow(WindowID id);
@@ -78,6 +83,8 @@ private:
     void scheduleSecondLook(ProcessID pid);
     void lookAgain(ProcessID pid, uint64_t look);
     void enumerateAllAgain();
+    void checkRaised(WindowID id, std::optional<ProcessID> frontmostBefore);
+    void answerDenied();
     void sweep();
     void sweepDeadPIDs();
     void processRecovered(ProcessID pid);
@@ -92,6 +99,8 @@ private:
     std::unordered_map<uint64_t, Timer> secondLooks_;
     uint64_t lastSecondLook_ = 0;
     Timer deadPIDSweepTimer_;
+    Timer raiseCheck_;      // of the window that was raised last
+    Timer permissionLoss_;  // while it is about to be told, and after that until `restart`
     Subscriptions workspaceObservers_;
     Lifeline lifeline_;
 };

@@ -45,6 +45,7 @@ std::optional<AXValue> AXReader::read(const AXElement& element, std::string_view
     AXAnswer answer = accessibility_.attribute(element, attribute);
     timedOut_ = answer.error == AXError::CannotComplete;
     if (answer.error == AXError::InvalidElement) metDeadElement_ = true;
+    if (answer.error == AXError::ApiDisabled) wasDenied_ = true;
     return std::move(answer.value);
 }
 

@@ -30,6 +30,8 @@ public:
     bool hasTimedOut() const { return timedOut_; }
     /// Whether an element that was asked is gone.
     bool hasMetDeadElement() const { return metDeadElement_; }
+    /// Whether an answer was that this program may not ask.
+    bool wasDenied() const { return wasDenied_; }
 
 private:
     std::optional<AXValue> read(const AXElement& element, std::string_view attribute);
@@ -39,6 +41,7 @@ private:
     Accessibility& accessibility_;
     bool timedOut_ = false;
     bool metDeadElement_ = false;
+    bool wasDenied_ = false;
 };
 
 }  // namespace morvel

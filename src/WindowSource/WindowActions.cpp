@@ -16,20 +16,30 @@ void WindowActions::raise(const TrackedWindow& window) {
     if (answers) accessibility_.performAction(window.element, ax::kRaise);
 }
 
-void WindowActions::click(const TrackedWindow& window) {
+ClickOutcome WindowActions::click(const TrackedWindow& window) {
     AXReader reader(accessibility_);
     const bool isMinimized = reader.readBool(window.element, ax::kMinimized).value_or(false);
-    const bool isFrontmost =
-        !isMinimized && workspace_.frontmostApplication() == window.pid &&
-        reader.readElement(accessibility_.applicationElement(window.pid), ax::kFocusedWindow) == window.element;
-    if (isFrontmost) {
+    if (!isMinimized && isFrontmost(window, reader)) {
         minimize(window);
-    } else if (reader.hasTimedOut()) {
+        return ClickOutcome::Minimized;
+    }
+    if (reader.hasTimedOut()) {
         // It would not take the writes either; activating it is the system's to do, when the process comes back.
         workspace_.activate(window.pid);
-    } else {
-        raise(window);
+        return ClickOutcome::NoAnswer;
     }
+    raise(window);
+    return ClickOutcome::Raised;
+}
+
+bool WindowActions::isFrontmost(const TrackedWindow& window) {
+    AXReader reader(accessibility_);
+    return isFrontmost(window, reader);
+}
+
+bool WindowActions::isFrontmost(const TrackedWindow& window, AXReader& reader) {
+    return workspace_.frontmostApplication() == window.pid &&
+           reader.readElement(accessibility_.applicationElement(window.pid), ax::kFocusedWindow) == window.element;
 }
 
 void WindowActions::minimize(const TrackedWindow& window) {

@@ -47,7 +47,7 @@ void WindowTracker::enumerateAXWindows(ProcessID pid) {
     AXReader reader(system_.accessibility);
     Events events;
     const auto listed = reader.readElements(system_.accessibility.applicationElement(pid), ax::kWindows);
-    noteTimeOut(pid, reader);
+    noteOutcome(pid, reader);
     for (const AXElement& element : listed.value_or(std::vector<AXElement>{}))
         registerWindow(element, pid, Discovery::Found, reader, events);
     emit(events);
@@ -97,7 +97,7 @@ std::optional<WindowID> WindowTracker::registerWindow(const AXElement& element, 
                                                       AXReader& reader, Events& events) {
     if (const auto known = windows_.find(pid, element)) return known;
     WindowAttributes read = readAttributes(element, reader);
-    noteTimeOut(pid, reader);
+    noteOutcome(pid, reader);
     if (reader.hasTimedOut()) return std::nullopt;
     if (const auto reason = refusalReason(read)) {
         logRefusal(pid, read, *reason);
@@ -163,7 +163,7 @@ void WindowTracker::handleFocusChange(const AXElement& element, ProcessID pid) {
 void WindowTracker::handleAppActivated(ProcessID pid) {
     AXReader reader(system_.accessibility);
     const auto focused = reader.readElement(system_.accessibility.applicationElement(pid), ax::kFocusedWindow);
-    noteTimeOut(pid, reader);
+    noteOutcome(pid, reader);
     if (focused) handleFocusChange(*focused, pid);
 }
 
@@ -183,14 +183,14 @@ WindowAttributes WindowTracker::readAttributes(const AXElement& element, AXReade
 
 void WindowTracker::readTitle(const TrackedWindow& window, AXReader& reader, Events& events) {
     const auto title = reader.readString(window.element, ax::kTitle);
-    noteTimeOut(window.pid, reader);
+    noteOutcome(window.pid, reader);
     if (title) events.push_back(event::TitleChanged{window.id, *title});
 }
 
 void WindowTracker::readFrame(const TrackedWindow& window, AXReader& reader, Events& events) {
     const auto frame = reader.readFrame(window.element);
     const auto isFullscreen = reader.readBool(window.element, ax::kFullScreen);
-    noteTimeOut(window.pid, reader);
+    noteOutcome(window.pid, reader);
     if (frame) events.push_back(event::FrameChanged{window.id, *frame});
     const WindowMap& stored = *system_.store.windows().value();
     const auto record = stored.find(window.id);
@@ -211,7 +211,7 @@ bool WindowTracker::isGone(WindowID id, const std::unordered_set<WindowNumber>& 
     if (system_.unresponsive.contains(window->pid)) return false;
     AXReader reader(system_.accessibility);
     reader.readString(window->element, ax::kRole);
-    noteTimeOut(window->pid, reader);
+    noteOutcome(window->pid, reader);
     return reader.hasMetDeadElement();
 }
 
@@ -224,8 +224,9 @@ void WindowTracker::emit(const Events& events) {
     }
 }
 
-void WindowTracker::noteTimeOut(ProcessID pid, const AXReader& reader) {
+void WindowTracker::noteOutcome(ProcessID pid, const AXReader& reader) {
     if (reader.hasTimedOut()) system_.unresponsive.add(pid);
+    if (reader.wasDenied()) system_.denied();
 }
 
 void WindowTracker::logRefusal(ProcessID pid, const WindowAttributes& window, std::string_view reason) {

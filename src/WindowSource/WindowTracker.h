@@ -38,6 +38,7 @@ public:
         WindowIDMint& mint;
         WindowStore& store;
         UnresponsiveProcesses& unresponsive;
+        std::function<void()> denied;  ///< called when an application's answer was that this program may not ask
     };
 
     /// `foundOlder` is called with each window that was found and not announced, before the store is told of it.
@@ -80,7 +81,7 @@ private:
     bool isGone(WindowID id, const std::unordered_set<WindowNumber>& listed);
     /// Hands the events to the store in order; stops when a subscriber destroys us.
     void emit(const Events& events);
-    void noteTimeOut(ProcessID pid, const AXReader& reader);
+    void noteOutcome(ProcessID pid, const AXReader& reader);
     void logRefusal(ProcessID pid, const WindowAttributes& window, std::string_view reason);
 
     System system_;

@@ -43,6 +43,11 @@ public:
         return activeSpaceChanged.subscribe(std::move(notice));
     }
 
+    bool isSessionActive() override { return sessionActive; }
+    Subscription observeSessionActivated(std::function<void()> notice) override {
+        return sessionActivated.subscribe(std::move(notice));
+    }
+
     /// Forgets the process without any notice.
     void drop(ProcessID pid) {
         std::erase_if(running, [pid](const RunningApplication& app) { return app.pid == pid; });
@@ -56,6 +61,8 @@ public:
     Signal<const RunningApplication&> terminated;
     Signal<const RunningApplication&> activated;
     Signal<> activeSpaceChanged;
+    bool sessionActive = true;
+    Signal<> sessionActivated;
     std::function<void(ProcessID)> onActivate;
     std::function<void(ProcessID)> onTerminate;
     std::function<void(ProcessID)> onForceTerminate;

@@ -1,0 +1,82 @@
+// What systems really do to such a program: drop requests, take permissions away, tell nothing while locked.
+#include "App/BarDesktop.h"
+
+namespace morvel {
+namespace {
+
+TEST(UnreliableSystem, ADroppedActivationIsAskedForOnceMore) {
+    BarDesktop desktop;
+    auto& one = desktop.launch("One").open({.title = "one"});
+    auto& two = desktop.launch("Two").open({.title = "two"});
+    auto& three = desktop.launch("Three").open({.title = "three"});
+    desktop.startMorvel();
+    two.focus();
+    desktop.settle();
+
+    const auto activate = desktop.workspace().onActivate;
+    int requests = 0;
+    int dropped = 1;
+    desktop.workspace().onActivate = [&](ProcessID pid) {
+        ++requests;
+        if (dropped-- <= 0) activate(pid);
+    };
+    desktop.click(desktop.button("one"));
+    EXPECT_FALSE(one.isFocused());
+    desktop.run(1s);
+    EXPECT_TRUE(one.isFocused());
+    EXPECT_EQ(requests, 2);
+
+    requests = 0, dropped = 100;
+    desktop.click(desktop.button("two"));
+    desktop.run(10s);
+    EXPECT_EQ(requests, 2) << "asked for once more, not for ever";
+
+    requests = 0, dropped = 1;
+    desktop.click(desktop.button("two"));
+    desktop.workspace().onActivate = activate;
+    three.focus();
+    desktop.run(10s);
+    EXPECT_TRUE(three.isFocused()) << "the person has gone elsewhere meanwhile and is left there";
+}
+
+TEST(UnreliableSystem, APermissionThatIsTakenAwayIsAskedForAgain) {
+    BarDesktop desktop;
+    auto& app = desktop.launch("Editor");
+    auto& window = app.open({.title = "one"});
+    desktop.startMorvel();
+    desktop.accessibility().trusted = false;
+    window.setFrame({10, 10, 300, 300});
+    desktop.run(20s);
+    EXPECT_EQ(desktop.strip(), "one") << "silence is no reason to drop anything";
+    desktop.accessibility().trusted = true;
+    app.open({.title = "two"});
+    desktop.run(2s);
+    EXPECT_EQ(desktop.strip(), "one two");
+    window.setTitle("changed");
+    desktop.run(1s);
+    EXPECT_EQ(desktop.strip(), "changed two") << "it is observed again";
+}
+
+TEST(UnreliableSystem, NothingIsDroppedWhileTheScreenIsLocked) {
+    BarDesktop desktop;
+    auto& app = desktop.launch("Editor");
+    auto& one = app.open({.title = "one"});
+    auto& other = app.open({.title = "other"});
+    desktop.startMorvel();
+    desktop.workspace().sessionActive = false;
+    const auto listed = desktop.windowServer().windows;
+    const auto spaces = desktop.windowServer().windowSpaces;
+    desktop.windowServer().unlist(one.number());
+    desktop.run(60s);
+    EXPECT_EQ(desktop.strip(), "one other");
+    desktop.windowServer().windows = listed;
+    desktop.windowServer().windowSpaces = spaces;
+    other.vanish();
+    desktop.workspace().sessionActive = true;
+    desktop.workspace().sessionActivated.emit();
+    desktop.run(60s);
+    EXPECT_EQ(desktop.strip(), "one") << "what closed meanwhile is found out afterwards";
+}
+
+}  // namespace
+}  // namespace morvel
