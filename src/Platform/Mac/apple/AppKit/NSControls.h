@@ -6,6 +6,14 @@
 namespace morvel::mac {
 
 inline constexpr NSUInteger NSLineBreakByTruncatingTail = 4;
+inline constexpr NSInteger NSTextAlignmentNatural = 4;
+#if defined(__APPLE__) && defined(__x86_64__)
+inline constexpr NSInteger NSTextAlignmentCenter = 2;
+#else
+inline constexpr NSInteger NSTextAlignmentCenter = 1;
+#endif
+inline constexpr NSUInteger NSImageScaleProportionallyUpOrDown = 3;
+inline constexpr NSUInteger NSBezelStyleRounded = 1;
 inline constexpr NSInteger NSVisualEffectMaterialPopover = 6;
 inline constexpr NSInteger NSVisualEffectMaterialSidebar = 7;
 inline constexpr NSInteger NSVisualEffectMaterialHUDWindow = 13;
@@ -20,12 +28,30 @@ public:
     static NSTextField label(const NSString& text) {
         return send<NSTextField>(ClassOf<NSTextField>{}, "labelWithString:"_sel, text);
     }
+    /// Several lines, as many as the text needs in its width.
+    static NSTextField wrappingLabel(const NSString& text) {
+        return send<NSTextField>(ClassOf<NSTextField>{}, "wrappingLabelWithString:"_sel, text);
+    }
     void setStringValue(const NSString& text) const { send(*this, "setStringValue:"_sel, text); }
     NSString stringValue() const { return send<NSString>(*this, "stringValue"_sel); }
     void setFont(const NSFont& font) const { send(*this, "setFont:"_sel, font); }
     void setTextColor(const NSColor& color) const { send(*this, "setTextColor:"_sel, color); }
     void setLineBreakMode(NSUInteger mode) const { send(*this, "setLineBreakMode:"_sel, mode); }
+    void setAlignment(NSInteger alignment) const { send(*this, "setAlignment:"_sel, alignment); }
     CGSize intrinsicContentSize() const { return send<CGSize>(*this, "intrinsicContentSize"_sel); }
+};
+
+class NSButton : public NSView {
+public:
+    static constexpr const char* kClass = "NSButton";
+    using NSView::NSView;
+
+    /// A push button. The target is not retained.
+    static NSButton push(const NSString& title, const Id& target, Selector action) {
+        return send<NSButton>(ClassOf<NSButton>{}, "buttonWithTitle:target:action:"_sel, title, target, action);
+    }
+    void setBezelStyle(NSUInteger style) const { send(*this, "setBezelStyle:"_sel, style); }
+    void setKeyEquivalent(const NSString& key) const { send(*this, "setKeyEquivalent:"_sel, key); }
 };
 
 class NSImage : public NSObject {
@@ -47,7 +73,9 @@ public:
     static constexpr const char* kClass = "NSImageView";
     using NSView::NSView;
 
+    static NSImageView make(CGRect frame) { return create<NSImageView>("initWithFrame:"_sel, frame); }
     void setImage(const NSImage& image) const { send(*this, "setImage:"_sel, image); }
+    void setImageScaling(NSUInteger scaling) const { send(*this, "setImageScaling:"_sel, scaling); }
     void setContentTintColor(const NSColor& color) const { send(*this, "setContentTintColor:"_sel, color); }
 };
 
@@ -56,6 +84,7 @@ public:
     static constexpr const char* kClass = "NSVisualEffectView";
     using NSView::NSView;
 
+    static NSVisualEffectView make(CGRect frame) { return create<NSVisualEffectView>("initWithFrame:"_sel, frame); }
     void setMaterial(NSInteger material) const { send(*this, "setMaterial:"_sel, material); }
     void setBlendingMode(NSInteger mode) const { send(*this, "setBlendingMode:"_sel, mode); }
     void setState(NSInteger state) const { send(*this, "setState:"_sel, state); }
