@@ -43,6 +43,7 @@ void installSystemObjects(Runtime& runtime) {
     installValues(runtime);
     installViews(runtime);
     installNotifications(runtime);
+    installWorkspace(runtime);
     installApplication(runtime);
 }
 

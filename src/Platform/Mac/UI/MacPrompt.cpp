@@ -44,7 +44,7 @@ NSView makeContent(const ui::Prompt& prompt, const NSObject& target) {
     content.addSubview(label);
 
     const NSButton button = NSButton::push(NSString::from(prompt.buttonTitle), target, "pressPromptButton:"_sel);
-    button.setBezelStyle(NSBezelStyleRounded);
+    button.setBezelStyle(NSBezelStylePush);
     button.setKeyEquivalent(NSString::from("\r"));
     button.setFrame(turnedUp(prompt.buttonFrame, height));
     button.setAutoresizingMask(NSViewMinXMargin);

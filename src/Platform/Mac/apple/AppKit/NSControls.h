@@ -1,4 +1,4 @@
-// The views with contents of their own: labels, images, blurred backgrounds.
+// The views with contents of their own: labels, buttons, images, blurred backgrounds.
 #pragma once
 
 #include "Platform/Mac/apple/AppKit/NSView.h"
@@ -13,7 +13,8 @@ inline constexpr NSInteger NSTextAlignmentCenter = 2;
 inline constexpr NSInteger NSTextAlignmentCenter = 1;
 #endif
 inline constexpr NSUInteger NSImageScaleProportionallyUpOrDown = 3;
-inline constexpr NSUInteger NSBezelStyleRounded = 1;
+inline constexpr NSUInteger NSBezelStylePush = 1;
+inline constexpr NSUInteger NSImageOnly = 1;
 inline constexpr NSInteger NSVisualEffectMaterialPopover = 6;
 inline constexpr NSInteger NSVisualEffectMaterialSidebar = 7;
 inline constexpr NSInteger NSVisualEffectMaterialHUDWindow = 13;
@@ -41,19 +42,6 @@ public:
     CGSize intrinsicContentSize() const { return send<CGSize>(*this, "intrinsicContentSize"_sel); }
 };
 
-class NSButton : public NSView {
-public:
-    static constexpr const char* kClass = "NSButton";
-    using NSView::NSView;
-
-    /// A push button. The target is not retained.
-    static NSButton push(const NSString& title, const Id& target, Selector action) {
-        return send<NSButton>(ClassOf<NSButton>{}, "buttonWithTitle:target:action:"_sel, title, target, action);
-    }
-    void setBezelStyle(NSUInteger style) const { send(*this, "setBezelStyle:"_sel, style); }
-    void setKeyEquivalent(const NSString& key) const { send(*this, "setKeyEquivalent:"_sel, key); }
-};
-
 class NSImage : public NSObject {
 public:
     static constexpr const char* kClass = "NSImage";
@@ -66,6 +54,21 @@ public:
     }
     CGSize size() const { return send<CGSize>(*this, "size"_sel); }
     void setSize(CGSize size) const { send(*this, "setSize:"_sel, size); }
+};
+
+class NSButton : public NSView {
+public:
+    static constexpr const char* kClass = "NSButton";
+    using NSView::NSView;
+
+    /// The target is not retained.
+    static NSButton push(const NSString& title, const Id& target, Selector action) {
+        return send<NSButton>(ClassOf<NSButton>{}, "buttonWithTitle:target:action:"_sel, title, target, action);
+    }
+    void setBezelStyle(NSUInteger style) const { send(*this, "setBezelStyle:"_sel, style); }
+    void setKeyEquivalent(const NSString& key) const { send(*this, "setKeyEquivalent:"_sel, key); }
+    void setImage(const NSImage& image) const { send(*this, "setImage:"_sel, image); }
+    void setImagePosition(NSUInteger position) const { send(*this, "setImagePosition:"_sel, position); }
 };
 
 class NSImageView : public NSView {
