@@ -2,6 +2,7 @@
 #include "Platform/Mac/UI/MacMenu.h"
 
 #include "Platform/Mac/UI/DisplayText.h"
+#include "Platform/Mac/apple/AppKit/Selectors.h"
 #include "Platform/Mac/objc/Associated.h"
 #include "Platform/Mac/objc/Subclass.h"
 
@@ -26,9 +27,9 @@ struct MenuTarget {
     static NSObject make() {
         using Class = objc::Subclass<MenuTarget>;
         static const objc::RawClass registered =
-            Class("NSObject").adds<&MenuTarget::choose>("chooseMorvelItem:"_sel).registered();
+            Class("NSObject").adds<&MenuTarget::choose>(selectors::menuItemChosen).registered();
         (void)registered;
-        return Class::create<NSObject>(std::make_unique<MenuTarget>(), "init"_sel);
+        return Class::create<NSObject>(std::make_unique<MenuTarget>(), selectors::init);
     }
 };
 
@@ -37,7 +38,7 @@ NSMenu build(const ui::Menu& items, const NSObject& target);
 NSMenuItem buildItem(const ui::MenuItem& item, const NSObject& target) {
     if (item.isSeparator) return NSMenuItem::separator();
     const bool isChoosable = item.action && item.submenu.empty();
-    const Selector action = isChoosable ? Selector("chooseMorvelItem:"_sel) : Selector();
+    const Selector action = isChoosable ? Selector(selectors::menuItemChosen) : Selector();
     const NSMenuItem made = NSMenuItem::make(NSString::from(displayText(item.title)), action,
                                              NSString::from(displayText(item.keyEquivalent)));
     if (isChoosable) {

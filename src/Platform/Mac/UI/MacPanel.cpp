@@ -2,6 +2,7 @@
 #include "Platform/Mac/UI/MacPanel.h"
 
 #include "Platform/Mac/UI/Resolving.h"
+#include "Platform/Mac/apple/AppKit/Selectors.h"
 #include "Platform/Mac/apple/CoreGraphics.h"
 #include "Platform/Mac/objc/Subclass.h"
 
@@ -19,14 +20,13 @@ struct MorvelPanel {
 NSPanel makePanel(const Rect<ScreenSpace>& frame) {
     using Class = objc::Subclass<MorvelPanel>;
     static const objc::RawClass registered = Class("NSPanel")
-                                                 .overrides<&MorvelPanel::canBecomeKey>("canBecomeKeyWindow"_sel)
-                                                 .overrides<&MorvelPanel::canBecomeMain>("canBecomeMainWindow"_sel)
+                                                 .overrides<&MorvelPanel::canBecomeKey>(selectors::canBecomeKeyWindow)
+                                                 .overrides<&MorvelPanel::canBecomeMain>(selectors::canBecomeMainWindow)
                                                  .registered();
     (void)registered;
     constexpr bool kNotDeferred = false;
-    return Class::create<NSPanel>(std::make_unique<MorvelPanel>(), "initWithContentRect:styleMask:backing:defer:"_sel,
-                                  cgRect(frame), NSWindowStyleMaskNonactivatingPanel, NSBackingStoreBuffered,
-                                  kNotDeferred);
+    return Class::create<NSPanel>(std::make_unique<MorvelPanel>(), selectors::initWithContentRect, cgRect(frame),
+                                  NSWindowStyleMaskNonactivatingPanel, NSBackingStoreBuffered, kNotDeferred);
 }
 
 }  // namespace

@@ -1,6 +1,7 @@
 // Setting the popover up, and hearing that it closed.
 #include "Platform/Mac/UI/MacPopover.h"
 
+#include "Platform/Mac/apple/AppKit/Selectors.h"
 #include "Platform/Mac/apple/Foundation/NSNotificationCenter.h"
 #include "Platform/Mac/objc/Subclass.h"
 
@@ -22,12 +23,12 @@ struct PopoverDelegate {
         static const objc::RawClass registered =
             Class("NSObject")
                 .adopts("NSPopoverDelegate")
-                .overrides<&PopoverDelegate::popoverDidClose>("popoverDidClose:"_sel)
+                .overrides<&PopoverDelegate::popoverDidClose>(selectors::popoverDidClose)
                 .registered();
         (void)registered;
         auto delegate = std::make_unique<PopoverDelegate>();
         delegate->closed = std::move(closed);
-        return Class::create<NSObject>(std::move(delegate), "init"_sel);
+        return Class::create<NSObject>(std::move(delegate), selectors::init);
     }
 };
 

@@ -3,6 +3,7 @@
 
 #include "Platform/Mac/apple/AppKit/NSApplication.h"
 #include "Platform/Mac/apple/AppKit/NSControls.h"
+#include "Platform/Mac/apple/AppKit/Selectors.h"
 #include "Platform/Mac/objc/Subclass.h"
 
 namespace morvel::mac {
@@ -21,11 +22,11 @@ struct PromptTarget {
     static NSObject make(std::function<void()> pressed) {
         using Class = objc::Subclass<PromptTarget>;
         static const objc::RawClass registered =
-            Class("NSObject").adds<&PromptTarget::press>("pressPromptButton:"_sel).registered();
+            Class("NSObject").adds<&PromptTarget::press>(selectors::promptButtonPressed).registered();
         (void)registered;
         auto target = std::make_unique<PromptTarget>();
         target->pressed = std::move(pressed);
-        return Class::create<NSObject>(std::move(target), "init"_sel);
+        return Class::create<NSObject>(std::move(target), selectors::init);
     }
 };
 
@@ -43,7 +44,7 @@ NSView makeContent(const ui::Prompt& prompt, const NSObject& target) {
     label.setAutoresizingMask(NSViewWidthSizable);
     content.addSubview(label);
 
-    const NSButton button = NSButton::push(NSString::from(prompt.buttonTitle), target, "pressPromptButton:"_sel);
+    const NSButton button = NSButton::push(NSString::from(prompt.buttonTitle), target, selectors::promptButtonPressed);
     button.setBezelStyle(NSBezelStylePush);
     button.setKeyEquivalent(NSString::from("\r"));
     button.setFrame(turnedUp(prompt.buttonFrame, height));

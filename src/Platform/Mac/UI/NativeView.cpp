@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "Platform/Mac/UI/ViewTree.h"
+#include "Platform/Mac/apple/AppKit/Selectors.h"
 
 namespace morvel::mac {
 
@@ -24,29 +25,29 @@ constexpr NSInteger kMiddleButton = 2;
 void NativeView::ensureRegistered() {
     static const objc::RawClass registered =
         Class("NSView")
-            .overrides<&NativeView::isFlipped>("isFlipped"_sel)
-            .overrides<&NativeView::acceptsFirstMouse>("acceptsFirstMouse:"_sel)
-            .overrides<&NativeView::hitTest>("hitTest:"_sel)
-            .overrides<&NativeView::mouseDown>("mouseDown:"_sel)
-            .overrides<&NativeView::mouseDragged>("mouseDragged:"_sel)
-            .overrides<&NativeView::mouseUp>("mouseUp:"_sel)
-            .overrides<&NativeView::rightMouseDown>("rightMouseDown:"_sel)
-            .overrides<&NativeView::otherMouseDown>("otherMouseDown:"_sel)
-            .overrides<&NativeView::otherMouseDragged>("otherMouseDragged:"_sel)
-            .overrides<&NativeView::otherMouseUp>("otherMouseUp:"_sel)
-            .overrides<&NativeView::mouseEntered>("mouseEntered:"_sel)
-            .overrides<&NativeView::mouseExited>("mouseExited:"_sel)
-            .overrides<&NativeView::updateTrackingAreas>("updateTrackingAreas"_sel)
-            .overrides<&NativeView::layout>("layout"_sel)
-            .overrides<&NativeView::viewDidChangeEffectiveAppearance>("viewDidChangeEffectiveAppearance"_sel)
-            .overrides<&NativeView::accessibilityPerformPress>("accessibilityPerformPress"_sel)
+            .overrides<&NativeView::isFlipped>(selectors::isFlipped)
+            .overrides<&NativeView::acceptsFirstMouse>(selectors::acceptsFirstMouse)
+            .overrides<&NativeView::hitTest>(selectors::hitTest)
+            .overrides<&NativeView::mouseDown>(selectors::mouseDown)
+            .overrides<&NativeView::mouseDragged>(selectors::mouseDragged)
+            .overrides<&NativeView::mouseUp>(selectors::mouseUp)
+            .overrides<&NativeView::rightMouseDown>(selectors::rightMouseDown)
+            .overrides<&NativeView::otherMouseDown>(selectors::otherMouseDown)
+            .overrides<&NativeView::otherMouseDragged>(selectors::otherMouseDragged)
+            .overrides<&NativeView::otherMouseUp>(selectors::otherMouseUp)
+            .overrides<&NativeView::mouseEntered>(selectors::mouseEntered)
+            .overrides<&NativeView::mouseExited>(selectors::mouseExited)
+            .overrides<&NativeView::updateTrackingAreas>(selectors::updateTrackingAreas)
+            .overrides<&NativeView::layout>(selectors::layout)
+            .overrides<&NativeView::viewDidChangeEffectiveAppearance>(selectors::viewDidChangeEffectiveAppearance)
+            .overrides<&NativeView::accessibilityPerformPress>(selectors::accessibilityPerformPress)
             .registered();
     (void)registered;
 }
 
 NSView NativeView::make(ui::View& view) {
     ensureRegistered();
-    return Class::create<NSView>(std::make_unique<NativeView>(view), "initWithFrame:"_sel, CGRect{});
+    return Class::create<NSView>(std::make_unique<NativeView>(view), selectors::initWithFrame, CGRect{});
 }
 
 NativeView* NativeView::of(const NSView& native) {
@@ -68,7 +69,7 @@ ui::MouseEvent NativeView::eventOf(objc::Self self, ui::MouseButton button, cons
 }
 
 void NativeView::mouseDown(objc::Self self, NSEvent event) {
-    if (!view_ || !view_->acceptsMouse()) return self.super("mouseDown:"_sel, event);
+    if (!view_ || !view_->acceptsMouse()) return self.super(selectors::mouseDown, event);
     // A left click with Control is the right click of those who have one button.
     if (event.modifierFlags() & NSEventModifierFlagControl) return rightMouseDown(self, event);
     pressed_ = ui::MouseButton::Left;
@@ -84,12 +85,12 @@ void NativeView::mouseUp(objc::Self self, NSEvent event) {
 }
 
 void NativeView::rightMouseDown(objc::Self self, NSEvent event) {
-    if (!view_ || !view_->acceptsMouse()) return self.super("rightMouseDown:"_sel, event);
+    if (!view_ || !view_->acceptsMouse()) return self.super(selectors::rightMouseDown, event);
     view_->rightMouseDown(eventOf(self, ui::MouseButton::Right, event));
 }
 
 void NativeView::otherMouseDown(objc::Self self, NSEvent event) {
-    if (!view_ || !view_->acceptsMouse()) return self.super("otherMouseDown:"_sel, event);
+    if (!view_ || !view_->acceptsMouse()) return self.super(selectors::otherMouseDown, event);
     if (event.buttonNumber() != kMiddleButton) return;
     pressed_ = ui::MouseButton::Middle;
     view_->mouseDown(eventOf(self, ui::MouseButton::Middle, event));
@@ -122,7 +123,7 @@ void NativeView::mouseExited(objc::Self, NSEvent) {
 }
 
 void NativeView::updateTrackingAreas(objc::Self self) {
-    self.super("updateTrackingAreas"_sel);
+    self.super(selectors::updateTrackingAreas);
     const NSView own(self.object);
     if (trackingArea_) own.removeTrackingArea(std::exchange(trackingArea_, {}));
     if (!view_ || !view_->tracksHover()) return;
@@ -131,12 +132,12 @@ void NativeView::updateTrackingAreas(objc::Self self) {
 }
 
 void NativeView::layout(objc::Self self) {
-    self.super("layout"_sel);
+    self.super(selectors::layout);
     if (view_ && !view_->parent()) view_->layoutIfNeeded();
 }
 
 void NativeView::viewDidChangeEffectiveAppearance(objc::Self self) {
-    self.super("viewDidChangeEffectiveAppearance"_sel);
+    self.super(selectors::viewDidChangeEffectiveAppearance);
     // The whole tree has one appearance: its root answers for all.
     if (view_ && !view_->parent()) ViewTree::resolveColors(*view_);
 }
