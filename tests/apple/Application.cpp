@@ -34,14 +34,13 @@ void installApplication(Runtime& runtime) {
                       [](Invocation& i) { tellDelegate(i.receiver(), "applicationDidFinishLaunching:"); });
     runtime.implement("NSApplication",
                       "terminate:", [](Invocation& i) { tellDelegate(i.receiver(), "applicationWillTerminate:"); });
-    runtime.implement("NSAppearance", "+appearanceNamed:", [](Invocation& i) {
-        i.answerObject(checked::runtime().shared("NSAppearance", "NSAppearance " + textOf(i.object(0))));
-    });
 }
 
 void installSystemObjects(Runtime& runtime) {
     installValues(runtime);
     installViews(runtime);
+    installEvents(runtime);
+    installAppearance(runtime);
     installNotifications(runtime);
     installWorkspace(runtime);
     installApplication(runtime);
