@@ -1,12 +1,12 @@
 // The program's only source of knowledge about other applications' windows, and the hand that acts on them.
 #pragma once
 
-#include <functional>
+#include <cstdint>
 #include <memory>
-#include <optional>
 #include <set>
 #include <string_view>
 #include <unordered_map>
+#include <vector>
 
 #include "Platform/Accessibility.h"
 #include "Platform/Log.h"
@@ -14,13 +14,19 @@
 #include "Platform/Screens.h"
 #include "Platform/WindowServer.h"
 #include "Platform/Workspace.h"
+#include "Util/Lifeline.h"
+#include "Util/RetryScheduler.h"
 #include "Util/WindowIDMint.h"
+#include "WindowSource/UnresponsiveProcesses.h"
+#include "WindowSource/WindowActions.h"
 #include "WindowSource/WindowStore.h"
+#include "WindowSource/WindowTracker.h"
 
 namespace morvel {
 
 /// Main thread only. Observes every regular application from `start()` on and turns what happens to their windows into
-/// events of the store. An action on a window that is not tracked (any more) does nothing.
+/// events of the store. An action on a window that is not tracked (any more) does nothing. It may be destroyed from
+/// inside a subscriber of the store.
 class AXObserverManager {
 public:
     /// What the manager needs of the system; all outlive it.
@@ -34,7 +40,8 @@ public:
     };
 
     AXObserverManager(System system, WindowIDMint& mint, WindowStore& store);
-    ~AXObserverManager();
+    AXObserverManager(const AXObserverManager&) = delete;
+    AXObserverManager& operator=(const AXObserverManager&) = delete;
 
     void start();
 
@@ -47,6 +54,46 @@ public:
     /// Centres the window, with its size, on the screen.
     void moveWindow(WindowID id, const Screen& to);
     void setWindowFrame(WindowID id, const Rect<AXSpace>& frame);
+
+private:
+    /// Names of notifications; they are constants.
+    using Notifications = std::vector<std::string_view>;
+
+    struct Attached {
+        RunningApplication app;  // the one that the observer was made for
+        AXElement element;
+        std::unique_ptr<AXObserver> observer;
+        Notifications pendingNotifications;  // refused so far
+    };
+
+    void observeAppLifecycle();
+    void attachToAllRunningApps();
+    void attach(const RunningApplication& app);
+    void detach(ProcessID pid);
+    void applicationActivated(const RunningApplication& app);
+    /// The ones that were refused.
+    Notifications subscribe(Attached& attached, const Notifications& notifications);
+    void startRetrier(ProcessID pid);
+    bool retrySubscriptions(ProcessID pid);
+    void scheduleSecondLook(ProcessID pid);
+    void lookAgain(ProcessID pid, uint64_t look);
+    void enumerateAllAgain();
+    void sweep();
+    void sweepDeadPIDs();
+    void processRecovered(ProcessID pid);
+
+    System system_;
+    WindowStore& store_;
+    WindowActions actions_;
+    UnresponsiveProcesses unresponsive_;
+    WindowTracker tracker_;
+    std::unordered_map<ProcessID, Attached> attachedApps_;
+    RetryScheduler<ProcessID> notificationRetrier_;
+    std::unordered_map<uint64_t, Timer> secondLooks_;
+    uint64_t lastSecondLook_ = 0;
+    Timer deadPIDSweepTimer_;
+    Subscriptions workspaceObservers_;
+    Lifeline lifeline_;
 };
 
 }  // namespace morvel

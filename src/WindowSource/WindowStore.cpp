@@ -33,6 +33,7 @@ std::vector<WindowSnapshot> WindowStore::snapshot(ProcessID pid) const {
 }
 
 void WindowStore::apply(const WindowEvent& event) {
+    events_.emit(event);
     std::visit([this](const auto& change) { handle(change); }, event);
 }
 

@@ -27,6 +27,12 @@ public:
     /// The only way to change anything below. One publication per event that changes something.
     void apply(const WindowEvent& event);
 
+    /// Hears of each event before it is applied, whether it will change anything or not. For diagnosis: what shows
+    /// windows follows the two below.
+    [[nodiscard]] Subscription observeEvents(std::function<void(const WindowEvent&)> listener) {
+        return events_.subscribe(std::move(listener));
+    }
+
     /// Published after each event that changed a record. Never null.
     const Published<WindowMapRef>& windows() const { return windows_; }
     /// Published when the focus moves; only real changes.
@@ -60,6 +66,7 @@ private:
 
     WindowIDMint& mint_;
     std::function<bool(ProcessID)> isProcessAlive_;
+    Signal<const WindowEvent&> events_;
     std::shared_ptr<WindowMap> map_ = std::make_shared<WindowMap>();
     Published<WindowMapRef> windows_{map_};
     Published<std::optional<WindowID>> focusedID_;

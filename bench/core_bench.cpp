@@ -1,0 +1,97 @@
+// What one change of a window costs the core, from the store's event to the strip's new content.
+#include <benchmark/benchmark.h>
+
+#include <string>
+
+#include "Bar/Layout/RunningStripArranger.h"
+#include "Bar/Layout/RunningZoneWidths.h"
+#include "Bar/Layout/WindowProjection.h"
+#include "WindowSource/WindowStore.h"
+
+namespace morvel {
+namespace {
+
+constexpr DisplayID kDisplay{1};
+constexpr SpaceID kSpace{1};
+
+struct World {
+    explicit World(int count) {
+        context.screens = {{kDisplay, "Display", {0, 0, 1920, 1080}, {0, 0, 1920, 1080}}};
+        context.mainDisplay = context.screenID = kDisplay;
+        context.spaceID = kSpace;
+        for (int i = 0; i < count; ++i) {
+            const int app = i % 40;
+            WindowSnapshot w{mint.next(),
+                             ProcessID(100 + app),
+                             WindowNumber(static_cast<uint32_t>(i)),
+                             "com.example.application" + std::to_string(app),
+                             "Application " + std::to_string(app),
+                             "A document with a usual title " + std::to_string(i),
+                             {double(i % 900), double(i % 500), 600, 400},
+                             false,
+                             false};
+            ids.push_back(w.id);
+            store.apply(event::Added{w});
+        }
+    }
+
+    /// What a bar does once per turn; whether the strip had to be rebuilt.
+    bool project() {
+        SpaceQueryCache spaces([](WindowNumber) { return std::set<SpaceID>{kSpace}; },
+                               [](DisplayID) { return std::optional(kSpace); });
+        const auto filtered = windowsOnThisScreen(*store.windows().value(), context, spaces);
+        auto projection = makeRunningProjection(filtered, context, mode);
+        if (last == projection) return false;
+        last = std::move(projection);
+        auto plan =
+            RunningZoneLayout::planRunningZone(filtered, rule, 1900, mode, WindowlessDisplayMode::FollowGrouping);
+        content = arranger.arrange(std::move(plan.decision), std::move(plan.windowless));
+        return true;
+    }
+
+    void changeTitle(size_t n) { store.apply(event::TitleChanged{ids[0], "Changed " + std::to_string(n)}); }
+
+    WindowIDMint mint{1};
+    WindowStore store{mint, [](ProcessID) { return true; }};
+    std::vector<WindowID> ids;
+    ProjectionContext context;
+    GroupingMode mode = GroupingMode::Never;
+    RunningZoneLayout::FlatWidthRule rule{WindowButtonWidthMode::Fixed, 150, 4, nullptr};
+    std::optional<RunningProjection> last;
+    RunningStripArranger arranger;
+    RunningStripContent content;
+};
+
+/// One changed title: projection, order, layout and the comparison with what was shown.
+void titleChange(benchmark::State& state) {
+    World world(static_cast<int>(state.range(0)));
+    world.mode = state.range(1) ? GroupingMode::Always : GroupingMode::Never;
+    world.project();
+    size_t n = 0;
+    for (auto _ : state) {
+        world.changeTitle(++n);
+        if (!world.project()) state.SkipWithError("a changed title must change the projection");
+    }
+    state.SetComplexityN(state.range(0));
+}
+BENCHMARK(titleChange)->ArgsProduct({{10, 100, 300, 1000}, {0, 1}})->Unit(benchmark::kMicrosecond);
+
+/// A publication that changes nothing this bar shows.
+void unchangedProjection(benchmark::State& state) {
+    World world(static_cast<int>(state.range(0)));
+    world.project();
+    for (auto _ : state)
+        if (world.project()) state.SkipWithError("nothing has changed");
+}
+BENCHMARK(unchangedProjection)->Arg(300)->Unit(benchmark::kMicrosecond);
+
+/// An event when nobody holds the old map: no copy.
+void storeEvent(benchmark::State& state) {
+    World world(static_cast<int>(state.range(0)));
+    size_t n = 0;
+    for (auto _ : state) world.changeTitle(++n);
+}
+BENCHMARK(storeEvent)->Arg(10)->Arg(300)->Arg(1000);
+
+}  // namespace
+}  // namespace morvel

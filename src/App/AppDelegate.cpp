@@ -1,0 +1,70 @@
+#include "App/AppDelegate.h"
+
+#include <algorithm>
+
+namespace morvel {
+
+AppDelegate::AppDelegate(const Platform& platform)
+    : platform_(platform), permissionGate_(platform.accessibility, platform.mainLoop) {}
+
+AppDelegate::~AppDelegate() = default;
+
+void AppDelegate::applicationDidFinishLaunching() {
+    if (permissionGate_.isTrusted()) return startCore();
+    permissionWindow_ = std::make_unique<PermissionWindow>(permissionGate_, platform_.toolkit, [this] {
+        permissionWindow_.reset();
+        startCore();
+    });
+    permissionWindow_->show();
+}
+
+void AppDelegate::applicationWillTerminate() {
+    // Every store writes through at once; the bars go with us.
+}
+
+void AppDelegate::startCore() {
+    windowStore_ =
+        std::make_unique<WindowStore>(mint_, [this](ProcessID pid) { return platform_.workspace.isProcessAlive(pid); });
+    settings_ = std::make_unique<SettingsStore>(platform_.defaults);
+    observerManager_ = std::make_unique<AXObserverManager>(
+        AXObserverManager::System{platform_.mainLoop, platform_.log, platform_.accessibility, platform_.windowServer,
+                                  platform_.workspace, platform_.screens},
+        mint_, *windowStore_);
+    observerManager_->start();
+    appCommands_ = std::make_unique<AppCommands>(platform_.workspace, platform_.mainLoop);
+    spaceQuery_ = std::make_unique<SpaceQuery>(platform_.windowServer, platform_.screens);
+    iconCache_ = std::make_unique<IconCache>(platform_.icons, platform_.mainLoop);
+    barActions_ = makeBarActions();
+    displayManager_ = std::make_unique<DisplayManager>(
+        BarServices{platform_.toolkit, platform_.mainLoop, platform_.screens, platform_.icons, *spaceQuery_,
+                    *windowStore_, *settings_, *iconCache_, mint_, barActions_},
+        platform_.windowServer, platform_.workspace);
+    displayManager_->start();
+}
+
+BarActions AppDelegate::makeBarActions() {
+    BarActions actions;
+    actions.onActivate = [this](WindowID id) { observerManager_->raiseWindow(id); };
+    actions.onClickRunningWindow = [this](WindowID id) { observerManager_->clickWindow(id); };
+    actions.onMinimizeWindow = [this](WindowID id) { observerManager_->minimizeWindow(id); };
+    actions.onClose = [this](WindowID id) { observerManager_->closeWindow(id); };
+    actions.onMoveWindow = [this](WindowID id, DisplayID display) {
+        const std::vector<Screen> screens = platform_.screens.screens();
+        const auto target = std::ranges::find(screens, std::optional(display), &Screen::displayID);
+        if (target != screens.end()) observerManager_->moveWindow(id, *target);
+    };
+    actions.app = appCommands_->actions();
+    actions.otherScreens = [this](DisplayID display) { return displayManager_->otherScreensExcluding(display); };
+    actions.contextMenu = [this] { return buildSystemMenu(); };
+    return actions;
+}
+
+ui::Menu AppDelegate::buildSystemMenu() const {
+    ui::Menu menu;
+    menu.push_back({.title = "Morvel Settings…", .keyEquivalent = ","});
+    menu.push_back(ui::MenuItem::separator());
+    menu.push_back({.title = "Quit Morvel", .action = platform_.terminate, .keyEquivalent = "q"});
+    return menu;
+}
+
+}  // namespace morvel

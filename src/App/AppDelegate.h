@@ -1,0 +1,58 @@
+// The composition root: makes everything that lives as long as the program, in order, and wires it together.
+#pragma once
+
+#include <memory>
+
+#include "Bar/BarServices.h"
+#include "Bar/Buttons/AppCommands.h"
+#include "Display/DisplayManager.h"
+#include "Display/SpaceQuery.h"
+#include "Permissions/AXPermissionGate.h"
+#include "Permissions/PermissionWindow.h"
+#include "Platform/Platform.h"
+#include "Settings/SettingsStore.h"
+#include "Theme/IconCache.h"
+#include "Util/WindowIDMint.h"
+#include "WindowSource/AXObserverManager.h"
+#include "WindowSource/WindowStore.h"
+
+namespace morvel {
+
+/// Main thread only. One per program; the host's `main` makes it and calls the two moments of its life.
+class AppDelegate {
+public:
+    explicit AppDelegate(const Platform& platform);
+    ~AppDelegate();
+
+    void applicationDidFinishLaunching();
+    void applicationWillTerminate();
+
+    /// The menu of an empty area of a bar, made afresh each time.
+    ui::Menu buildSystemMenu() const;
+
+    /// The following exist once the core has started, and are null before.
+    const WindowStore* windowStore() const { return windowStore_.get(); }
+    SettingsStore* settings() { return settings_.get(); }
+    DisplayManager* displayManager() { return displayManager_.get(); }
+
+private:
+    /// At most once.
+    void startCore();
+    BarActions makeBarActions();
+
+    Platform platform_;
+    WindowIDMint mint_;
+    AXPermissionGate permissionGate_;
+    std::unique_ptr<PermissionWindow> permissionWindow_;  // while it is shown
+    // In the order of creation: what comes later uses what comes before.
+    std::unique_ptr<WindowStore> windowStore_;
+    std::unique_ptr<SettingsStore> settings_;
+    std::unique_ptr<AXObserverManager> observerManager_;
+    std::unique_ptr<AppCommands> appCommands_;
+    std::unique_ptr<SpaceQuery> spaceQuery_;
+    std::unique_ptr<IconCache> iconCache_;
+    BarActions barActions_;
+    std::unique_ptr<DisplayManager> displayManager_;
+};
+
+}  // namespace morvel

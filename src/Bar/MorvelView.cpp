@@ -1,0 +1,185 @@
+#include "Bar/MorvelView.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace morvel {
+
+namespace {
+
+/// Room at the bar's two ends; part of the outer strips, so that it is subtracted from the running zone with them.
+constexpr double kBarInset = 8;
+constexpr double kStripSpacing = 4;
+constexpr double kDividerWidth = 1;
+/// How far the divider stays clear of the bar's edges.
+constexpr double kDividerInset = 10;
+
+}  // namespace
+
+MorvelView::MorvelView(const BarServices& services, DisplayID screenID, std::optional<SpaceID> spaceID)
+    : services_(services),
+      screenID_(screenID),
+      spaceID_(spaceID),
+      backgroundLayer_(*this),
+      pinnedStack_(ui::StackView::Axis::Horizontal, kStripSpacing),
+      systemStack_(ui::StackView::Axis::Horizontal, kStripSpacing),
+      running_(services, screenID,
+               {lifetime_.whileAlive([this] { pinReveal(); }), lifetime_.whileAlive([this] { unpinReveal(); })}) {
+    pinnedStack_.setInsets(kBarInset, 0);
+    systemStack_.setInsets(0, kBarInset);
+    divider_.setBackground(ui::kSeparatorColor);
+    running_.stack().setClipsToBounds(true);
+    addSubview(pinnedStack_);
+    addSubview(divider_);
+    addSubview(running_.stack());
+    addSubview(systemStack_);
+    subscribeToStore();
+    subscribeToSettings();
+    // Shown with its contents from the first frame on.
+    rebuildRunningIfNeeded(*services_.store.windows().value());
+}
+
+void MorvelView::subscribeToStore() {
+    subscriptions_.push_back(services_.store.windows().subscribe(
+        [this](const WindowMapRef&) { schedule(Rebuild::IfNeeded); }, Current::Skip));
+    subscriptions_.push_back(services_.store.focusedID().subscribe(
+        [this](const std::optional<WindowID>& focused) { running_.applyFocus(focused); }));
+}
+
+void MorvelView::subscribeToSettings() {
+    SettingsStore& settings = services_.settings;
+    const auto rebuilds = [this](const auto&) { schedule(Rebuild::Forced); };
+    subscriptions_.push_back(settings.groupingMode.subscribe(rebuilds, Current::Skip));
+    subscriptions_.push_back(settings.windowSpaceMode.subscribe(rebuilds, Current::Skip));
+    subscriptions_.push_back(settings.windowlessAppsMode.subscribe(rebuilds, Current::Skip));
+    subscriptions_.push_back(settings.windowlessDisplayMode.subscribe(rebuilds, Current::Skip));
+    subscriptions_.push_back(settings.windowBlacklist.subscribe(rebuilds, Current::Skip));
+
+    // Existing buttons take their new width at once; whether they still fit is decided with the next rebuild.
+    const auto widens = [this](const auto&) {
+        running_.applyWidth();
+        schedule(Rebuild::Forced);
+    };
+    subscriptions_.push_back(settings.windowButtonWidthMode.subscribe(widens, Current::Skip));
+    subscriptions_.push_back(settings.windowButtonCustomWidth.subscribe(widens, Current::Skip));
+
+    const auto restyles = [this](const auto&) { running_.applyAppearance(); };
+    subscriptions_.push_back(settings.showButtonBorders.subscribe(restyles, Current::Skip));
+    subscriptions_.push_back(settings.activeButtonStyle.subscribe(restyles, Current::Skip));
+    subscriptions_.push_back(settings.accentColorMode.subscribe(restyles, Current::Skip));
+    subscriptions_.push_back(settings.accentColorCustom.subscribe(restyles, Current::Skip));
+
+    const auto repaintsBackground = [this](const auto&) {
+        backgroundLayer_.apply(services_.settings.barBackgroundStyle.value(),
+                               services_.settings.barBlurIntensity.value());
+    };
+    subscriptions_.push_back(settings.barBackgroundStyle.subscribe(repaintsBackground));
+    subscriptions_.push_back(settings.barBlurIntensity.subscribe(repaintsBackground, Current::Skip));
+}
+
+void MorvelView::setDisplay(DisplayID screenID, std::optional<SpaceID> spaceID) {
+    screenID_ = screenID;
+    spaceID_ = spaceID;
+    running_.setScreenID(screenID);
+    // The screen's frame and the windows' Spaces may have changed though neither identifier has.
+    rebuildRunningIfNeeded(*services_.store.windows().value());
+}
+
+void MorvelView::schedule(Rebuild rebuild) {
+    if (std::exchange(scheduled_, std::max(scheduled_, rebuild)) != Rebuild::None) return;
+    services_.mainLoop.post(lifetime_.whileAlive([this] {
+        const Rebuild due = std::exchange(scheduled_, Rebuild::None);
+        if (due == Rebuild::Forced) return forceRebuildRunning();
+        rebuildRunningIfNeeded(*services_.store.windows().value());
+    }));
+}
+
+void MorvelView::rebuildRunningIfNeeded(const WindowMap& windows) {
+    const ProjectionContext context = projectionContext();
+    SpaceQueryCache spaces = makeSpaceQueryCache();
+    std::vector<WindowSnapshot> filtered = windowsOnThisScreen(windows, context, spaces);
+    RunningProjection projection = makeRunningProjection(filtered, context, services_.settings.groupingMode.value());
+    if (lastRunningProjection_ == projection && lastAvailableWidth_ == availableWidth()) return;
+    lastRunningProjection_ = std::move(projection);
+    rebuildRunning(filtered);
+}
+
+void MorvelView::forceRebuildRunning() {
+    lastRunningProjection_.reset();
+    SpaceQueryCache spaces = makeSpaceQueryCache();
+    rebuildRunning(windowsOnThisScreen(*services_.store.windows().value(), projectionContext(), spaces));
+}
+
+ProjectionContext MorvelView::projectionContext() const {
+    const SettingsStore& settings = services_.settings;
+    return {services_.screens.screens(),
+            services_.screens.mainDisplay(),
+            screenID_,
+            spaceID_,
+            settings.windowSpaceMode.value(),
+            settings.windowlessAppsMode.value(),
+            settings.windowBlacklist.value(),
+            {}};
+}
+
+SpaceQueryCache MorvelView::makeSpaceQueryCache() const {
+    return {[this](WindowNumber window) { return services_.spaceQuery.spaces(window); },
+            [this](DisplayID display) -> std::optional<SpaceID> {
+                const auto snapshot = services_.spaceQuery.snapshotByDisplay();
+                const auto found = snapshot.find(display);
+                if (found == snapshot.end() || found->second.spaces.empty()) return std::nullopt;
+                return found->second.spaces.front();
+            }};
+}
+
+double MorvelView::availableWidth() const {
+    const std::vector<Screen> screens = services_.screens.screens();
+    const auto screen = std::ranges::find(screens, std::optional(screenID_), &Screen::displayID);
+    RunningZoneLayout::RunningZoneRoom room;
+    room.baseWidth = screen != screens.end() ? screen->frame.width : bounds().width;
+    room.edge = services_.settings.barEdge.value();
+    room.compactAtTop = services_.settings.compactAtTop.value();
+    room.pinnedWidth = pinnedStack_.intrinsicSize().width;
+    room.systemWidth = systemStack_.intrinsicSize().width;
+    room.spacing = running_.spacing();
+    return RunningZoneLayout::availableRunningWidth(room);
+}
+
+void MorvelView::rebuildRunning(const std::vector<WindowSnapshot>& filtered) {
+    const SettingsStore& settings = services_.settings;
+    lastAvailableWidth_ = availableWidth();
+    const RunningZoneLayout::FlatWidthRule rule{
+        settings.windowButtonWidthMode.value(), settings.windowButtonCustomWidth.value(), running_.spacing(),
+        [this](std::string_view title) {
+            return services_.toolkit.textSize(title, RunningZoneLayout::kTitleFont).width;
+        }};
+    // The compact bar's expanded state would lift the mode Never; no bar can be expanded yet.
+    const auto mode = RunningZoneLayout::effectiveMode(settings.groupingMode.value(), false);
+    auto plan = RunningZoneLayout::planRunningZone(filtered, rule, lastAvailableWidth_, mode,
+                                                   settings.windowlessDisplayMode.value());
+    running_.apply(arranger_.arrange(std::move(plan.decision), std::move(plan.windowless)), plan.windowlessIconOnly);
+}
+
+void MorvelView::rightMouseDown(const ui::MouseEvent& event) {
+    if (!services_.actions.contextMenu) return;
+    pinReveal();
+    services_.toolkit.popUpMenu(services_.actions.contextMenu(), *this, event.location,
+                                lifetime_.whileAlive([this] { unpinReveal(); }));
+}
+
+void MorvelView::layout() {
+    const double width = bounds().width;
+    const double height = bounds().height;
+    const double pinned = pinnedStack_.intrinsicSize().width;
+    const double system = systemStack_.intrinsicSize().width;
+    backgroundLayer_.layout();
+    pinnedStack_.setFrame({0, 0, pinned, height});
+    systemStack_.setFrame({width - system, 0, system, height});
+    divider_.setHidden(pinnedStack_.arrangedSubviews().empty());
+    divider_.setFrame({pinned + (running_.spacing() - kDividerWidth) / 2, kDividerInset, kDividerWidth,
+                       std::max(height - 2 * kDividerInset, 0.0)});
+    const double runningWidth = std::max(width - pinned - system - 2 * running_.spacing(), 0.0);
+    running_.stack().setFrame({pinned + running_.spacing(), 0, runningWidth, height});
+}
+
+}  // namespace morvel

@@ -1,0 +1,70 @@
+// What one bar shows: the pinned, running and system strips, kept in line with the stores.
+#pragma once
+
+#include <functional>
+#include <optional>
+
+#include "Bar/BarBackgroundLayer.h"
+#include "Bar/BarServices.h"
+#include "Bar/Layout/RunningStripArranger.h"
+#include "Bar/Layout/RunningZoneWidths.h"
+#include "Bar/Layout/WindowProjection.h"
+#include "Bar/RunningStrip.h"
+#include "UI/StackView.h"
+#include "UI/View.h"
+#include "Util/Lifetime.h"
+
+namespace morvel {
+
+/// Main thread only. However much the stores publish in one turn of the main loop, the bar projects once, and it
+/// rebuilds its running strip only when the projection differs from the last one.
+class MorvelView : public ui::View {
+public:
+    MorvelView(const BarServices& services, DisplayID screenID, std::optional<SpaceID> spaceID);
+
+    /// The display this bar is on and the Space that it shows now; absent where Spaces cannot be told.
+    void setDisplay(DisplayID screenID, std::optional<SpaceID> spaceID);
+
+    /// Projects the windows onto this bar and rebuilds the running strip if the projection changed.
+    void rebuildRunningIfNeeded(const WindowMap& windows);
+    /// Rebuilds the running strip though the windows have not changed.
+    void forceRebuildRunning();
+
+    /// Keep an auto-hidden bar shown while a menu or popover of it is open, and release it.
+    std::function<void()> pinReveal = [] {};
+    std::function<void()> unpinReveal = [] {};
+
+    bool acceptsMouse() const override { return true; }
+    void rightMouseDown(const ui::MouseEvent& event) override;
+
+protected:
+    void layout() override;
+
+private:
+    enum class Rebuild { None, IfNeeded, Forced };
+
+    void subscribeToStore();
+    void subscribeToSettings();
+    void schedule(Rebuild rebuild);
+    ProjectionContext projectionContext() const;
+    SpaceQueryCache makeSpaceQueryCache() const;
+    double availableWidth() const;
+    void rebuildRunning(const std::vector<WindowSnapshot>& filtered);
+
+    Lifetime lifetime_;  // before the strips, which hand what it guards to menus; it ends when all of this does
+    BarServices services_;
+    DisplayID screenID_;
+    std::optional<SpaceID> spaceID_;
+    BarBackgroundLayer backgroundLayer_;
+    ui::StackView pinnedStack_;
+    ui::StackView systemStack_;
+    ui::View divider_;
+    RunningStrip running_;
+    RunningStripArranger arranger_;
+    std::optional<RunningProjection> lastRunningProjection_;
+    double lastAvailableWidth_ = 0;      // what the last rebuild had for the running zone; a display may be resized
+    Rebuild scheduled_ = Rebuild::None;  // for a later turn, which is posted unless None
+    Subscriptions subscriptions_;
+};
+
+}  // namespace morvel

@@ -1,0 +1,127 @@
+#include "Display/DisplayManager.h"
+
+#include <algorithm>
+
+namespace morvel {
+
+namespace {
+
+/// While displays wake or are plugged in, some are missing for a moment; a bar is taken away only after this rest.
+constexpr Duration kScreensSettleDelay = std::chrono::milliseconds(200);
+/// The notice of a Space switch comes before the switch's animation ends, when the answers still name the old Space.
+constexpr Duration kSpaceSettleDelay = std::chrono::milliseconds(300);
+
+}  // namespace
+
+DisplayManager::DisplayManager(const BarServices& services, WindowServer& windowServer, Workspace& workspace)
+    : services_(services), workspace_(workspace), spaceEvents_(windowServer) {}
+
+void DisplayManager::start() {
+    rebuild();
+    subscriptions_.push_back(services_.screens.observeChanges([this] { screensChanged(); }));
+    spaceEvents_.start([this](uint32_t) { spaceChanged(); });
+    subscriptions_.push_back(workspace_.observeActiveSpaceChanged([this] { spaceChanged(); }));
+    subscriptions_.push_back(workspace_.observeActivated([this](const RunningApplication&) { refreshCompactTop(); }));
+    observeSettings();
+}
+
+void DisplayManager::observeSettings() {
+    SettingsStore& settings = services_.settings;
+    const auto rebuildsAll = [this](const auto&) { runNextTurn(&DisplayManager::rebuildAll); };
+    subscriptions_.push_back(settings.barEdge.subscribe(rebuildsAll, Current::Skip));
+    subscriptions_.push_back(settings.barHeight.subscribe(rebuildsAll, Current::Skip));
+    subscriptions_.push_back(settings.compactAtTop.subscribe(rebuildsAll, Current::Skip));
+    subscriptions_.push_back(settings.matchMenuBarHeight.subscribe(rebuildsAll, Current::Skip));
+    subscriptions_.push_back(settings.compactTopRightBuffer.subscribe(rebuildsAll, Current::Skip));
+    subscriptions_.push_back(settings.autoDetectMacOSItemsWidth.subscribe(rebuildsAll, Current::Skip));
+    const auto refreshes = [this](const auto&) { runNextTurn(&DisplayManager::refreshCompactTop); };
+    subscriptions_.push_back(settings.autoDetectMacOSMenuWidth.subscribe(refreshes, Current::Skip));
+    subscriptions_.push_back(settings.compactTopCollapsedItemCount.subscribe(refreshes, Current::Skip));
+}
+
+/// A change of a setting comes from inside whatever changed it, which may be a menu of the very bar that is remade.
+void DisplayManager::runNextTurn(void (DisplayManager::*action)()) {
+    services_.mainLoop.post(lifetime_.whileAlive([this, action] { (this->*action)(); }));
+}
+
+std::vector<Screen> DisplayManager::connectedScreens() const {
+    std::vector<Screen> screens = services_.screens.screens();
+    std::erase_if(screens, [](const Screen& screen) { return !screen.displayID; });
+    return screens;
+}
+
+std::vector<OtherScreen> DisplayManager::otherScreensExcluding(DisplayID id) const {
+    std::vector<OtherScreen> others;
+    for (const Screen& screen : connectedScreens())
+        if (screen.displayID != id) others.push_back({screen.name, *screen.displayID});
+    return others;
+}
+
+void DisplayManager::rebuild() {
+    reconcile(Missing::TearDown);
+}
+
+void DisplayManager::rebuildAll() {
+    controllers_.clear();
+    uuids_.clear();
+    rebuild();
+}
+
+void DisplayManager::refreshCompactTop() {
+    for (const auto& [display, controller] : controllers_) controller->reframe();
+}
+
+void DisplayManager::screensChanged() {
+    reconcile(Missing::Keep);
+    screensSettled_ = services_.mainLoop.after(kScreensSettleDelay, [this] { rebuild(); });
+}
+
+void DisplayManager::spaceChanged() {
+    reconcile(Missing::Keep);
+    spaceSettled_ = services_.mainLoop.after(kSpaceSettleDelay, [this] { reconcile(Missing::Keep); });
+}
+
+void DisplayManager::reconcile(Missing missing) {
+    const std::vector<Screen> connected = connectedScreens();
+    if (connected.empty()) return;  // what a waking system reports; the bars stay for when the displays are back
+    const auto spaces = services_.spaceQuery.snapshotByDisplay();
+    for (const Screen& screen : connected) {
+        const DisplayID display = *screen.displayID;
+        const auto found = spaces.find(display);
+        const auto current = found != spaces.end() ? found->second.current : services_.spaceQuery.activeSpace();
+        auto& controller = controllers_[display];
+        if (!controller) {
+            const std::string uuid = services_.screens.uuidString(display).value_or("");
+            controller = takeControllerOf(uuid, connected);
+            uuids_[display] = uuid;
+        }
+        if (controller) {
+            controller->update(screen, current);
+        } else {
+            controller = std::make_unique<MorvelController>(services_, screen, current);
+        }
+    }
+    if (missing == Missing::Keep) return;
+    const auto isGone = [&](const auto& entry) {
+        return std::ranges::find(connected, std::optional(entry.first), &Screen::displayID) == connected.end();
+    };
+    std::erase_if(uuids_, isGone);
+    std::erase_if(controllers_, isGone);
+}
+
+/// The bar of a display that came back under another number: its panel is moved and keeps its contents.
+std::unique_ptr<MorvelController> DisplayManager::takeControllerOf(const std::string& uuid,
+                                                                   const std::vector<Screen>& connected) {
+    if (uuid.empty()) return nullptr;
+    for (auto& [display, controller] : controllers_) {
+        if (!controller || uuids_[display] != uuid) continue;
+        if (std::ranges::find(connected, std::optional(display), &Screen::displayID) != connected.end()) continue;
+        auto taken = std::move(controller);
+        uuids_.erase(display);
+        controllers_.erase(display);
+        return taken;
+    }
+    return nullptr;
+}
+
+}  // namespace morvel

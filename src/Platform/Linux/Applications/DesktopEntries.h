@@ -1,0 +1,53 @@
+// The installed applications as desktop entries, found by identifier or by what a window says of its program.
+#pragma once
+
+#include <gio/gdesktopappinfo.h>
+
+#include <map>
+#include <memory>
+#include <optional>
+#include <string>
+#include <unordered_map>
+
+namespace morvel::x11 {
+
+struct UnrefObject {
+    void operator()(gpointer object) const { g_object_unref(object); }
+};
+template <class T>
+using GPtr = std::unique_ptr<T, UnrefObject>;
+
+struct DesktopEntry {
+    std::string id;    ///< without ".desktop"
+    std::string name;  ///< in the person's language
+    std::string path;
+    std::string icon;  ///< a name of the icon theme or an absolute path; empty where it has none
+};
+
+/// Main thread only. Entries are read when they are first asked for. All of them are read only when a program's name
+/// alone does not lead to one, and again after what is installed has changed.
+class DesktopEntries {
+public:
+    DesktopEntries();
+    ~DesktopEntries();
+    DesktopEntries(const DesktopEntries&) = delete;
+    DesktopEntries& operator=(const DesktopEntries&) = delete;
+
+    std::optional<DesktopEntry> find(const std::string& id);
+    std::optional<DesktopEntry> findForClass(const std::string& classInstance, const std::string& className);
+
+private:
+    struct Index {
+        std::unordered_map<std::string, std::string> byStartupClass;  // lower case → id
+        std::unordered_map<std::string, std::string> byProgram;
+    };
+    static void installedChanged(GAppInfoMonitor*, gpointer self);
+    const Index& index();
+
+    GPtr<GAppInfoMonitor> monitor_;
+    gulong handler_ = 0;
+    std::optional<Index> index_;
+    std::map<std::pair<std::string, std::string>, std::optional<std::string>> classes_;  // answers given, by id
+};
+
+}  // namespace morvel::x11

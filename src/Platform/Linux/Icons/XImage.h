@@ -1,0 +1,38 @@
+// A picture of the Linux host: a Cairo image surface that painting can use as it is.
+#pragma once
+
+#include <cairo.h>
+
+#include "UI/Image.h"
+
+namespace morvel::x11 {
+
+/// Whether an image is a mask that takes the tint of where it is shown; only its alpha counts then.
+enum class ImageKind { Picture, Template };
+
+/// The surface is premultiplied ARGB. It may have more pixels than the image has points, so painting scales by the
+/// quotient of the two sizes.
+class XImage : public ui::Image {
+public:
+    /// Takes over the reference to `surface`, an image surface without errors.
+    XImage(cairo_surface_t* surface, Size points, ImageKind kind = ImageKind::Picture)
+        : surface_(surface), points_(points), kind_(kind) {}
+    ~XImage() override { cairo_surface_destroy(surface_); }
+    XImage(const XImage&) = delete;
+    XImage& operator=(const XImage&) = delete;
+
+    Size size() const override { return points_; }
+    bool isTemplate() const { return kind_ == ImageKind::Template; }
+
+    /// Owned by the image; for reading.
+    cairo_surface_t* surface() const { return surface_; }
+    int pixelWidth() const { return cairo_image_surface_get_width(surface_); }
+    int pixelHeight() const { return cairo_image_surface_get_height(surface_); }
+
+private:
+    cairo_surface_t* const surface_;
+    const Size points_;
+    const ImageKind kind_;
+};
+
+}  // namespace morvel::x11

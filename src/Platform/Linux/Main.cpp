@@ -1,0 +1,55 @@
+// The bar on Linux/X11: puts the host together, hands it to the application, and turns the main loop until the end.
+#include <glib.h>
+
+#include <csignal>
+#include <cstdlib>
+#include <memory>
+#include <string>
+
+#include "App/AppDelegate.h"
+#include "Platform/Linux/System/StderrLog.h"
+#include "Platform/Linux/UI/XToolkit.h"
+#include "Platform/Linux/XSystem.h"
+
+namespace morvel::x11 {
+namespace {
+
+constexpr int kExitNoDisplay = 1;
+constexpr int kExitDisplayLost = 2;
+
+std::string defaultsPath() {
+    return std::string(g_get_user_config_dir()) + "/morvel/defaults.json";
+}
+
+int run() {
+    StderrLog log;
+    GLibMainLoop loop;
+    const auto connection = XConnection::open("", log, [&] {
+        log.error("The X server is gone.");
+        loop.quit(kExitDisplayLost);
+    });
+    if (!connection) {
+        log.error("There is no X display to show the bar on.");
+        return kExitNoDisplay;
+    }
+    XSystem system(loop, log, *connection, defaultsPath());
+    XToolkit toolkit(*connection, loop, system.screens());
+    AppDelegate delegate({loop, log, system.accessibility(), system.windowServer(), system.workspace(),
+                          system.screens(), system.defaults(), system.icons(), toolkit, [&loop] { loop.quit(); }});
+    delegate.applicationDidFinishLaunching();
+
+    // Log-out and Ctrl-C end the program like its own menu does.
+    Subscriptions signals;
+    for (const int signal : {SIGTERM, SIGINT, SIGHUP})
+        signals.push_back(loop.watchSignal(signal, [&loop] { loop.quit(); }));
+    const int exitCode = loop.run();
+    delegate.applicationWillTerminate();
+    return exitCode;
+}
+
+}  // namespace
+}  // namespace morvel::x11
+
+int main() {
+    return morvel::x11::run();
+}

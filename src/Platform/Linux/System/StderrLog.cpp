@@ -1,0 +1,36 @@
+#include "Platform/Linux/System/StderrLog.h"
+
+#include <unistd.h>
+
+#include <cstdlib>
+#include <string>
+
+namespace morvel::x11 {
+
+namespace {
+
+void writeLine(std::string_view line) {
+    std::string text = "morvel: ";
+    text.append(line).push_back('\n');
+    // A log that cannot be written (a closed terminal) is not worth a second try.
+    [[maybe_unused]] const ssize_t written = ::write(STDERR_FILENO, text.data(), text.size());
+}
+
+bool wantsDebug() {
+    const char* value = std::getenv("MORVEL_LOG");
+    return value && std::string_view(value) == "debug";
+}
+
+}  // namespace
+
+StderrLog::StderrLog() : isDebugWanted_(wantsDebug()) {}
+
+void StderrLog::error(std::string_view line) {
+    writeLine(line);
+}
+
+void StderrLog::debug(std::string_view line) {
+    if (isDebugWanted_) writeLine(line);
+}
+
+}  // namespace morvel::x11

@@ -1,0 +1,121 @@
+#include "Platform/Linux/UI/ViewCanvas.h"
+
+#include <utility>
+
+#include "Platform/Linux/UI/ViewPainter.h"
+
+namespace morvel::x11 {
+
+namespace {
+
+// Of a display at 60 Hz. A faster display would show more frames, but nothing in a bar moves that fast.
+constexpr Duration kDisplayPeriod = std::chrono::milliseconds(16);
+
+}  // namespace
+
+Duration frameDelay(Instant now, Instant last) {
+    return std::clamp(last + kDisplayPeriod - now, Duration{}, kDisplayPeriod);
+}
+
+ViewCanvas::ViewCanvas(MainLoop& mainLoop, const Palette& palette, TextLayouts& layouts, ui::View& root,
+                       Delegate delegate)
+    : mainLoop_(mainLoop),
+      palette_(palette),
+      layouts_(layouts),
+      root_(root),
+      delegate_(std::move(delegate)),
+      lastFrame_(mainLoop.now() - kDisplayPeriod) {
+    root_.setHost(this);
+}
+
+ViewCanvas::~ViewCanvas() {
+    release();
+}
+
+void ViewCanvas::release() {
+    if (isReleased_) return;
+    // Another window may show the tree by now.
+    if (root_.host() == this) root_.setHost(nullptr);
+    isReleased_ = true;
+    frame_.reset();
+}
+
+void ViewCanvas::setGeometry(int width, int height, Point<ViewSpace> origin) {
+    if (width != width_ || height != height_ || !surface_) {
+        width_ = width;
+        height_ = height;
+        surface_.reset(cairo_image_surface_create(CAIRO_FORMAT_ARGB32, width, height));
+    } else if (origin == origin_) {
+        return;
+    }
+    origin_ = origin;
+    damageAll();
+}
+
+void ViewCanvas::setComposited(bool isComposited) {
+    if (std::exchange(isComposited_, isComposited) != isComposited) damageAll();
+}
+
+void ViewCanvas::damageAll() {
+    damage_.damageAll();
+    schedule();
+}
+
+void ViewCanvas::viewAttached(ui::View& view) {
+    view.setPeer(std::make_unique<ViewNode>());
+    damage_.viewAttached(view);
+    textsChanged_ = true;
+    schedule();
+}
+
+void ViewCanvas::viewWillDetach(ui::View& view) {
+    damage_.viewWillDetach(view);
+    delegate_.willDetach(view);
+    textsChanged_ = true;
+    schedule();
+}
+
+void ViewCanvas::viewChanged(ui::View& view, ui::ViewChange change) {
+    damage_.viewChanged(view, change);
+    textsChanged_ = true;
+    schedule();
+}
+
+void ViewCanvas::schedule() {
+    if (frame_ || isReleased_) return;
+    frame_ = mainLoop_.after(frameDelay(mainLoop_.now(), lastFrame_), [this] { paintNow(); });
+}
+
+void ViewCanvas::paintNow() {
+    if (isReleased_) return;
+    root_.layoutIfNeeded();
+    // Hover follows the views that moved, and its handlers may ask for layout again, or for the window's end.
+    delegate_.laidOut();
+    if (isReleased_) return;
+    root_.layoutIfNeeded();
+    frame_.reset();  // whatever asked for a frame up to here is in this one
+    if (!surface_) return;
+    const DamageRegion damage = damage_.take(root_, origin_, bounds());
+    if (!damage.isEmpty()) paint(damage);
+    if (std::exchange(textsChanged_, false)) delegate_.changedTexts();
+}
+
+void ViewCanvas::paint(const DamageRegion& damage) {
+    lastFrame_ = mainLoop_.now();
+    cairo_t* cr = cairo_create(surface_.get());
+    for (const PixelRect& r : damage.rects()) {
+        cairo_rectangle(cr, r.x, r.y, r.width, r.height);
+        paintedPixels_ += static_cast<uint64_t>(r.area());
+    }
+    cairo_clip(cr);
+    cairo_set_operator(cr, CAIRO_OPERATOR_CLEAR);
+    cairo_paint(cr);
+    cairo_set_operator(cr, CAIRO_OPERATOR_OVER);
+    if (delegate_.paintBackdrop) delegate_.paintBackdrop(cr);
+    ViewPainter(cr, damage, palette_, layouts_, isComposited_).paint(root_, origin_);
+    cairo_destroy(cr);
+    cairo_surface_flush(surface_.get());
+    delegate_.present(damage);
+}
+
+}  // namespace morvel::x11

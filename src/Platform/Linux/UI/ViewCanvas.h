@@ -1,0 +1,85 @@
+// The pixels of one window that shows a tree of views: knows what changed, paints that, and when.
+#pragma once
+
+#include <cairo.h>
+
+#include <functional>
+
+#include "Platform/Linux/UI/Palette.h"
+#include "Platform/Linux/UI/TextLayouts.h"
+#include "Platform/Linux/UI/ViewDamage.h"
+#include "Platform/Linux/UI/ViewNode.h"
+#include "Platform/MainLoop.h"
+#include "UI/ViewHost.h"
+
+namespace morvel::x11 {
+
+/// How long a frame has to wait when the last one was painted at `last`: not at all when the display has shown that one
+/// since, else for the rest of the display's period.
+Duration frameDelay(Instant now, Instant last);
+
+/// Main thread only. Changes of one turn of the loop are one frame; no timer runs while nothing changes.
+class ViewCanvas : public ui::ViewHost {
+public:
+    struct Delegate {
+        std::function<void(cairo_t*)> paintBackdrop;       ///< below the views, in the window's pixels; may be empty
+        std::function<void(const DamageRegion&)> present;  ///< these pixels of the surface are new
+        std::function<void()> laidOut;                     ///< views may have moved; before painting
+        std::function<void()> changedTexts;                ///< something that is told about the views changed
+        std::function<void(ui::View&)> willDetach;
+    };
+
+    /// All outlive the canvas. The tree is shown from now on until the canvas dies.
+    ViewCanvas(MainLoop& mainLoop, const Palette& palette, TextLayouts& layouts, ui::View& root, Delegate delegate);
+    ~ViewCanvas() override;
+    ViewCanvas(const ViewCanvas&) = delete;
+    ViewCanvas& operator=(const ViewCanvas&) = delete;
+
+    /// The window's size and where in it the root view's corner lies, in pixels.
+    void setGeometry(int width, int height, Point<ViewSpace> origin);
+    /// Whether what is painted is blended over what is behind the window.
+    void setComposited(bool isComposited);
+    /// Everything looks different now: the colours, or the backdrop.
+    void damageAll();
+
+    /// Lets go of the tree; nothing is painted any more.
+    void release();
+
+    /// Lays out and paints what changed, now.
+    void paintNow();
+
+    ui::View& root() const { return root_; }
+    Point<ViewSpace> origin() const { return origin_; }
+    PixelRect bounds() const { return {0, 0, width_, height_}; }
+    /// What was painted last. Null before the first size.
+    cairo_surface_t* surface() const { return surface_.get(); }
+    uint64_t paintedPixels() const { return paintedPixels_; }
+
+    void viewAttached(ui::View& view) override;
+    void viewWillDetach(ui::View& view) override;
+    void viewChanged(ui::View& view, ui::ViewChange change) override;
+    void layoutNeeded() override { schedule(); }
+
+private:
+    void schedule();
+    void paint(const DamageRegion& damage);
+
+    MainLoop& mainLoop_;
+    const Palette& palette_;
+    TextLayouts& layouts_;
+    ui::View& root_;
+    Delegate delegate_;
+    ViewDamage damage_;
+    SurfacePtr surface_;
+    int width_ = 0;
+    int height_ = 0;
+    Point<ViewSpace> origin_;
+    bool isComposited_ = false;
+    bool isReleased_ = false;
+    bool textsChanged_ = true;
+    Instant lastFrame_{};
+    uint64_t paintedPixels_ = 0;
+    Timer frame_;  // armed while something waits to be painted
+};
+
+}  // namespace morvel::x11

@@ -1,0 +1,47 @@
+// Paints a tree of views with Cairo.
+#pragma once
+
+#include <cairo.h>
+
+#include "Platform/Linux/UI/DamageRegion.h"
+#include "Platform/Linux/UI/Palette.h"
+#include "Platform/Linux/UI/TextLayouts.h"
+#include "UI/ImageView.h"
+#include "UI/Label.h"
+#include "UI/View.h"
+
+namespace morvel::x11 {
+
+/// Paints over what is there; the caller has clipped `cr` to the damage. Backgrounds, borders and pictures lie on whole
+/// pixels, so edges are sharp however fractional the frames are.
+class ViewPainter {
+public:
+    /// All outlive the painter.
+    ViewPainter(cairo_t* cr, const DamageRegion& damage, const Palette& palette, TextLayouts& layouts,
+                bool isComposited)
+        : cr_(cr), damage_(damage), palette_(palette), layouts_(layouts), isComposited_(isComposited) {}
+
+    /// The view's corner lies at `corner`, in the window's pixels.
+    void paint(const ui::View& view, Point<ViewSpace> corner) { paint(view, corner, 1); }
+
+private:
+    void paint(const ui::View& view, Point<ViewSpace> corner, double opacity);
+    void paintSubviews(const ui::View& view, Point<ViewSpace> corner, const PixelRect& pixels, double opacity);
+    bool isDamagedBelow(const ui::View& view, Point<ViewSpace> corner) const;
+    void paintItself(const ui::View& view, Point<ViewSpace> corner, const PixelRect& pixels, double opacity);
+    void paintBorder(const ui::View& view, const PixelRect& pixels, double opacity);
+    void paintLabel(const ui::Label& label, Point<ViewSpace> corner, double opacity);
+    void paintImage(const ui::ImageView& view, Point<ViewSpace> corner, double opacity);
+    void setSource(const ui::RGBA& color, double opacity);
+
+    cairo_t* cr_;
+    const DamageRegion& damage_;
+    const Palette& palette_;
+    TextLayouts& layouts_;
+    const bool isComposited_;
+};
+
+/// Adds a closed path around the rectangle; the radius is bounded to what fits.
+void addRoundedRect(cairo_t* cr, double x, double y, double width, double height, double radius);
+
+}  // namespace morvel::x11

@@ -1,0 +1,238 @@
+#include "Platform/Linux/UI/ViewWindow.h"
+
+#include <utility>
+
+#include "Platform/Linux/UI/TooltipWindow.h"
+#include "Platform/Linux/UI/ViewInspection.h"
+
+namespace morvel::x11 {
+
+namespace {
+
+constexpr Duration kTooltipDelay = std::chrono::milliseconds(600);
+
+constexpr xcb_button_t kWheelUp = 4;
+constexpr xcb_button_t kWheelDown = 5;
+
+std::optional<ui::MouseButton> mouseButton(xcb_button_t button) {
+    switch (button) {
+        case 1:
+            return ui::MouseButton::Left;
+        case 2:
+            return ui::MouseButton::Middle;
+        case 3:
+            return ui::MouseButton::Right;
+        default:
+            return std::nullopt;  // the wheel and the like
+    }
+}
+
+}  // namespace
+
+ViewWindow::ViewWindow(ToolkitContext& context, ui::View& root, ViewWindowOptions options)
+    : context_(context),
+      options_(std::move(options)),
+      router_(root),
+      registration_(context.registerWindow(*this)),
+      canvas_(context.mainLoop(), context.palette(), context.layouts(), root,
+              {.paintBackdrop =
+                   [this](cairo_t* cr) {
+                       const bool isTranslucent = window_->format().isTranslucent;
+                       const Palette& palette = context_.palette();
+                       if (bubble_) {
+                           bubble_->paint(cr, palette.bubble(isTranslucent), palette.bubbleBorder());
+                           return bubble_->clipToBody(cr);
+                       }
+                       if (isTranslucent) return;
+                       const ui::RGBA color = palette.resolve(ui::kWindowBackgroundColor);
+                       cairo_set_source_rgb(cr, color.red, color.green, color.blue);
+                       cairo_paint(cr);
+                   },
+               .present = [this](const DamageRegion& damage) { window_->put(canvas_.surface(), damage.rects()); },
+               .laidOut = [this] { router_.layoutChanged(); },
+               .changedTexts = [this] { inspect(); },
+               .willDetach = [this](ui::View& view) { willDetach(view); }}) {
+    makeWindow();
+    compositing_ = context_.compositing().observeChanges([this] {
+        const bool wasMapped = window_->isMapped();
+        makeWindow();
+        if (wasMapped) show();
+    });
+}
+
+ViewWindow::~ViewWindow() {
+    retire();
+}
+
+void ViewWindow::makeWindow() {
+    window_ =
+        std::make_unique<XWindow>(context_.connection(), context_.compositing().format(), frame_, options_.management);
+    events_ =
+        context_.connection().observeWindow(window_->id(), [this](const xcb_generic_event_t& event) { handle(event); });
+    isPointerInside_ = false;
+    canvas_.setComposited(window_->format().isTranslucent);
+    canvas_.damageAll();
+    if (options_.prepare) options_.prepare(*window_);
+    applyShape();
+}
+
+void ViewWindow::setFrame(const PixelRect& frame, Point<ViewSpace> origin, std::optional<Bubble> bubble) {
+    frame_ = {frame.x, frame.y, std::max(1, frame.width), std::max(1, frame.height)};
+    bubble_ = bubble;
+    window_->setFrame(frame_);
+    canvas_.setGeometry(frame_.width, frame_.height, origin);
+    if (bubble_) canvas_.damageAll();
+    applyShape();
+    cancelTooltip();
+    if (context_.inspectionProperty()) inspect();
+}
+
+void ViewWindow::applyShape() {
+    if (bubble_ && !window_->format().isTranslucent) window_->setShape(bubble_->coverage(frame_.width, frame_.height));
+}
+
+void ViewWindow::show() {
+    if (isRetired_) return;
+    canvas_.paintNow();
+    if (isRetired_ || !canvas_.surface()) return;
+    window_->isMapped() ? window_->raise() : window_->map(canvas_.surface());
+}
+
+void ViewWindow::hide() {
+    cancelTooltip();
+    window_->unmap();
+    pointerExited();
+}
+
+void ViewWindow::retire() {
+    if (std::exchange(isRetired_, true)) return;
+    cancelTooltip();
+    events_.reset();
+    compositing_.reset();
+    registration_.reset();
+    canvas_.release();
+    window_->unmap();
+}
+
+Rect<RootSpace> ViewWindow::onRoot(const ui::View& view) const {
+    const Rect<ViewSpace> rect = view.boundsInRoot();
+    const Point<RootSpace> corner = onRoot(rect.origin());
+    return {corner.x, corner.y, rect.width, rect.height};
+}
+
+Point<RootSpace> ViewWindow::onRoot(Point<ViewSpace> inRootView) const {
+    return {frame_.x + canvas_.origin().x + inRootView.x, frame_.y + canvas_.origin().y + inRootView.y};
+}
+
+void ViewWindow::handle(const xcb_generic_event_t& event) {
+    if (isRetired_) return;
+    switch (event.response_type & 0x7F) {
+        case XCB_EXPOSE:
+            window_->exposed(canvas_.surface(), reinterpret_cast<const xcb_expose_event_t&>(event));
+            break;
+        case XCB_ENTER_NOTIFY:
+        case XCB_LEAVE_NOTIFY:
+        case XCB_MOTION_NOTIFY:
+        case XCB_BUTTON_PRESS:
+        case XCB_BUTTON_RELEASE:
+        case XCB_KEY_PRESS:
+            options_.input ? options_.input(event) : handleInput(event);
+            break;
+        default:
+            break;
+    }
+}
+
+// The handlers that the router calls may retire this window.
+void ViewWindow::handleInput(const xcb_generic_event_t& event) {
+    const uint8_t type = event.response_type & 0x7F;
+    if (type == XCB_KEY_PRESS) return;
+    // The pointer events of the protocol are laid out alike.
+    const auto& e = reinterpret_cast<const xcb_button_press_event_t&>(event);
+    pointer_ = {e.event_x - canvas_.origin().x, e.event_y - canvas_.origin().y};
+    if (type == XCB_ENTER_NOTIFY || type == XCB_LEAVE_NOTIFY)
+        return crossed(reinterpret_cast<const xcb_enter_notify_event_t&>(event));
+    if (type == XCB_BUTTON_PRESS) return pressed(e);
+    if (type == XCB_BUTTON_RELEASE) {
+        if (const auto button = mouseButton(e.detail)) router_.buttonReleased({*button, pointer_});
+        return;
+    }
+    moved();
+}
+
+void ViewWindow::moved() {
+    router_.pointerMoved(pointer_);
+    if (!isRetired_) restartTooltip();
+}
+
+void ViewWindow::crossed(const xcb_enter_notify_event_t& event) {
+    if ((event.response_type & 0x7F) == XCB_ENTER_NOTIFY) {
+        isPointerInside_ = true;
+        exitsAfterMenu_ = false;
+        return moved();
+    }
+    if (event.mode == XCB_NOTIFY_MODE_GRAB && context_.isMenuOpen()) {
+        exitsAfterMenu_ = true;  // the button whose menu is open stays highlighted
+        return cancelTooltip();
+    }
+    pointerExited();
+}
+
+void ViewWindow::pointerExited() {
+    isPointerInside_ = false;
+    exitsAfterMenu_ = false;
+    cancelTooltip();
+    router_.pointerExited();
+}
+
+// Where the pointer is still inside, the end of the menu's grab says so next.
+void ViewWindow::menuClosed() {
+    if (exitsAfterMenu_) pointerExited();
+}
+
+void ViewWindow::pressed(const xcb_button_press_event_t& event) {
+    cancelTooltip();
+    if (const auto button = mouseButton(event.detail)) {
+        router_.buttonPressed({*button, pointer_});
+    } else if (options_.wheelTurned && (event.detail == kWheelUp || event.detail == kWheelDown)) {
+        options_.wheelTurned(event.detail == kWheelUp ? -1 : 1);
+    }
+}
+
+void ViewWindow::restartTooltip() {
+    // Shown already, it stays while the pointer is over the same view.
+    if (tooltipView_ && !tooltipTimer_ && router_.tooltipView() == tooltipView_) return;
+    if (tooltipView_ && !tooltipTimer_) context_.tooltip().hide();
+    tooltipView_ = nullptr;
+    tooltipTimer_ = context_.mainLoop().after(kTooltipDelay, [this] { showTooltip(); });
+}
+
+void ViewWindow::cancelTooltip() {
+    if (tooltipView_ && !tooltipTimer_) context_.tooltip().hide();
+    tooltipView_ = nullptr;
+    tooltipTimer_.reset();
+}
+
+void ViewWindow::showTooltip() {
+    tooltipTimer_.reset();
+    tooltipView_ = router_.tooltipView();
+    if (!tooltipView_ || context_.isMenuOpen()) return;
+    const Rect<RootSpace> window{static_cast<double>(frame_.x), static_cast<double>(frame_.y),
+                                 static_cast<double>(frame_.width), static_cast<double>(frame_.height)};
+    context_.tooltip().show(tooltipView_->tooltip(), onRoot(pointer_),
+                            options_.tooltipAvoids == TooltipAvoids::Window ? window : onRoot(*tooltipView_));
+}
+
+void ViewWindow::willDetach(ui::View& view) {
+    router_.viewWillDetach(view);
+    if (tooltipView_ == &view) cancelTooltip();
+}
+
+void ViewWindow::inspect() {
+    const xcb_atom_t property = context_.inspectionProperty();
+    if (!property || isRetired_) return;
+    const Rect<RootSpace> root = onRoot(canvas_.root());
+    window_->setText(property, context_.connection().atoms().utf8String, describeViews(canvas_.root(), root.origin()));
+}
+
+}  // namespace morvel::x11

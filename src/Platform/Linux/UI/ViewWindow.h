@@ -1,0 +1,89 @@
+// A window that shows a tree of views: joins the window, its pixels, its input and its tooltips.
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <optional>
+
+#include "Platform/Linux/UI/Bubble.h"
+#include "Platform/Linux/UI/ToolkitContext.h"
+#include "Platform/Linux/UI/ViewCanvas.h"
+#include "Platform/Linux/UI/XWindow.h"
+#include "UI/EventRouter.h"
+
+namespace morvel::x11 {
+
+/// What tooltips of the window's views keep clear of.
+enum class TooltipAvoids { Window, View };
+
+struct ViewWindowOptions {
+    Management management = Management::Unmanaged;
+    TooltipAvoids tooltipAvoids = TooltipAvoids::View;
+    /// Sets what only this kind of window has, before it is shown; also when the server needs a new window for it.
+    std::function<void(XWindow&)> prepare = {};
+    /// Takes the window's input instead of its views; may be empty.
+    std::function<void(const xcb_generic_event_t&)> input = {};
+    /// The wheel was turned a notch: -1 up, 1 down. May be empty.
+    std::function<void(int)> wheelTurned = {};
+};
+
+/// Main thread only. The window lives until `retire`; the object may be called back by its own events after that, so
+/// its owner hands it to the context, which keeps it until the turn is over.
+class ViewWindow {
+public:
+    /// The root view and the context outlive the window.
+    ViewWindow(ToolkitContext& context, ui::View& root, ViewWindowOptions options);
+    ~ViewWindow();
+    ViewWindow(const ViewWindow&) = delete;
+    ViewWindow& operator=(const ViewWindow&) = delete;
+
+    /// In the root window's pixels; the root view's corner lies at `origin` in the window. With a bubble, its outline
+    /// is painted below the views; else an opaque window has the window background below them.
+    void setFrame(const PixelRect& frame, Point<ViewSpace> origin = {}, std::optional<Bubble> bubble = {});
+    const PixelRect& frame() const { return frame_; }
+    void show();
+    void hide();
+    void retire();
+
+    XWindow& window() { return *window_; }
+    ViewCanvas& canvas() { return canvas_; }
+    /// Where the view is on the root window.
+    Rect<RootSpace> onRoot(const ui::View& view) const;
+    Point<RootSpace> onRoot(Point<ViewSpace> inRootView) const;
+    bool isPointerInside() const { return isPointerInside_; }
+    void menuClosed();
+
+private:
+    void makeWindow();
+    void applyShape();
+    void handle(const xcb_generic_event_t& event);
+    void handleInput(const xcb_generic_event_t& event);
+    void crossed(const xcb_enter_notify_event_t& event);
+    void pressed(const xcb_button_press_event_t& event);
+    void pointerExited();
+    void moved();
+    void restartTooltip();
+    void cancelTooltip();
+    void showTooltip();
+    void willDetach(ui::View& view);
+    void inspect();
+
+    ToolkitContext& context_;
+    const ViewWindowOptions options_;
+    PixelRect frame_{0, 0, 1, 1};
+    std::optional<Bubble> bubble_;
+    std::unique_ptr<XWindow> window_;
+    ui::EventRouter router_;
+    bool isRetired_ = false;
+    bool isPointerInside_ = false;
+    bool exitsAfterMenu_ = false;      // the pointer's exit was only the menu's grab, as far as is known
+    Point<ViewSpace> pointer_;         // in the root view's space
+    ui::View* tooltipView_ = nullptr;  // that waits for its tooltip or shows it
+    Timer tooltipTimer_;
+    Subscription events_;
+    Subscription registration_;
+    Subscription compositing_;
+    ViewCanvas canvas_;  // last: its end tells us of each view
+};
+
+}  // namespace morvel::x11

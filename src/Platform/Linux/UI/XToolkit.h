@@ -1,0 +1,51 @@
+// The toolkit of the Linux host: panels, popovers and menus as windows of this program, text by Pango.
+#pragma once
+
+#include <memory>
+#include <vector>
+
+#include "Platform/Linux/UI/MenuSession.h"
+#include "Platform/Linux/UI/OutsidePresses.h"
+#include "Platform/Linux/UI/ToolkitContext.h"
+#include "UI/Toolkit.h"
+
+namespace morvel::x11 {
+
+/// Main thread only; outlives everything it made. With MORVEL_INSPECT=1 in the environment, each window says in its
+/// property _MORVEL_VIEWS what it shows (see ViewInspection.h).
+class XToolkit : public ui::Toolkit {
+public:
+    /// All outlive the toolkit; the screens are known already.
+    XToolkit(XConnection& connection, MainLoop& mainLoop, XScreens& screens);
+    ~XToolkit() override;
+
+    /// Light or dark, and the accent: what is shown changes at once.
+    void setPalette(const Palette& palette) { context_.setPalette(palette); }
+    const Palette& palette() const { return context_.palette(); }
+
+    std::unique_ptr<ui::PanelPeer> makePanel(const ui::PanelOptions& options, ui::View& content) override;
+    std::unique_ptr<ui::PopoverPeer> makePopover(ui::View& content, std::function<void()> closed) override;
+    void popUpMenu(ui::Menu menu, ui::View& anchor, Point<ViewSpace> locationInRoot,
+                   std::function<void()> closed) override;
+    Size textSize(std::string_view text, const ui::Font& font) override;
+    [[nodiscard]] Subscription observeOutsidePresses(std::function<void()> pressed) override;
+
+private:
+    /// A menu that is gone but whose consequences are still to come.
+    struct EndedMenu {
+        std::function<void()> action;  ///< may be empty
+        std::function<void()> closed;
+        std::unique_ptr<MenuSession> session;
+    };
+
+    void menuEnded(EndedMenu ended);
+    void finishMenus();
+
+    ToolkitContext context_;
+    OutsidePresses outsidePresses_;
+    std::unique_ptr<MenuSession> menu_;
+    std::vector<EndedMenu> endedMenus_;
+    Timer finish_;
+};
+
+}  // namespace morvel::x11

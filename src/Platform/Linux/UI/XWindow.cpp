@@ -1,0 +1,144 @@
+#include "Platform/Linux/UI/XWindow.h"
+
+#include <xcb/shape.h>
+
+#include <array>
+#include <cstring>
+#include <utility>
+
+namespace morvel::x11 {
+
+namespace {
+
+constexpr size_t kBytesPerPixel = 4;
+// Larger images go in several requests, so that the server serves others in between and no large buffer is kept.
+constexpr long kMaxPixelsPerRequest = 64 * 1024;
+constexpr uint32_t kEvents = XCB_EVENT_MASK_EXPOSURE | XCB_EVENT_MASK_STRUCTURE_NOTIFY | XCB_EVENT_MASK_BUTTON_PRESS |
+                             XCB_EVENT_MASK_BUTTON_RELEASE | XCB_EVENT_MASK_POINTER_MOTION |
+                             XCB_EVENT_MASK_ENTER_WINDOW | XCB_EVENT_MASK_LEAVE_WINDOW | XCB_EVENT_MASK_KEY_PRESS;
+
+uint16_t extent(int length) {
+    return static_cast<uint16_t>(std::clamp(length, 1, 32767));
+}
+
+}  // namespace
+
+XWindow::XWindow(XConnection& connection, const WindowFormat& format, const PixelRect& frame, Management management)
+    : connection_(connection),
+      id_(xcb_generate_id(connection.get())),
+      gc_(xcb_generate_id(connection.get())),
+      format_(format),
+      frame_(frame) {
+    // No background: the server would show it for a moment wherever the window grows or is uncovered.
+    const uint32_t mask = XCB_CW_BACK_PIXMAP | XCB_CW_BORDER_PIXEL | XCB_CW_BIT_GRAVITY | XCB_CW_OVERRIDE_REDIRECT |
+                          XCB_CW_EVENT_MASK | XCB_CW_COLORMAP;
+    const std::array<uint32_t, 6> values{
+        XCB_BACK_PIXMAP_NONE, 0, XCB_GRAVITY_NORTH_WEST, management == Management::Unmanaged, kEvents, format.colormap};
+    xcb_create_window(connection_.get(), format.depth, id_, connection_.root(), static_cast<int16_t>(frame.x),
+                      static_cast<int16_t>(frame.y), extent(frame.width), extent(frame.height), 0,
+                      XCB_WINDOW_CLASS_INPUT_OUTPUT, format.visual, mask, values.data());
+    xcb_create_gc(connection_.get(), gc_, id_, 0, nullptr);
+    ownership_ = connection_.registerOwnWindow(id_);
+}
+
+XWindow::~XWindow() {
+    xcb_free_gc(connection_.get(), gc_);
+    xcb_destroy_window(connection_.get(), id_);
+}
+
+void XWindow::setFrame(const PixelRect& frame) {
+    if (std::exchange(frame_, frame) == frame) return;
+    const std::array<uint32_t, 4> values{static_cast<uint32_t>(frame.x), static_cast<uint32_t>(frame.y),
+                                         extent(frame.width), extent(frame.height)};
+    xcb_configure_window(connection_.get(), id_,
+                         XCB_CONFIG_WINDOW_X | XCB_CONFIG_WINDOW_Y | XCB_CONFIG_WINDOW_WIDTH | XCB_CONFIG_WINDOW_HEIGHT,
+                         values.data());
+}
+
+void XWindow::map(cairo_surface_t* content) {
+    if (std::exchange(isMapped_, true)) return;
+    const PixelRect all{0, 0, extent(frame_.width), extent(frame_.height)};
+    const xcb_pixmap_t pixmap = xcb_generate_id(connection_.get());
+    xcb_create_pixmap(connection_.get(), format_.depth, pixmap, id_, extent(all.width), extent(all.height));
+    for (const PixelRect& stripe : splitByRows(all, maxPixelsPerRequest())) putStripe(pixmap, content, stripe);
+    xcb_change_window_attributes(connection_.get(), id_, XCB_CW_BACK_PIXMAP, &pixmap);
+    raise();
+    xcb_map_window(connection_.get(), id_);
+    // The server keeps the pixmap until it is no background any more, which is at the first exposure: a window
+    // manager maps later than it is asked to.
+    xcb_free_pixmap(connection_.get(), pixmap);
+    hasBackground_ = true;
+}
+
+void XWindow::unmap() {
+    if (std::exchange(isMapped_, false)) xcb_unmap_window(connection_.get(), id_);
+}
+
+void XWindow::raise() {
+    const uint32_t above = XCB_STACK_MODE_ABOVE;
+    xcb_configure_window(connection_.get(), id_, XCB_CONFIG_WINDOW_STACK_MODE, &above);
+}
+
+void XWindow::put(cairo_surface_t* surface, const std::vector<PixelRect>& rects) {
+    if (!isMapped_) return;
+    for (const PixelRect& rect : rects)
+        for (const PixelRect& stripe : splitByRows(rect, maxPixelsPerRequest())) putStripe(id_, surface, stripe);
+}
+
+void XWindow::exposed(cairo_surface_t* surface, const xcb_expose_event_t& event) {
+    if (std::exchange(hasBackground_, false)) {
+        const uint32_t none = XCB_BACK_PIXMAP_NONE;
+        xcb_change_window_attributes(connection_.get(), id_, XCB_CW_BACK_PIXMAP, &none);
+    }
+    if (surface) put(surface, {{event.x, event.y, event.width, event.height}});
+}
+
+void XWindow::putStripe(xcb_drawable_t target, cairo_surface_t* surface, const PixelRect& wanted) {
+    const PixelRect stripe =
+        intersection(wanted, {0, 0, cairo_image_surface_get_width(surface), cairo_image_surface_get_height(surface)});
+    if (stripe.isEmpty()) return;
+    const size_t stride = static_cast<size_t>(cairo_image_surface_get_stride(surface));
+    const size_t rowBytes = static_cast<size_t>(stripe.width) * kBytesPerPixel;
+    const uint8_t* data = cairo_image_surface_get_data(surface) + static_cast<size_t>(stripe.y) * stride +
+                          static_cast<size_t>(stripe.x) * kBytesPerPixel;
+    if (rowBytes != stride) {
+        scratch_.resize(rowBytes * static_cast<size_t>(stripe.height));
+        for (size_t row = 0; row < static_cast<size_t>(stripe.height); ++row)
+            std::memcpy(scratch_.data() + row * rowBytes, data + row * stride, rowBytes);
+        data = scratch_.data();
+    }
+    xcb_put_image(connection_.get(), XCB_IMAGE_FORMAT_Z_PIXMAP, target, gc_, extent(stripe.width),
+                  extent(stripe.height), static_cast<int16_t>(stripe.x), static_cast<int16_t>(stripe.y), 0,
+                  format_.depth, static_cast<uint32_t>(rowBytes * static_cast<size_t>(stripe.height)), data);
+}
+
+long XWindow::maxPixelsPerRequest() const {
+    // The limit is in units of four bytes and includes the request's header.
+    const long units = static_cast<long>(xcb_get_maximum_request_length(connection_.get())) - 8;
+    return std::min(kMaxPixelsPerRequest, units);
+}
+
+void XWindow::setShape(const std::vector<PixelRect>& parts) {
+    std::vector<xcb_rectangle_t> rectangles;
+    for (const PixelRect& part : parts)
+        rectangles.push_back(
+            {static_cast<int16_t>(part.x), static_cast<int16_t>(part.y), extent(part.width), extent(part.height)});
+    xcb_shape_rectangles(connection_.get(), XCB_SHAPE_SO_SET, XCB_SHAPE_SK_BOUNDING, XCB_CLIP_ORDERING_YX_BANDED, id_,
+                         0, 0, static_cast<uint32_t>(rectangles.size()), rectangles.data());
+}
+
+void XWindow::setCardinals(xcb_atom_t property, xcb_atom_t type, const std::vector<uint32_t>& values) {
+    xcb_change_property(connection_.get(), XCB_PROP_MODE_REPLACE, id_, property, type, 32,
+                        static_cast<uint32_t>(values.size()), values.data());
+}
+
+void XWindow::setText(xcb_atom_t property, xcb_atom_t type, std::string_view text) {
+    xcb_change_property(connection_.get(), XCB_PROP_MODE_REPLACE, id_, property, type, 8,
+                        static_cast<uint32_t>(text.size()), text.data());
+}
+
+void XWindow::removeProperty(xcb_atom_t property) {
+    xcb_delete_property(connection_.get(), id_, property);
+}
+
+}  // namespace morvel::x11

@@ -1,0 +1,126 @@
+#include "Platform/Linux/Windows/XWindowServer.h"
+
+#include <algorithm>
+
+namespace morvel::x11 {
+
+namespace {
+
+constexpr uint32_t kSpaceSwitched = 1;
+constexpr uint32_t kWindowChangedSpace = 2;
+
+constexpr int kOrdinaryLayer = 0, kDockLayer = 20, kDesktopLayer = -20;
+constexpr int64_t kUserSpace = 0;
+
+SpaceID spaceOf(uint32_t desktop) {
+    return SpaceID(uint64_t{desktop} + 1);
+}
+
+std::optional<uint32_t> desktopOf(SpaceID space) {
+    if (space.value == 0 || space.value > kAllDesktops) return std::nullopt;
+    return static_cast<uint32_t>(space.value - 1);
+}
+
+int layer(const ClientWindow& client) {
+    switch (client.type()) {
+        case ClientType::Dock:
+        case ClientType::Other:
+            return kDockLayer;
+        case ClientType::Desktop:
+            return kDesktopLayer;
+        default:
+            return kOrdinaryLayer;
+    }
+}
+
+}  // namespace
+
+XWindowServer::XWindowServer(RootState& root, ClientWindows& clients, WindowRequests& requests, XScreens& screens)
+    : root_(root), clients_(clients), requests_(requests), screens_(screens) {
+    subscriptions_.push_back(root_.observeDesktops([this] { events_.emit(kSpaceSwitched); }));
+    // Whoever shows the windows of a Space has to look again, as after a switch.
+    subscriptions_.push_back(clients_.observe([this](const ClientWindow&, ClientChange change) {
+        if (change == ClientChange::Desktop) events_.emit(kWindowChangedSpace);
+    }));
+}
+
+std::optional<SpaceID> XWindowServer::activeSpace() {
+    return spaceOf(root_.currentDesktop());
+}
+
+std::vector<SpaceID> XWindowServer::allSpaces() const {
+    std::vector<SpaceID> out;
+    // The current one may be told before the number that includes it.
+    const uint32_t count = std::max(root_.desktopCount(), root_.currentDesktop() + 1);
+    for (uint32_t desktop = 0; desktop < count; ++desktop) out.push_back(spaceOf(desktop));
+    return out;
+}
+
+std::optional<std::vector<ManagedDisplay>> XWindowServer::managedDisplaySpaces() {
+    const auto managed = [](SpaceID space) { return ManagedSpace{kUserSpace, space, space}; };
+    std::vector<ManagedSpace> spaces;
+    for (const SpaceID space : allSpaces()) spaces.push_back(managed(space));
+    std::vector<ManagedDisplay> out;
+    for (const Screen& screen : screens_.screens()) {
+        if (!screen.displayID) continue;
+        out.push_back({screens_.uuidString(*screen.displayID), spaces, managed(spaceOf(root_.currentDesktop()))});
+    }
+    return out;
+}
+
+std::optional<std::vector<SpaceID>> XWindowServer::spacesOf(WindowNumber window) {
+    const ClientWindow* client = clients_.find(window.value);
+    if (!client) return std::nullopt;
+    // A window manager that does not say knows no workspaces, so the window is wherever the person is.
+    if (!client->desktop || *client->desktop == kAllDesktops) return allSpaces();
+    return std::vector{spaceOf(*client->desktop)};
+}
+
+void XWindowServer::addToSpaces(WindowNumber window, const std::vector<SpaceID>& spaces) {
+    const ClientWindow* client = clients_.find(window.value);
+    if (!client || spaces.empty() || client->desktop == kAllDesktops) return;
+    const bool isOnlyWhereItIs =
+        std::all_of(spaces.begin(), spaces.end(), [&](SpaceID space) { return desktopOf(space) == client->desktop; });
+    if (!isOnlyWhereItIs) requests_.setDesktop(*client, kAllDesktops);
+}
+
+void XWindowServer::removeFromSpaces(WindowNumber window, const std::vector<SpaceID>& spaces) {
+    const ClientWindow* client = clients_.find(window.value);
+    if (!client || client->desktop != kAllDesktops) return;
+    std::vector<SpaceID> left = allSpaces();
+    std::erase_if(left, [&](SpaceID space) { return std::find(spaces.begin(), spaces.end(), space) != spaces.end(); });
+    if (left.empty() || left.size() == allSpaces().size()) return;
+    if (const auto desktop = desktopOf(left.front())) requests_.setDesktop(*client, *desktop);
+}
+
+void XWindowServer::moveToSpace(WindowNumber window, SpaceID space) {
+    const ClientWindow* client = clients_.find(window.value);
+    const auto desktop = desktopOf(space);
+    if (client && desktop && client->desktop != *desktop) requests_.setDesktop(*client, *desktop);
+}
+
+Subscription XWindowServer::observeSpaceEvents(std::function<void(uint32_t)> changed) {
+    return events_.subscribe(std::move(changed));
+}
+
+std::vector<ListedWindow> XWindowServer::windowList(WindowListScope scope) {
+    std::vector<ListedWindow> out;
+    const auto& stacking = root_.stacking();
+    for (auto window = stacking.rbegin(); window != stacking.rend(); ++window) {
+        const ClientWindow* client = clients_.find(*window);
+        if (!client) continue;
+        const bool isHere =
+            client->desktop.value_or(kAllDesktops) == kAllDesktops || *client->desktop == root_.currentDesktop();
+        if (scope == WindowListScope::OnScreen && (!isHere || clients_.isMinimized(*client))) continue;
+        out.push_back({WindowNumber(client->window), client->pid, layer(*client),
+                       screens_.mainFrame().toAX(client->frame()), client->className, client->title()});
+    }
+    return out;
+}
+
+std::optional<int> XWindowServer::layerOf(WindowNumber window) {
+    const ClientWindow* client = clients_.find(window.value);
+    return client ? std::optional(layer(*client)) : std::nullopt;
+}
+
+}  // namespace morvel::x11

@@ -1,0 +1,221 @@
+#include "WindowSource/AXObserverManager.h"
+
+#include <utility>
+
+#include "Platform/AXNames.h"
+
+namespace morvel {
+
+namespace {
+
+using namespace std::chrono_literals;
+
+/// An application that was just launched often makes its first window after the launch notice.
+constexpr Duration kSecondLookDelay = 1500ms;
+constexpr Duration kSweepPeriod = 15s;
+constexpr int kSubscriptionAttempts = 6;
+
+constexpr std::string_view kNotifications[] = {
+    ax::kWindowCreated, ax::kUIElementDestroyed,   ax::kTitleChanged,      ax::kWindowMoved,
+    ax::kWindowResized, ax::kFocusedWindowChanged, ax::kMainWindowChanged, ax::kApplicationActivated};
+
+}  // namespace
+
+AXObserverManager::AXObserverManager(System system, WindowIDMint& mint, WindowStore& store)
+    : system_(system),
+      store_(store),
+      actions_(system.accessibility, system.workspace),
+      unresponsive_(
+          system.mainLoop,
+          [&accessibility = system.accessibility](ProcessID pid) {
+              const AXElement app = accessibility.applicationElement(pid);
+              return accessibility.attribute(app, ax::kRole).error != AXError::CannotComplete;
+          },
+          [this](ProcessID pid) { processRecovered(pid); }),
+      tracker_({system.mainLoop, system.log, system.accessibility, system.windowServer, system.workspace, mint, store,
+                unresponsive_},
+               [this](ProcessID pid, const AXElement& window) {
+                   // Since macOS 15 an application's own subscription leaves out the windows that are older than the
+                   // observer. Where both are told, the second finds nothing to do.
+                   const auto owner = attachedApps_.find(pid);
+                   if (owner != attachedApps_.end())
+                       owner->second.observer->addNotification(window, ax::kUIElementDestroyed);
+               }),
+      notificationRetrier_(system.mainLoop) {}
+
+void AXObserverManager::start() {
+    const auto watch = lifeline_.watch();
+    observeAppLifecycle();
+    attachToAllRunningApps();
+    if (watch.isAlive()) deadPIDSweepTimer_ = system_.mainLoop.every(kSweepPeriod, kSweepPeriod, [this] { sweep(); });
+}
+
+void AXObserverManager::observeAppLifecycle() {
+    Workspace& workspace = system_.workspace;
+    workspaceObservers_.push_back(workspace.observeLaunched([this](const RunningApplication& app) {
+        if (app.policy == ActivationPolicy::Regular) attach(app);
+    }));
+    workspaceObservers_.push_back(workspace.observeTerminated([this](const RunningApplication& app) {
+        const auto found = attachedApps_.find(app.pid);
+        if (found != attachedApps_.end() && found->second.app.instance == app.instance) detach(app.pid);
+    }));
+    workspaceObservers_.push_back(
+        workspace.observeActivated([this](const RunningApplication& app) { applicationActivated(app); }));
+    workspaceObservers_.push_back(workspace.observeActiveSpaceChanged([this] { enumerateAllAgain(); }));
+}
+
+void AXObserverManager::attachToAllRunningApps() {
+    const auto watch = lifeline_.watch();
+    for (const RunningApplication& app : system_.workspace.runningApplications()) {
+        if (app.policy == ActivationPolicy::Regular) attach(app);
+        if (!watch.isAlive()) return;
+    }
+}
+
+void AXObserverManager::attach(const RunningApplication& app) {
+    const auto watch = lifeline_.watch();
+    const ProcessID pid = app.pid;
+    if (const auto known = attachedApps_.find(pid); known != attachedApps_.end()) {
+        if (known->second.app.instance == app.instance) return;
+        detach(pid);  // the number went to another process, and nobody told
+        if (!watch.isAlive()) return;
+    }
+    auto observer =
+        system_.accessibility.makeObserver(pid, [this, watch, pid](const AXElement& e, std::string_view name) {
+            // The element is copied: handling the notice may destroy the observer, and what it lent us with it.
+            if (watch.isAlive()) tracker_.handleNotice(AXElement(e), name, pid);
+        });
+    if (!observer) return;
+    const AXElement element = system_.accessibility.applicationElement(pid);
+    Attached& attached = attachedApps_.emplace(pid, Attached{app, element, std::move(observer), {}}).first->second;
+    attached.pendingNotifications = subscribe(attached, {std::begin(kNotifications), std::end(kNotifications)});
+    if (attached.pendingNotifications.empty()) {
+        tracker_.enumerateAXWindows(pid);
+    } else {
+        startRetrier(pid);
+    }
+    if (watch.isAlive() && tracker_.becomeWindowless(app) && watch.isAlive()) scheduleSecondLook(pid);
+}
+
+void AXObserverManager::detach(ProcessID pid) {
+    attachedApps_.erase(pid);
+    notificationRetrier_.cancel(pid);
+    unresponsive_.remove(pid);
+    tracker_.forget(pid);
+}
+
+void AXObserverManager::applicationActivated(const RunningApplication& app) {
+    const auto watch = lifeline_.watch();
+    const ProcessID pid = app.pid;
+    if (app.policy == ActivationPolicy::Regular) attach(app);
+    if (!watch.isAlive()) return;
+    const auto found = attachedApps_.find(pid);
+    // Retries that were given up get a new chance: the application is certainly up now.
+    if (found != attachedApps_.end() && !found->second.pendingNotifications.empty() &&
+        !notificationRetrier_.isPending(pid))
+        startRetrier(pid);
+}
+
+AXObserverManager::Notifications AXObserverManager::subscribe(Attached& attached, const Notifications& notifications) {
+    Notifications refused;
+    for (const std::string_view name : notifications) {
+        // Of a process that hangs each question costs a time-out, so it is asked only one.
+        const bool isHung = unresponsive_.contains(attached.app.pid);
+        const AXError error =
+            isHung ? AXError::CannotComplete : attached.observer->addNotification(attached.element, name);
+        if (error == AXError::CannotComplete) unresponsive_.add(attached.app.pid);
+        if (error != AXError::Success) refused.push_back(name);
+    }
+    return refused;
+}
+
+void AXObserverManager::startRetrier(ProcessID pid) {
+    notificationRetrier_.start(pid, kSubscriptionAttempts, doublingBackoff, [this, watch = lifeline_.watch(), pid] {
+        return !watch.isAlive() || retrySubscriptions(pid);
+    });
+}
+
+bool AXObserverManager::retrySubscriptions(ProcessID pid) {
+    const auto found = attachedApps_.find(pid);
+    if (found == attachedApps_.end() || found->second.pendingNotifications.empty()) return true;
+    Attached& attached = found->second;
+    attached.pendingNotifications = subscribe(attached, std::exchange(attached.pendingNotifications, {}));
+    if (!attached.pendingNotifications.empty()) return false;
+    tracker_.enumerateAXWindows(pid);
+    return true;
+}
+
+void AXObserverManager::scheduleSecondLook(ProcessID pid) {
+    const uint64_t look = ++lastSecondLook_;
+    secondLooks_[look] = system_.mainLoop.after(kSecondLookDelay, [this, pid, look] { lookAgain(pid, look); });
+}
+
+void AXObserverManager::lookAgain(ProcessID pid, uint64_t look) {
+    secondLooks_.erase(look);
+    if (tracker_.isWindowless(pid) && attachedApps_.contains(pid)) tracker_.enumerateAXWindows(pid);
+}
+
+void AXObserverManager::enumerateAllAgain() {
+    // Applications list their windows on the visible Spaces alone, so a switch may bring new ones to light; those
+    // that are hidden now stay.
+    const auto watch = lifeline_.watch();
+    std::vector<ProcessID> pids;
+    for (const auto& [pid, attached] : attachedApps_) pids.push_back(pid);
+    for (const ProcessID pid : pids) {
+        tracker_.enumerateAXWindows(pid);
+        if (!watch.isAlive()) return;
+    }
+}
+
+void AXObserverManager::sweep() {
+    const auto watch = lifeline_.watch();
+    sweepDeadPIDs();
+    if (watch.isAlive()) tracker_.sweepClosedWindows();
+}
+
+void AXObserverManager::sweepDeadPIDs() {
+    const auto watch = lifeline_.watch();
+    std::set<ProcessID> pids;
+    for (const auto& [pid, attached] : attachedApps_) pids.insert(pid);
+    for (const auto& [id, record] : *store_.windows().value()) pids.insert(record.pid);
+    for (const ProcessID pid : pids) {
+        if (!system_.workspace.isProcessAlive(pid)) detach(pid);
+        if (!watch.isAlive()) return;
+    }
+}
+
+void AXObserverManager::processRecovered(ProcessID pid) {
+    const auto watch = lifeline_.watch();
+    const auto found = attachedApps_.find(pid);
+    if (found == attachedApps_.end()) return;
+    if (!found->second.pendingNotifications.empty()) startRetrier(pid);
+    if (watch.isAlive()) tracker_.refresh(pid);
+}
+
+void AXObserverManager::raiseWindow(WindowID id) {
+    if (const TrackedWindow* window = tracker_.find(id)) actions_.raise(*window);
+}
+
+void AXObserverManager::clickWindow(WindowID id) {
+    if (const TrackedWindow* window = tracker_.find(id)) actions_.click(*window);
+}
+
+void AXObserverManager::minimizeWindow(WindowID id) {
+    if (const TrackedWindow* window = tracker_.find(id)) actions_.minimize(*window);
+}
+
+void AXObserverManager::closeWindow(WindowID id) {
+    if (const TrackedWindow* window = tracker_.find(id)) actions_.close(*window);
+}
+
+void AXObserverManager::moveWindow(WindowID id, const Screen& to) {
+    const auto screens = system_.screens.screens();
+    if (screens.empty()) return;  // displays are being reconfigured
+    if (const TrackedWindow* window = tracker_.find(id)) actions_.move(*window, to.frame, screens.front().frame.height);
+}
+
+void AXObserverManager::setWindowFrame(WindowID id, const Rect<AXSpace>& frame) {
+    if (const TrackedWindow* window = tracker_.find(id)) actions_.setFrame(*window, frame);
+}
+
+}  // namespace morvel

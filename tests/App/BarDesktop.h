@@ -1,0 +1,78 @@
+// The whole program on a simulated desktop, as one's own eyes see it: which bars stand where and what they show.
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "App/AppDelegate.h"
+#include "Bar/Buttons/GroupRowButton.h"
+#include "Bar/Buttons/GroupedAppButton.h"
+#include "Bar/Buttons/WindowButton.h"
+#include "sim/Desktop.h"
+
+namespace morvel {
+
+using namespace std::chrono_literals;
+
+class BarDesktop : public sim::Desktop {
+public:
+    using Desktop::Desktop;
+
+    void startMorvel() {
+        delegate_ = std::make_unique<AppDelegate>(platform());
+        delegate_->applicationDidFinishLaunching();
+        settle();
+    }
+    void quitMorvel() {
+        delegate_->applicationWillTerminate();
+        delegate_.reset();
+    }
+    AppDelegate& delegate() { return *delegate_; }
+    SettingsStore& settings() { return *delegate_->settings(); }
+
+    /// The bar's view on the display at this place in the list of screens.
+    ui::View& bar(size_t screen = 0) {
+        const DisplayID display = screens().screens().at(screen).displayID.value();
+        return delegate_->displayManager()->controllers().at(display)->view();
+    }
+
+    template <class Button>
+    std::vector<Button*> all(ui::View& root) {
+        std::vector<Button*> found;
+        if (auto* button = dynamic_cast<Button*>(&root)) found.push_back(button);
+        for (ui::View* child : root.subviews())
+            for (Button* button : all<Button>(*child)) found.push_back(button);
+        return found;
+    }
+    /// From the leading end, as the eye reads them: dimmed tiles in brackets, the active one with a star, a group with
+    /// its number of windows.
+    std::string strip(size_t screen = 0) {
+        std::string text;
+        for (const auto* group : all<GroupedAppButton>(bar(screen)))
+            text += " " + group->windows().front().appName + "x" + std::to_string(group->windows().size());
+        for (const auto* button : all<WindowButton>(bar(screen))) {
+            const std::string label = button->isIconOnly() ? "icon" : button->titleLabel().text();
+            text +=
+                button->snapshot().isWindowless ? " [" + label + "]" : " " + label + (button->isActive() ? "*" : "");
+        }
+        return text.empty() ? "" : text.substr(1);
+    }
+    WindowButton& button(const std::string& label, size_t screen = 0) {
+        for (WindowButton* button : all<WindowButton>(bar(screen)))
+            if (button->titleLabel().text() == label) return *button;
+        throw std::runtime_error("no button " + label + " among: " + strip(screen));
+    }
+    GroupedAppButton& group(const std::string& appName) {
+        for (GroupedAppButton* button : all<GroupedAppButton>(bar()))
+            if (button->windows().front().appName == appName) return *button;
+        throw std::runtime_error("no group " + appName + " among: " + strip());
+    }
+
+private:
+    std::unique_ptr<AppDelegate> delegate_;
+};
+
+}  // namespace morvel

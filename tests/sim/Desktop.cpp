@@ -1,0 +1,169 @@
+#include "sim/Desktop.h"
+
+#include <algorithm>
+#include <cctype>
+
+#include "Platform/AXNames.h"
+
+namespace morvel::sim {
+
+Desktop::Desktop(const std::vector<DisplaySpec>& displays)
+    : platform_{mainLoop_, log_, accessibility_, windowServer_, workspace_, screens_, defaults_, icons_, toolkit_} {
+    for (const DisplaySpec& display : displays) {
+        screens_.list.push_back(SimScreens::screenOf(display));
+        addDisplaySpaces(display.id);
+    }
+    if (!displays.empty()) screens_.main = displays.front().id;
+    if (!displays.empty()) windowServer_.active = currentSpace(displays.front().id);
+    accessibility_.onSet = [this](ElementID id, std::string_view name, const AXValue& value) {
+        return written(id, name, value);
+    };
+    accessibility_.onAction = [this](ElementID id, std::string_view action) { return performed(id, action); };
+    workspace_.onActivate = [this](ProcessID pid) {
+        if (SimApp* running = app(pid)) running->activate();
+    };
+    workspace_.onTerminate = [this](ProcessID pid) {
+        if (SimApp* running = app(pid); running && !running->ignoresQuit) running->quit();
+    };
+    workspace_.onForceTerminate = [this](ProcessID pid) {
+        if (SimApp* running = app(pid)) running->quit();
+    };
+}
+
+Desktop::~Desktop() = default;
+
+SimApp& Desktop::launch(const std::string& name, const LaunchOptions& options) {
+    std::string bundle = "com.example.";
+    for (const char c : name) bundle += static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
+    RunningApplication record{.pid = options.pid.value_or(ProcessID{lastPID_ + 1}),
+                              .instance = ++lastInstance_,
+                              .bundleID = options.bundleID.value_or(bundle),
+                              .localizedName = name,
+                              .policy = options.policy};
+    lastPID_ = std::max(lastPID_, record.pid.value);
+    workspace_.running.push_back(record);
+    workspace_.installed.try_emplace(*record.bundleID, "/Applications/" + name + ".app");
+    SimApp& started = *apps_.emplace_back(std::make_unique<SimApp>(*this, record));
+    mainLoop_.post([this, record] { workspace_.launched.emit(record); });
+    return started;
+}
+
+SimApp* Desktop::app(ProcessID pid) {
+    const auto found = std::find_if(apps_.rbegin(), apps_.rend(),
+                                    [pid](const auto& each) { return each->pid() == pid && each->isRunning(); });
+    return found == apps_.rend() ? nullptr : found->get();
+}
+
+void Desktop::plug(const DisplaySpec& display) {
+    screens_.list.push_back(SimScreens::screenOf(display));
+    addDisplaySpaces(display.id);
+    mainLoop_.post([this] { screens_.changes.emit(); });
+}
+
+void Desktop::unplug(DisplayID display) {
+    std::erase_if(screens_.list, [display](const Screen& screen) { return screen.displayID == display; });
+    std::erase_if(windowServer_.displays, [display](const ManagedDisplay& managed) {
+        return managed.identifier == SimScreens::uuidOf(display);
+    });
+    if (screens_.main == display && !screens_.list.empty())
+        screens_.main = screens_.list.front().displayID.value_or(display);
+    mainLoop_.post([this] { screens_.changes.emit(); });
+}
+
+void Desktop::rearrange(const std::vector<DisplaySpec>& displays) {
+    screens_.list.clear();
+    for (const DisplaySpec& display : displays) {
+        screens_.list.push_back(SimScreens::screenOf(display));
+        if (!windowServer_.display(SimScreens::uuidOf(display.id))) addDisplaySpaces(display.id);
+    }
+    if (!displays.empty()) screens_.main = displays.front().id;
+    mainLoop_.post([this] { screens_.changes.emit(); });
+}
+
+SpaceID Desktop::addSpace(DisplayID display, int64_t type) {
+    const SpaceID space{++lastSpace_};
+    if (ManagedDisplay* managed = windowServer_.display(SimScreens::uuidOf(display)))
+        managed->spaces.push_back({type, space, space});
+    return space;
+}
+
+void Desktop::switchSpace(DisplayID display, SpaceID space) {
+    ManagedDisplay* managed = windowServer_.display(SimScreens::uuidOf(display));
+    if (!managed) return;
+    managed->current = ManagedSpace{{}, space, space};
+    windowServer_.active = space;
+    for (const uint32_t event : SimWindowServer::kSpaceEvents)
+        mainLoop_.post([this, event] { windowServer_.spaceEvents.emit(event); });
+    mainLoop_.post([this] { workspace_.activeSpaceChanged.emit(); });
+}
+
+std::optional<SpaceID> Desktop::currentSpace(DisplayID display) {
+    const ManagedDisplay* managed = windowServer_.display(SimScreens::uuidOf(display));
+    return managed && managed->current ? managed->current->id64 : std::nullopt;
+}
+
+void Desktop::click(ui::View& view) {
+    settle();
+    toolkit_.click(view);
+    settle();
+}
+
+void Desktop::rightClick(ui::View& view) {
+    settle();
+    toolkit_.rightClick(view);
+    settle();
+}
+
+void Desktop::choose(const std::vector<std::string>& path) {
+    toolkit_.choose(path);
+    settle();
+}
+
+AXError Desktop::written(ElementID id, std::string_view name, const AXValue& value) {
+    SimWindow* window = windowOf(id);
+    if (!window) return AXError::Unsupported;
+    const bool* flag = std::get_if<bool>(&value);
+    if (name == ax::kMinimized && flag) {
+        *flag ? window->minimize() : window->restore();
+    } else if ((name == ax::kMain || name == ax::kFocused) && flag) {
+        if (*flag && !window->isMinimized()) window->app().setFocused(window);
+    } else if (const auto* position = std::get_if<Point<AXSpace>>(&value); position && name == ax::kPosition) {
+        window->writeFrame({position->x, position->y, window->width(), window->height()});
+    } else if (const auto* size = std::get_if<Size>(&value); size && name == ax::kSize) {
+        window->writeFrame({window->frame().x, window->frame().y, size->width, size->height});
+    } else {
+        return AXError::Unsupported;
+    }
+    return AXError::Success;
+}
+
+AXError Desktop::performed(ElementID id, std::string_view action) {
+    if (const auto button = closeButtons_.find(id); button != closeButtons_.end() && action == ax::kPress) {
+        button->second->close();
+        return AXError::Success;
+    }
+    SimWindow* window = windowOf(id);
+    if (!window || action != ax::kRaise) return AXError::Unsupported;
+    window->raise();
+    return AXError::Success;
+}
+
+SimWindow* Desktop::windowOf(ElementID id) {
+    const auto found = windows_.find(id);
+    return found == windows_.end() ? nullptr : found->second;
+}
+
+std::optional<DisplayID> Desktop::displayAt(Point<AXSpace> point) const {
+    const Point<ScreenSpace> onScreen = toScreen(point, screens_.firstHeight());
+    for (const Screen& screen : screens_.list)
+        if (screen.frame.contains(onScreen)) return screen.displayID;
+    return std::nullopt;
+}
+
+void Desktop::addDisplaySpaces(DisplayID display) {
+    const SpaceID first{++lastSpace_};
+    const ManagedSpace space{0, first, first};
+    windowServer_.displays.push_back({SimScreens::uuidOf(display), {space}, space});
+}
+
+}  // namespace morvel::sim

@@ -1,0 +1,109 @@
+// A whole desktop to test against: displays, Spaces, applications and windows that behave and misbehave as real ones
+// do, a clock that a test moves, and a pointer. Owns everything that a host would offer.
+#pragma once
+
+#include <chrono>
+#include <map>
+#include <memory>
+#include <vector>
+
+#include "Platform/Platform.h"
+#include "sim/FakeDefaults.h"
+#include "sim/FakeMainLoop.h"
+#include "sim/Journal.h"
+#include "sim/SimAccessibility.h"
+#include "sim/SimApp.h"
+#include "sim/SimIcons.h"
+#include "sim/SimLog.h"
+#include "sim/SimScreens.h"
+#include "sim/SimToolkit.h"
+#include "sim/SimWindow.h"
+#include "sim/SimWindowServer.h"
+#include "sim/SimWorkspace.h"
+
+namespace morvel::sim {
+
+using namespace std::chrono_literals;
+
+struct LaunchOptions {
+    std::optional<std::string> bundleID;  ///< by default made of the name: "com.example.editor"
+    ActivationPolicy policy = ActivationPolicy::Regular;
+    std::optional<ProcessID> pid;  ///< a number to reuse; by default the next one
+};
+
+/// What a person or a program does sends the notices that a real system would send, in a later turn of the main loop.
+/// Only `run` and `settle` let them arrive.
+class Desktop {
+public:
+    explicit Desktop(const std::vector<DisplaySpec>& displays = oneDisplay(1440, 900));
+    Desktop(const Desktop&) = delete;
+    Desktop& operator=(const Desktop&) = delete;
+    ~Desktop();
+
+    Platform& platform() { return platform_; }
+    FakeMainLoop& mainLoop() { return mainLoop_; }
+    SimLog& log() { return log_; }
+    SimAccessibility& accessibility() { return accessibility_; }
+    SimWindowServer& windowServer() { return windowServer_; }
+    SimWorkspace& workspace() { return workspace_; }
+    SimScreens& screens() { return screens_; }
+    FakeDefaults& defaults() { return defaults_; }
+    SimIcons& icons() { return icons_; }
+    SimToolkit& toolkit() { return toolkit_; }
+    Journal& journal() { return journal_; }
+
+    void run(Duration time) { mainLoop_.advance(time); }
+    void settle() { mainLoop_.settle(); }
+
+    // --- Applications. References stay good for the desktop's life, also after the application has ended. ---
+    SimApp& launch(const std::string& name, const LaunchOptions& options = {});
+    /// The newest one with the process number; null for none that runs.
+    SimApp* app(ProcessID pid);
+    /// How often the window's position was written by the program under test.
+    long frameWrites(const SimWindow& window) const { return journal_.count(window.element(), "AXPosition="); }
+
+    // --- Displays and Spaces ---
+    void plug(const DisplaySpec& display);
+    void unplug(DisplayID display);
+    /// Replaces all displays at once, as waking up does.
+    void rearrange(const std::vector<DisplaySpec>& displays);
+    /// A new user Space (or with type 4 a full-screen one) at the end of the display's list.
+    SpaceID addSpace(DisplayID display, int64_t type = 0);
+    void switchSpace(DisplayID display, SpaceID space);
+    std::optional<SpaceID> currentSpace(DisplayID display);
+
+    // --- The pointer, followed by what it caused ---
+    void click(ui::View& view);
+    void rightClick(ui::View& view);
+    void choose(const std::vector<std::string>& path);
+
+private:
+    friend class SimApp;
+    friend class SimWindow;
+    AXError written(ElementID id, std::string_view name, const AXValue& value);
+    AXError performed(ElementID id, std::string_view action);
+    SimWindow* windowOf(ElementID id);
+    std::optional<DisplayID> displayAt(Point<AXSpace> point) const;
+    void addDisplaySpaces(DisplayID display);
+
+    FakeMainLoop mainLoop_;
+    Journal journal_;
+    SimLog log_;
+    SimAccessibility accessibility_{mainLoop_, journal_};
+    SimWindowServer windowServer_{journal_};
+    SimWorkspace workspace_{journal_};
+    SimScreens screens_;
+    FakeDefaults defaults_;
+    SimIcons icons_;
+    SimToolkit toolkit_{mainLoop_};
+    Platform platform_;
+    std::vector<std::unique_ptr<SimApp>> apps_;
+    std::map<ElementID, SimWindow*> windows_;       // by window element
+    std::map<ElementID, SimWindow*> closeButtons_;  // by button element
+    int32_t lastPID_ = 100;
+    uint64_t lastInstance_ = 0;
+    uint32_t lastNumber_ = 10;
+    uint64_t lastSpace_ = 0;
+};
+
+}  // namespace morvel::sim

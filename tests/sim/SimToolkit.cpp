@@ -1,0 +1,209 @@
+#include "sim/SimToolkit.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+
+namespace morvel::sim {
+
+class SimPanelPeer : public ui::PanelPeer {
+public:
+    SimPanelPeer(SimToolkit& toolkit, const ui::PanelOptions& options, ui::View& content)
+        : toolkit_(toolkit),
+          panel_{.options = options, .frame = options.frame, .surface = {toolkit.mainLoop_, content}} {
+        toolkit_.panels_.push_back(&panel_);
+        content.setHost(&panel_.surface);
+    }
+    ~SimPanelPeer() override {
+        panel_.surface.root().setHost(nullptr);
+        EXPECT_EQ(panel_.surface.attachedViews(), 0u) << "views that came and never left";
+        std::erase(toolkit_.panels_, &panel_);
+    }
+    void setFrame(const Rect<ScreenSpace>& frame) override {
+        panel_.frame = frame;
+        ++panel_.moves;
+    }
+    void orderFront() override { panel_.isShown = true; }
+    void orderOut() override { panel_.isShown = false; }
+    void setReservesSpace(bool reserves) override { panel_.reservesSpace = reserves; }
+
+private:
+    SimToolkit& toolkit_;
+    SimPanel panel_;
+};
+
+class SimPopoverPeer : public ui::PopoverPeer {
+public:
+    SimPopoverPeer(SimToolkit& toolkit, ui::View& content, std::function<void()> closed)
+        : toolkit_(toolkit), closed_(std::move(closed)), popover_{.surface = {toolkit.mainLoop_, content}} {
+        toolkit_.popovers_.push_back(&popover_);
+    }
+    ~SimPopoverPeer() override {
+        popover_.surface.root().setHost(nullptr);
+        std::erase(toolkit_.popovers_, &popover_);
+    }
+    void show(ui::View& anchor, ui::Edge edge, Size size) override {
+        EXPECT_TRUE(SimToolkit::surfaceOf(anchor)) << "a popover beside a view that is not shown";
+        popover_.anchor = &anchor;
+        popover_.edge = edge;
+        popover_.size = size;
+        popover_.isShown = true;
+        popover_.surface.root().setHost(&popover_.surface);
+        popover_.surface.layoutNeeded();
+    }
+    void resize(Size size) override { popover_.size = size; }
+    void close() override {
+        if (!popover_.isShown) return;
+        popover_.isShown = false;
+        popover_.surface.root().setHost(nullptr);
+        const auto closed = closed_;  // it may destroy us
+        closed();
+    }
+
+private:
+    SimToolkit& toolkit_;
+    std::function<void()> closed_;
+    SimPopover popover_;
+};
+
+std::unique_ptr<ui::PanelPeer> SimToolkit::makePanel(const ui::PanelOptions& options, ui::View& content) {
+    return std::make_unique<SimPanelPeer>(*this, options, content);
+}
+
+std::unique_ptr<ui::PopoverPeer> SimToolkit::makePopover(ui::View& content, std::function<void()> closed) {
+    return std::make_unique<SimPopoverPeer>(*this, content, std::move(closed));
+}
+
+void SimToolkit::popUpMenu(ui::Menu menu, ui::View&, Point<ViewSpace>, std::function<void()> closed) {
+    dismissMenu();
+    menu_ = OpenMenu{std::move(menu), std::move(closed)};
+}
+
+Size SimToolkit::textSize(std::string_view text, const ui::Font&) {
+    const auto isCodePointStart = [](char c) { return (static_cast<unsigned char>(c) & 0xC0) != 0x80; };
+    return {kCharacterWidth * static_cast<double>(std::ranges::count_if(text, isCodePointStart)), kLineHeight};
+}
+
+Subscription SimToolkit::observeOutsidePresses(std::function<void()> pressed) {
+    return outsidePresses_.subscribe(std::move(pressed));
+}
+
+SimPopover* SimToolkit::shownPopover() const {
+    const auto found = std::ranges::find_if(popovers_, &SimPopover::isShown);
+    return found == popovers_.end() ? nullptr : *found;
+}
+
+std::optional<std::vector<std::string>> SimToolkit::menuTitles(const std::vector<std::string>& path) const {
+    const ui::Menu* menu = menuAt(path, path.size());
+    if (!menu) return std::nullopt;
+    std::vector<std::string> titles;
+    for (const ui::MenuItem& item : *menu) titles.push_back(item.isSeparator ? "-" : item.title);
+    return titles;
+}
+
+SimSurface* SimToolkit::surfaceOf(const ui::View& view) {
+    return static_cast<SimSurface*>(view.host());
+}
+
+Repaints SimToolkit::repaints(const ui::View& view) {
+    const SimSurface* surface = surfaceOf(view);
+    return surface ? surface->repaints(view) : Repaints{};
+}
+
+void SimToolkit::click(ui::View& view) {
+    press(view);
+    release();
+}
+
+void SimToolkit::rightClick(ui::View& view) {
+    SimSurface* surface = pointAt(view);
+    if (!surface) return;
+    EXPECT_TRUE(surface->router().buttonPressed({ui::MouseButton::Right, location_})) << "nothing takes presses";
+}
+
+void SimToolkit::moveTo(ui::View& view) {
+    pointAt(view);
+}
+
+void SimToolkit::leave() {
+    if (isAlive(pointed_)) pointed_->router().pointerExited();
+    pointed_ = nullptr;
+}
+
+void SimToolkit::press(ui::View& view) {
+    SimSurface* surface = pointAt(view);
+    if (!surface) return;
+    EXPECT_TRUE(surface->router().buttonPressed({ui::MouseButton::Left, location_})) << "nothing takes presses";
+}
+
+void SimToolkit::drag(Point<ViewSpace> location) {
+    location_ = location;
+    if (isAlive(pointed_)) pointed_->router().pointerMoved(location);
+}
+
+void SimToolkit::release() {
+    if (isAlive(pointed_)) pointed_->router().buttonReleased({ui::MouseButton::Left, location_});
+}
+
+void SimToolkit::pressOutside() {
+    leave();
+    dismissMenu();
+    outsidePresses_.emit();
+}
+
+void SimToolkit::choose(const std::vector<std::string>& path) {
+    const ui::Menu* menu = path.empty() ? nullptr : menuAt(path, path.size() - 1);
+    if (!menu) {
+        ADD_FAILURE() << "no such menu is open";
+        return;
+    }
+    const auto item = std::ranges::find(*menu, path.back(), &ui::MenuItem::title);
+    if (item == menu->end() || !item->action) {
+        ADD_FAILURE() << "an item that cannot be chosen: " << path.back();
+        return;
+    }
+    const auto action = item->action;
+    const auto closed = std::move(menu_->closed);
+    menu_.reset();
+    action();
+    if (closed) closed();
+}
+
+void SimToolkit::dismissMenu() {
+    if (!menu_) return;
+    const auto closed = std::move(menu_->closed);
+    menu_.reset();
+    if (closed) closed();
+}
+
+SimSurface* SimToolkit::pointAt(ui::View& view) {
+    SimSurface* surface = surfaceOf(view);
+    if (!surface) {
+        ADD_FAILURE() << "the view is not on the screen";
+        return nullptr;
+    }
+    surface->layoutNow();
+    if (pointed_ != surface) leave();
+    pointed_ = surface;
+    location_ = view.boundsInRoot().center();
+    surface->router().pointerMoved(location_);
+    return isAlive(surface) ? surface : nullptr;
+}
+
+const ui::Menu* SimToolkit::menuAt(const std::vector<std::string>& path, size_t depth) const {
+    if (!menu_) return nullptr;
+    const ui::Menu* menu = &menu_->items;
+    for (size_t i = 0; i < depth; ++i) {
+        const auto item = std::ranges::find(*menu, path[i], &ui::MenuItem::title);
+        if (item == menu->end()) return nullptr;
+        menu = &item->submenu;
+    }
+    return menu;
+}
+
+bool SimToolkit::isAlive(const SimSurface* surface) const {
+    return std::ranges::any_of(panels_, [&](SimPanel* panel) { return &panel->surface == surface; }) ||
+           std::ranges::any_of(popovers_, [&](SimPopover* popover) { return &popover->surface == surface; });
+}
+
+}  // namespace morvel::sim

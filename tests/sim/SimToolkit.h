@@ -1,0 +1,99 @@
+// Panels, popovers and menus as records that a test looks at and clicks on.
+#pragma once
+
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "UI/Toolkit.h"
+#include "Util/Signal.h"
+#include "sim/SimSurface.h"
+
+namespace morvel::sim {
+
+/// A panel on the simulated screen, for as long as its peer lives.
+struct SimPanel {
+    ui::PanelOptions options;
+    Rect<ScreenSpace> frame;
+    bool isShown = false;
+    bool reservesSpace = false;
+    int moves = 0;  ///< frames set after the first
+    SimSurface surface;
+};
+
+/// A popover, for as long as its peer lives.
+struct SimPopover {
+    SimSurface surface;
+    bool isShown = false;
+    ui::View* anchor = nullptr;  ///< only to be compared: it may be gone
+    ui::Edge edge = ui::Edge::Top;
+    Size size = {};
+};
+
+class SimToolkit : public ui::Toolkit {
+public:
+    /// Text is as wide as this for each code point, whatever the font.
+    static constexpr double kCharacterWidth = 7;
+    static constexpr double kLineHeight = 15;
+
+    explicit SimToolkit(MainLoop& mainLoop) : mainLoop_(mainLoop) {}
+
+    std::unique_ptr<ui::PanelPeer> makePanel(const ui::PanelOptions& options, ui::View& content) override;
+    std::unique_ptr<ui::PopoverPeer> makePopover(ui::View& content, std::function<void()> closed) override;
+    void popUpMenu(ui::Menu menu, ui::View& anchor, Point<ViewSpace> locationInRoot,
+                   std::function<void()> closed) override;
+    Size textSize(std::string_view text, const ui::Font& font) override;
+    Subscription observeOutsidePresses(std::function<void()> pressed) override;
+
+    // --- What is on the screen ---
+    const std::vector<SimPanel*>& panels() const { return panels_; }
+    const std::vector<SimPopover*>& popovers() const { return popovers_; }
+    /// The popover that is shown; null for none.
+    SimPopover* shownPopover() const;
+    /// The titles of the open menu's items, "-" for a separator; nothing when no menu is open. `path` leads into
+    /// submenus.
+    std::optional<std::vector<std::string>> menuTitles(const std::vector<std::string>& path = {}) const;
+    /// The window that shows the view; null when it is not shown.
+    static SimSurface* surfaceOf(const ui::View& view);
+    static Repaints repaints(const ui::View& view);
+
+    // --- What a person does. A view that is not on the screen fails the test. ---
+    void click(ui::View& view);
+    void rightClick(ui::View& view);
+    void moveTo(ui::View& view);
+    /// Takes the pointer out of every window.
+    void leave();
+    /// Presses at the centre of the view and holds.
+    void press(ui::View& view);
+    /// Moves the held pointer to a point in the space of the pressed window's root.
+    void drag(Point<ViewSpace> location);
+    void release();
+    /// Presses a button outside all windows, which closes an open menu too.
+    void pressOutside();
+    /// Chooses the item of the open menu that these titles lead to.
+    void choose(const std::vector<std::string>& path);
+    void dismissMenu();
+
+private:
+    friend class SimPanelPeer;
+    friend class SimPopoverPeer;
+    struct OpenMenu {
+        ui::Menu items;
+        std::function<void()> closed;
+    };
+    /// The pointer at the view's centre in its window; null when it is not shown there.
+    SimSurface* pointAt(ui::View& view);
+    bool isAlive(const SimSurface* surface) const;
+    const ui::Menu* menuAt(const std::vector<std::string>& path, size_t depth) const;
+
+    MainLoop& mainLoop_;
+    std::vector<SimPanel*> panels_;
+    std::vector<SimPopover*> popovers_;
+    std::optional<OpenMenu> menu_;
+    Signal<> outsidePresses_;
+    SimSurface* pointed_ = nullptr;  // the window under the pointer; compared with the living ones before use
+    Point<ViewSpace> location_;
+};
+
+}  // namespace morvel::sim

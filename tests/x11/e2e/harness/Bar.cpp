@@ -1,0 +1,163 @@
+#include "harness/Bar.h"
+
+#include <algorithm>
+#include <fstream>
+#include <nlohmann/json.hpp>
+#include <sstream>
+
+namespace morvel::e2e {
+namespace {
+
+constexpr std::string_view kTooltipDash = " \u2014 ";
+
+/// A description that is not as agreed gives no views, so that the test which looks for one says what is missing.
+std::vector<BarView> viewsIn(const std::string& text) {
+    std::vector<BarView> views;
+    const auto list = nlohmann::json::parse(text, nullptr, false);
+    if (!list.is_array()) return views;
+    for (const auto& entry : list) {
+        const auto frame = entry.value("frame", std::vector<double>{});
+        if (frame.size() != 4) continue;
+        const auto pixel = [&](size_t i) { return static_cast<int>(frame[i]); };
+        views.push_back({entry.value("label", ""),
+                         entry.value("tooltip", ""),
+                         {pixel(0), pixel(1), pixel(2), pixel(3)},
+                         entry.value("hidden", false),
+                         entry.value("alpha", 1.0)});
+    }
+    return views;
+}
+
+Environment with(Environment environment, const Environment& more) {
+    for (const auto& [name, value] : more) environment[name] = value;
+    environment["MORVEL_INSPECT"] = "1";
+    return environment;
+}
+
+bool isBefore(const BarWindow& a, const BarWindow& b) {
+    return std::tuple(!a.isPanel, a.box.x, a.box.y) < std::tuple(!b.isPanel, b.box.x, b.box.y);
+}
+
+}  // namespace
+
+bool BarView::isButtonFor(std::string_view title) const {
+    return tooltip.ends_with(std::string(kTooltipDash) + std::string(title));
+}
+
+const BarView* BarWindow::labelled(std::string_view label) const {
+    const auto found =
+        std::find_if(views.begin(), views.end(), [&](const BarView& v) { return !v.hidden && v.label == label; });
+    return found == views.end() ? nullptr : &*found;
+}
+
+const BarView* BarWindow::buttonFor(std::string_view title) const {
+    const auto found =
+        std::find_if(views.begin(), views.end(), [&](const BarView& v) { return !v.hidden && v.isButtonFor(title); });
+    return found == views.end() ? nullptr : &*found;
+}
+
+Bar::Bar(XServer& server, Desktop& desktop, const std::filesystem::path& program, const Options& options)
+    : server_(server),
+      desktop_(desktop),
+      logFile_(prepared(server, options)),
+      program_({program}, with(server.environment(), options.environment), {.output = logFile_}) {}
+
+std::filesystem::path Bar::prepared(XServer& server, const Options& options) {
+    if (!options.defaults.empty()) {
+        std::filesystem::create_directories(server.configFolder() / "morvel");
+        std::ofstream(server.configFolder() / "morvel/defaults.json") << options.defaults;
+    }
+    return server.home() / "bar.log";
+}
+
+std::vector<BarWindow> Bar::windows() {
+    auto& connection = desktop_.connection();
+    // Panels are managed and so may sit inside a frame; all other windows of the bar are the root's own children.
+    auto candidates = desktop_.clients();
+    const auto top = connection.childrenOf(connection.root());
+    candidates.insert(candidates.end(), top.begin(), top.end());
+
+    const auto property = connection.atom("_MORVEL_VIEWS");
+    std::vector<xcb_get_property_cookie_t> cookies;  // asked all at once: there may be hundreds of windows
+    for (const auto window : candidates)
+        cookies.push_back(xcb_get_property(connection, 0, window, property, XCB_GET_PROPERTY_TYPE_ANY, 0, 1 << 22));
+    std::vector<BarWindow> windows;
+    for (size_t i = 0; i < candidates.size(); ++i) {
+        const Owned<xcb_get_property_reply_t> reply(xcb_get_property_reply(connection, cookies[i], nullptr));
+        if (!reply || reply->type == XCB_NONE || !connection.isViewable(candidates[i])) continue;
+        const auto types = connection.cardinals(candidates[i], "_NET_WM_WINDOW_TYPE");
+        const std::string text(static_cast<const char*>(xcb_get_property_value(reply.get())),
+                               static_cast<size_t>(xcb_get_property_value_length(reply.get())));
+        windows.push_back({candidates[i], desktop_.windowBox(candidates[i]),
+                           !types.empty() && types[0] == connection.atom("_NET_WM_WINDOW_TYPE_DOCK"), viewsIn(text)});
+    }
+    std::sort(windows.begin(), windows.end(), isBefore);
+    windows.erase(std::unique(windows.begin(), windows.end(), [](auto& a, auto& b) { return a.id == b.id; }),
+                  windows.end());
+    return windows;
+}
+
+std::vector<BarWindow> Bar::panels() {
+    auto all = windows();
+    std::erase_if(all, [](const BarWindow& window) { return !window.isPanel; });
+    return all;
+}
+
+std::vector<BarWindow> Bar::popups() {
+    auto all = windows();
+    std::erase_if(all, [](const BarWindow& window) { return window.isPanel; });
+    return all;
+}
+
+bool Bar::waitForPanels(size_t count) {
+    return desktop_.waitUntil([&] { return panels().size() == count; });
+}
+
+std::optional<BarView> Bar::button(std::string_view title, std::optional<size_t> panel) {
+    const auto all = panels();
+    for (size_t i = 0; i < all.size(); ++i)
+        if (const auto* view = all[i].buttonFor(title); view && i == panel.value_or(i)) return *view;
+    return std::nullopt;
+}
+
+std::optional<BarView> Bar::group(std::string_view application) {
+    for (const auto& window : panels())
+        for (const auto& view : window.views)
+            if (!view.hidden && view.tooltip == application) return view;
+    return std::nullopt;
+}
+
+std::optional<BarView> Bar::panelItem(std::string_view label) {
+    for (const auto& window : panels())
+        if (const auto* view = window.labelled(label)) return *view;
+    return std::nullopt;
+}
+
+std::optional<BarView> Bar::popupItem(std::string_view label) {
+    for (const auto& window : popups())
+        if (const auto* view = window.labelled(label)) return *view;
+    return std::nullopt;
+}
+
+std::vector<std::string> Bar::buttonTitles(std::optional<size_t> panel) {
+    const auto all = panels();
+    std::vector<std::pair<int, std::string>> found;
+    for (size_t i = 0; i < all.size(); ++i) {
+        if (i != panel.value_or(i)) continue;
+        for (const auto& view : all[i].views)
+            if (const auto dash = view.tooltip.find(kTooltipDash); !view.hidden && dash != std::string::npos)
+                found.emplace_back(view.frame.x, view.tooltip.substr(dash + kTooltipDash.size()));
+    }
+    std::stable_sort(found.begin(), found.end(), [](auto& a, auto& b) { return a.first < b.first; });
+    std::vector<std::string> titles;
+    for (auto& [x, title] : found) titles.push_back(std::move(title));
+    return titles;
+}
+
+std::string Bar::log() const {
+    std::ostringstream text;
+    text << std::ifstream(logFile_).rdbuf();
+    return text.str();
+}
+
+}  // namespace morvel::e2e

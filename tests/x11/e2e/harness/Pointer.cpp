@@ -1,0 +1,53 @@
+#include "harness/Pointer.h"
+
+#include <xcb/xcb_keysyms.h>
+#include <xcb/xtest.h>
+
+#include <stdexcept>
+
+namespace morvel::e2e {
+
+void Pointer::fake(uint8_t type, uint8_t detail, Spot spot) {
+    auto& connection = desktop_.connection();
+    xcb_test_fake_input(connection, type, detail, XCB_CURRENT_TIME, connection.root(), static_cast<int16_t>(spot.x),
+                        static_cast<int16_t>(spot.y), 0);
+    connection.sync();
+}
+
+void Pointer::moveTo(Spot spot) {
+    fake(XCB_MOTION_NOTIFY, 0, spot);
+}
+void Pointer::press(int button) {
+    fake(XCB_BUTTON_PRESS, static_cast<uint8_t>(button), {});
+}
+void Pointer::release(int button) {
+    fake(XCB_BUTTON_RELEASE, static_cast<uint8_t>(button), {});
+}
+
+void Pointer::click(Spot spot, int button) {
+    moveTo(spot);
+    press(button);
+    release(button);
+}
+
+void Pointer::drag(Spot from, Spot to) {
+    moveTo(from);
+    press();
+    constexpr int kSteps = 12;
+    for (int step = 1; step <= kSteps; ++step)
+        moveTo({from.x + (to.x - from.x) * step / kSteps, from.y + (to.y - from.y) * step / kSteps});
+    release();
+}
+
+void Pointer::key(uint32_t symbol) {
+    struct Free {
+        void operator()(xcb_key_symbols_t* symbols) const { xcb_key_symbols_free(symbols); }
+    };
+    const std::unique_ptr<xcb_key_symbols_t, Free> symbols(xcb_key_symbols_alloc(desktop_.connection()));
+    const Owned<xcb_keycode_t> codes(xcb_key_symbols_get_keycode(symbols.get(), symbol));
+    if (!codes || codes.get()[0] == XCB_NO_SYMBOL) throw std::runtime_error("no such key");
+    fake(XCB_KEY_PRESS, codes.get()[0], {});
+    fake(XCB_KEY_RELEASE, codes.get()[0], {});
+}
+
+}  // namespace morvel::e2e

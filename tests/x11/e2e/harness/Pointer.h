@@ -1,0 +1,40 @@
+// Synthetic input, indistinguishable for programs from a hand on the mouse and the keyboard.
+#pragma once
+
+#include <xcb/xcb.h>
+
+#include "harness/Desktop.h"
+
+namespace morvel::e2e {
+
+class Pointer {
+public:
+    explicit Pointer(Desktop& desktop) : desktop_(desktop) {}
+
+    void moveTo(Spot spot);
+    void press(int button = kLeft);
+    void release(int button = kLeft);
+    void click(Spot spot, int button = kLeft);
+    void rightClick(Spot spot) { click(spot, kRight); }
+    /// Presses at `from`, moves in small steps and releases at `to`.
+    void drag(Spot from, Spot to);
+    /// Presses and releases the key with this symbol (XK_Escape is 0xff1b).
+    void key(uint32_t symbol);
+
+    static constexpr int kLeft = 1;
+    static constexpr int kRight = 3;
+
+private:
+    void fake(uint8_t type, uint8_t detail, Spot spot);
+
+    Desktop& desktop_;  // outlives us
+};
+
+inline constexpr uint32_t kKeyReturn = 0xff0d;
+inline constexpr uint32_t kKeyEscape = 0xff1b;
+inline constexpr uint32_t kKeyLeft = 0xff51;
+inline constexpr uint32_t kKeyUp = 0xff52;
+inline constexpr uint32_t kKeyRight = 0xff53;
+inline constexpr uint32_t kKeyDown = 0xff54;
+
+}  // namespace morvel::e2e
