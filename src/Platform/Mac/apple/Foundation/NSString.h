@@ -1,0 +1,27 @@
+// Strings. Ours are UTF-8; a string of the system's that has no UTF-8 form reads as empty.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+#include "Platform/Mac/apple/Object.h"
+
+namespace morvel::mac {
+
+class NSString : public NSObject {
+public:
+    static constexpr const char* kClass = "NSString";
+    using NSObject::NSObject;
+
+    static NSString from(std::string_view utf8) {
+        constexpr NSUInteger kUTF8 = 4;  // NSUTF8StringEncoding
+        return create<NSString>("initWithBytes:length:encoding:"_sel, static_cast<const void*>(utf8.data()),
+                                static_cast<NSUInteger>(utf8.size()), kUTF8);
+    }
+    std::string text() const {
+        const char* const utf8 = send<const char*>(*this, "UTF8String"_sel);
+        return utf8 ? std::string(utf8) : std::string();
+    }
+};
+
+}  // namespace morvel::mac
