@@ -1,0 +1,172 @@
+// The Accessibility functions over the scripted world.
+#include <string>
+
+#include "AccessibilityWorld.h"
+#include "Platform/Mac/apple/Accessibility.h"
+
+namespace morvel::mac {
+
+using namespace checked;
+
+namespace {
+
+struct WrappedValue {
+    AXValueType type;
+    std::vector<unsigned char> bytes;
+};
+
+std::size_t sizeOfType(AXValueType type) {
+    return type == kAXValueTypeCGRect ? sizeof(CGRect) : sizeof(CGPoint);
+}
+
+/// The identity behind an element; reports null and other objects, which crash on a Mac.
+const ElementIdentity* identityOf(CFTypeRef element, const char* function) {
+    const auto* const found = payloadOf<ElementIdentity>(objectOf(element));
+    if (!found) runtime().faults().add(FaultKind::BadCall, std::string(function) + " was given no element");
+    return found;
+}
+
+std::string textOf(CFStringRef string) {
+    return checked::textOf(objectOf(string));
+}
+
+AXError copyAttribute(const ElementIdentity& element, const std::string& name, CFTypeRef* value) {
+    if (const AXError error = accessibility().errorFor(element, name)) return error;
+    const Id found = accessibility().attribute(element, name);
+    if (!found) return kAXErrorNoValue;
+    *value = handOver(found);
+    return kAXErrorSuccess;
+}
+
+}  // namespace
+
+extern "C" {
+Boolean AXIsProcessTrusted() {
+    return accessibility().isTrusted;
+}
+Boolean AXIsProcessTrustedWithOptions(CFDictionaryRef options) {
+    const auto prompt = options ? CFDictionaryGetValue(options, kAXTrustedCheckOptionPrompt) : nullptr;
+    accessibility().hasPrompted = prompt && CFBooleanGetValue(static_cast<CFBooleanRef>(prompt));
+    return accessibility().isTrusted;
+}
+
+AXUIElementRef AXUIElementCreateApplication(std::int32_t pid) {
+    return reinterpret_cast<AXUIElementRef>(accessibility().application(pid).giveUp());
+}
+AXUIElementRef AXUIElementCreateSystemWide() {
+    constexpr std::int32_t kSystemWide = 0;
+    return reinterpret_cast<AXUIElementRef>(accessibility().application(kSystemWide).giveUp());
+}
+AXError AXUIElementGetPid(AXUIElementRef element, std::int32_t* pid) {
+    const auto* const identity = identityOf(element, "AXUIElementGetPid");
+    if (!identity) return kAXErrorIllegalArgument;
+    *pid = identity->pid;
+    return kAXErrorSuccess;
+}
+AXError AXUIElementSetMessagingTimeout(AXUIElementRef element, float seconds) {
+    if (!identityOf(element, "AXUIElementSetMessagingTimeout")) return kAXErrorIllegalArgument;
+    accessibility().log.push_back("time-out " + std::to_string(seconds));
+    return kAXErrorSuccess;
+}
+AXError AXUIElementCopyAttributeNames(AXUIElementRef element, CFArrayRef* names) {
+    const auto* const identity = identityOf(element, "AXUIElementCopyAttributeNames");
+    if (!identity) return kAXErrorIllegalArgument;
+    if (const AXError error = accessibility().errorFor(*identity, "")) return error;
+    Elements found;
+    for (const auto& name : accessibility().attributeNames(*identity)) found.push_back(makeString(name));
+    *names = static_cast<CFArrayRef>(handOver(makeArray(std::move(found))));
+    return kAXErrorSuccess;
+}
+AXError AXUIElementCopyAttributeValue(AXUIElementRef element, CFStringRef attribute, CFTypeRef* value) {
+    const auto* const identity = identityOf(element, "AXUIElementCopyAttributeValue");
+    return identity ? copyAttribute(*identity, textOf(attribute), value) : kAXErrorIllegalArgument;
+}
+AXError AXUIElementCopyMultipleAttributeValues(AXUIElementRef element, CFArrayRef attributes, std::uint32_t,
+                                               CFArrayRef* values) {
+    const auto* const identity = identityOf(element, "AXUIElementCopyMultipleAttributeValues");
+    if (!identity) return kAXErrorIllegalArgument;
+    if (const AXError error = accessibility().errorFor(*identity, "")) return error;
+    Elements found;
+    for (CFIndex i = 0; i < CFArrayGetCount(attributes); ++i) {
+        CFTypeRef value = nullptr;
+        const auto name = static_cast<CFStringRef>(CFArrayGetValueAtIndex(attributes, i));
+        AXError error = copyAttribute(*identity, textOf(name), &value);
+        // What could not be read is an error wrapped as a value.
+        constexpr AXValueType kAXValueTypeAXError = 5;
+        if (error) value = AXValueCreate(kAXValueTypeAXError, &error);
+        found.emplace_back(objc::kAdopt, objectOf(value));
+    }
+    *values = static_cast<CFArrayRef>(handOver(makeArray(std::move(found))));
+    return kAXErrorSuccess;
+}
+AXError AXUIElementSetAttributeValue(AXUIElementRef element, CFStringRef attribute, CFTypeRef value) {
+    const auto* const identity = identityOf(element, "AXUIElementSetAttributeValue");
+    if (!identity || !value) return kAXErrorIllegalArgument;
+    if (const AXError error = accessibility().errorFor(*identity, textOf(attribute))) return error;
+    accessibility().write(*identity, textOf(attribute), Id(objectOf(value)));
+    return kAXErrorSuccess;
+}
+AXError AXUIElementPerformAction(AXUIElementRef element, CFStringRef action) {
+    const auto* const identity = identityOf(element, "AXUIElementPerformAction");
+    if (!identity) return kAXErrorIllegalArgument;
+    if (const AXError error = accessibility().errorFor(*identity, textOf(action))) return error;
+    accessibility().log.push_back("perform " + textOf(action));
+    return kAXErrorSuccess;
+}
+
+AXError AXObserverCreate(std::int32_t pid, AXObserverCallback callback, AXObserverRef* observer) {
+    if (const AXError error = accessibility().errorFor(accessibility().applicationIdentity(pid), "")) return error;
+    AccessibilityWorld::Observer state{pid, callback, runtime().make("__CFRunLoopSource", RunLoopSource{}), {}};
+    Id made = runtime().make("__AXObserver", std::move(state));
+    accessibility().addObserver(made.raw());
+    *observer = reinterpret_cast<AXObserverRef>(made.giveUp());
+    return kAXErrorSuccess;
+}
+AXError AXObserverAddNotification(AXObserverRef observer, AXUIElementRef element, CFStringRef notification,
+                                  void* context) {
+    auto* const state = payloadOf<AccessibilityWorld::Observer>(objectOf(observer));
+    const auto* const identity = identityOf(element, "AXObserverAddNotification");
+    if (!state || !identity) return kAXErrorIllegalArgument;
+    if (const AXError error = accessibility().errorFor(*identity, "")) return error;
+    const std::string name = textOf(notification);
+    if (const AXError error = accessibility().subscriptionError(state->pid, name)) return error;
+    for (const auto& known : state->subscriptions) {
+        if (known.element == *identity && known.notification == name) return kAXErrorNotificationAlreadyRegistered;
+    }
+    state->subscriptions.push_back({*identity, name, context});
+    return kAXErrorSuccess;
+}
+AXError AXObserverRemoveNotification(AXObserverRef observer, AXUIElementRef element, CFStringRef notification) {
+    auto* const state = payloadOf<AccessibilityWorld::Observer>(objectOf(observer));
+    const auto* const identity = identityOf(element, "AXObserverRemoveNotification");
+    if (!state || !identity) return kAXErrorIllegalArgument;
+    std::erase_if(state->subscriptions, [&](const auto& known) {
+        return known.element == *identity && known.notification == textOf(notification);
+    });
+    return kAXErrorSuccess;
+}
+CFRunLoopSourceRef AXObserverGetRunLoopSource(AXObserverRef observer) {
+    const auto* const state = payloadOf<AccessibilityWorld::Observer>(objectOf(observer));
+    return state ? reinterpret_cast<CFRunLoopSourceRef>(state->source.raw()) : nullptr;
+}
+
+AXValueRef AXValueCreate(AXValueType type, const void* value) {
+    constexpr AXValueType kAXValueTypeAXError = 5;
+    const auto* const bytes = static_cast<const unsigned char*>(value);
+    const std::size_t size = type == kAXValueTypeAXError ? sizeof(AXError) : sizeOfType(type);
+    Id made = runtime().make("__AXValue", WrappedValue{type, {bytes, bytes + size}});
+    return reinterpret_cast<AXValueRef>(made.giveUp());
+}
+AXValueType AXValueGetType(AXValueRef value) {
+    const auto* const wrapped = payloadOf<WrappedValue>(objectOf(value));
+    return wrapped ? wrapped->type : 0;
+}
+Boolean AXValueGetValue(AXValueRef value, AXValueType type, void* result) {
+    const auto* const wrapped = payloadOf<WrappedValue>(objectOf(value));
+    if (!wrapped || wrapped->type != type) return false;
+    std::memcpy(result, wrapped->bytes.data(), wrapped->bytes.size());
+    return true;
+}
+}
+
+}  // namespace morvel::mac

@@ -1,0 +1,49 @@
+// The application object: launching, running and quitting as AppKit tells the delegate.
+#include "Application.h"
+
+#include "Platform/Mac/objc/AutoreleasePool.h"
+#include "Platform/Mac/objc/Send.h"
+#include "SystemObjects.h"
+
+namespace morvel::mac::checked {
+
+namespace {
+
+using namespace objc::literals;
+
+void tellDelegate(RawObject application, const std::string& selector) {
+    const objc::AutoreleasePool pool;
+    const Id delegate = objc::send<Id>(application, "delegate"_sel);
+    if (!runtime().responds(delegate.raw(), selector)) return;
+    const Id notification(objc::kAdopt, runtime().allocate(runtime().classNamed("NSNotification")));
+    objc::sendRaw<void, Id>(delegate.raw(), runtime().selectorNamed(selector), notification);
+}
+
+}  // namespace
+
+void whileRunning(std::function<void()> script) {
+    runtime().script("NSApplication", "run", [script = std::move(script)](Invocation& i) {
+        tellDelegate(i.receiver(), "applicationWillFinishLaunching:");
+        tellDelegate(i.receiver(), "applicationDidFinishLaunching:");
+        script();
+    });
+}
+
+void installApplication(Runtime& runtime) {
+    runtime.implement("NSApplication", "run",
+                      [](Invocation& i) { tellDelegate(i.receiver(), "applicationDidFinishLaunching:"); });
+    runtime.implement("NSApplication",
+                      "terminate:", [](Invocation& i) { tellDelegate(i.receiver(), "applicationWillTerminate:"); });
+    runtime.implement("NSAppearance", "+appearanceNamed:", [](Invocation& i) {
+        i.answerObject(checked::runtime().shared("NSAppearance", "NSAppearance " + textOf(i.object(0))));
+    });
+}
+
+void installSystemObjects(Runtime& runtime) {
+    installValues(runtime);
+    installViews(runtime);
+    installNotifications(runtime);
+    installApplication(runtime);
+}
+
+}  // namespace morvel::mac::checked

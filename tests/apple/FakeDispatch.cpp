@@ -1,0 +1,173 @@
+// The queue of work, ordered by time and then by arrival.
+#include "FakeDispatch.h"
+
+#include <algorithm>
+
+#include "Platform/Mac/objc/AutoreleasePool.h"
+#include "Runtime.h"
+
+namespace morvel::mac::checked {
+
+FakeDispatch& FakeDispatch::process() {
+    static FakeDispatch instance;
+    return instance;
+}
+
+void FakeDispatch::enqueue(std::uint64_t when, dispatch_queue_t queue, void* context, dispatch_function_t work) {
+    work_.push_back({when, ++order_, queue, context, work});
+}
+
+dispatch_queue_t FakeDispatch::makeQueue() {
+    auto made = std::make_unique<DispatchQueueTag>();
+    const dispatch_queue_t queue = made.get();
+    queues_[queue] = std::move(made);
+    return queue;
+}
+
+dispatch_source_t FakeDispatch::makeTimer(dispatch_queue_t queue) {
+    auto made = std::make_unique<Timer>();
+    made->queue = queue;
+    Timer* const raw = made.get();
+    timers_[raw] = std::move(made);
+    return reinterpret_cast<dispatch_source_t>(raw);
+}
+
+FakeDispatch::Timer* FakeDispatch::timer(const void* source) {
+    const auto found = timers_.find(source);
+    if (found != timers_.end()) return found->second.get();
+    runtime().faults().add(FaultKind::BadCall, "a dispatch function was given no living timer");
+    return nullptr;
+}
+
+void FakeDispatch::schedule(Timer& timer) {
+    ++timer.generation;
+    if (timer.isSuspended || timer.isCancelled || timer.start == DISPATCH_TIME_FOREVER) return;
+    work_.push_back({std::max(timer.start, now_), ++order_, timer.queue, nullptr, nullptr, &timer, timer.generation});
+}
+
+void FakeDispatch::release(const void* object) {
+    if (queues_.erase(object)) return;
+    const Timer* const found = timer(object);
+    if (!found) return;
+    // The system's library crashes here.
+    if (found->isSuspended) runtime().faults().add(FaultKind::BadCall, "a timer was released while suspended");
+    timers_.erase(object);
+}
+
+void FakeDispatch::fire(const Work& work) {
+    const auto found = timers_.find(work.source);
+    if (found == timers_.end() || found->second->generation != work.generation) return;
+    Timer& timer = *found->second;
+    if (timer.interval > 0 && timer.interval != DISPATCH_TIME_FOREVER) {
+        timer.start = work.when + timer.interval;
+        schedule(timer);
+    }
+    if (timer.handler) timer.handler(timer.context);  // may cancel and release the timer
+}
+
+void FakeDispatch::run(const Work& work) {
+    const objc::AutoreleasePool pool;
+    isOnMain_ = work.queue == &_dispatch_main_q;
+    if (work.source) {
+        fire(work);
+    } else {
+        work.function(work.context);
+    }
+    isOnMain_ = true;
+}
+
+void FakeDispatch::runFor(std::chrono::nanoseconds duration) {
+    const std::uint64_t end = now_ + static_cast<std::uint64_t>(duration.count());
+    while (true) {
+        const auto next = std::ranges::min_element(work_, [](const Work& a, const Work& b) {
+            return std::pair(a.when, a.order) < std::pair(b.when, b.order);
+        });
+        if (next == work_.end() || next->when > end) break;
+        const Work work = *next;
+        work_.erase(next);
+        now_ = std::max(now_, work.when);
+        run(work);
+    }
+    now_ = end;
+}
+
+void FakeDispatch::finish() {
+    for (const auto& timer : timers_) {
+        (void)timer;
+        runtime().faults().add(FaultKind::Leak, "a dispatch timer was never released");
+    }
+    for (const auto& queue : queues_) {
+        (void)queue;
+        runtime().faults().add(FaultKind::Leak, "a dispatch queue was never released");
+    }
+    *this = FakeDispatch();
+}
+
+}  // namespace morvel::mac::checked
+
+namespace morvel::mac {
+
+using checked::dispatch;
+
+extern "C" {
+DispatchQueueTag _dispatch_main_q{true};
+extern const DispatchSourceTypeTag _dispatch_source_type_timer{};
+
+void dispatch_async_f(dispatch_queue_t queue, void* context, dispatch_function_t work) {
+    dispatch().enqueue(dispatch().resolve(DISPATCH_TIME_NOW), queue, context, work);
+}
+void dispatch_after_f(dispatch_time_t when, dispatch_queue_t queue, void* context, dispatch_function_t work) {
+    dispatch().enqueue(dispatch().resolve(when), queue, context, work);
+}
+dispatch_time_t dispatch_time(dispatch_time_t when, std::int64_t nanoseconds) {
+    if (when == DISPATCH_TIME_FOREVER) return when;
+    return dispatch().resolve(when) + static_cast<std::uint64_t>(nanoseconds);
+}
+dispatch_queue_attr_t dispatch_queue_attr_make_with_qos_class(dispatch_queue_attr_t attributes, std::uint32_t,
+                                                              std::int32_t) {
+    return attributes;
+}
+dispatch_queue_t dispatch_queue_create(const char*, dispatch_queue_attr_t) {
+    return dispatch().makeQueue();
+}
+dispatch_source_t dispatch_source_create(dispatch_source_type_t, std::uint64_t, std::uint64_t, dispatch_queue_t queue) {
+    return dispatch().makeTimer(queue);
+}
+void dispatch_source_set_timer(dispatch_source_t source, dispatch_time_t start, std::uint64_t intervalNanoseconds,
+                               std::uint64_t) {
+    if (auto* const timer = dispatch().timer(source)) {
+        timer->start = start == DISPATCH_TIME_FOREVER ? start : dispatch().resolve(start);
+        timer->interval = intervalNanoseconds;
+        dispatch().schedule(*timer);
+    }
+}
+void dispatch_source_set_event_handler_f(dispatch_source_t source, dispatch_function_t handler) {
+    if (auto* const timer = dispatch().timer(source)) timer->handler = handler;
+}
+void dispatch_source_set_cancel_handler_f(dispatch_source_t source, dispatch_function_t handler) {
+    if (auto* const timer = dispatch().timer(source)) timer->cancelled = handler;
+}
+void dispatch_source_cancel(dispatch_source_t source) {
+    auto* const timer = dispatch().timer(source);
+    if (!timer || timer->isCancelled) return;
+    timer->isCancelled = true;
+    ++timer->generation;
+    if (timer->cancelled) {
+        dispatch().enqueue(dispatch().resolve(DISPATCH_TIME_NOW), timer->queue, timer->context, timer->cancelled);
+    }
+}
+void dispatch_set_context(dispatch_object_t object, void* context) {
+    if (auto* const timer = dispatch().timer(object)) timer->context = context;
+}
+void dispatch_resume(dispatch_object_t object) {
+    if (auto* const timer = dispatch().timer(object)) {
+        timer->isSuspended = false;
+        dispatch().schedule(*timer);
+    }
+}
+void dispatch_release(dispatch_object_t object) {
+    dispatch().release(object);
+}
+}
+
+}  // namespace morvel::mac

@@ -1,0 +1,88 @@
+// Notification centres, and the names that the system exports.
+#include "Platform/Mac/apple/Foundation/NSNotificationCenter.h"
+
+#include "Platform/Mac/apple/AppKit/NSApplication.h"
+#include "Platform/Mac/objc/AutoreleasePool.h"
+#include "SystemObjects.h"
+
+namespace morvel::mac::checked {
+
+namespace {
+
+struct Observer {
+    Id token;
+    Id name;
+    objc::Block<void(Id)> block;
+};
+using Observers = std::vector<Observer>;
+
+Observers& observersOf(RawObject center) {
+    if (!payloadOf<Observers>(center)) setPayload(center, Observers{});
+    return *payloadOf<Observers>(center);
+}
+
+}  // namespace
+
+void installNotifications(Runtime& runtime) {
+    runtime.implement("NSNotificationCenter", "addObserverForName:object:queue:usingBlock:", [](Invocation& i) {
+        const Id token(objc::kAdopt, checked::runtime().allocate(checked::runtime().classNamed("NSObject")));
+        observersOf(i.receiver())
+            .push_back({token, Id(i.object(0)), objc::Block<void(Id)>(i.argument<objc::RawBlock>(3))});
+        i.answerObject(token);
+    });
+    runtime.implement("NSNotificationCenter", "removeObserver:", [](Invocation& i) {
+        std::erase_if(observersOf(i.receiver()), [&](const Observer& o) { return o.token.raw() == i.object(0); });
+    });
+    runtime.implement("NSWorkspace", "notificationCenter", [](Invocation& i) {
+        i.answerObject(checked::runtime().shared("NSNotificationCenter", "NSWorkspace notificationCenter"));
+    });
+}
+
+void post(Center center, RawObject name, const Id& object, Entries userInfo) {
+    const objc::AutoreleasePool pool;
+    const char* const owner =
+        center == Center::Default ? "NSNotificationCenter defaultCenter" : "NSWorkspace notificationCenter";
+    const Id target = runtime().shared("NSNotificationCenter", owner);
+    const Id notification(objc::kAdopt, runtime().allocate(runtime().classNamed("NSNotification")));
+    const Id info = makeDictionary(std::move(userInfo));
+    for (const auto& [key, value] :
+         {std::pair<const char*, RawObject>{"name", name}, {"object", object.raw()}, {"userInfo", info.raw()}}) {
+        Value stored{"@", std::vector<unsigned char>(sizeof value)};
+        std::memcpy(stored.bytes.data(), &value, sizeof value);
+        runtime().setProperty(notification.raw(), key, stored);
+    }
+    // A copy: an observer may add and remove observers.
+    for (const Observer& observer : Observers(observersOf(target.raw()))) {
+        if (areEqual(observer.name.raw(), name)) observer.block(notification);
+    }
+}
+
+}  // namespace morvel::mac::checked
+
+namespace morvel::mac {
+
+namespace {
+
+objc::RawObject name(const char* text) {
+    return checked::runtime().makeImmortal(checked::makeString(text));
+}
+
+}  // namespace
+
+extern "C" {
+extern const objc::RawObject NSWorkspaceDidLaunchApplicationNotification =
+    name("NSWorkspaceDidLaunchApplicationNotification");
+extern const objc::RawObject NSWorkspaceDidTerminateApplicationNotification =
+    name("NSWorkspaceDidTerminateApplicationNotification");
+extern const objc::RawObject NSWorkspaceDidActivateApplicationNotification =
+    name("NSWorkspaceDidActivateApplicationNotification");
+extern const objc::RawObject NSWorkspaceActiveSpaceDidChangeNotification =
+    name("NSWorkspaceActiveSpaceDidChangeNotification");
+extern const objc::RawObject NSWorkspaceApplicationKey = name("NSWorkspaceApplicationKey");
+extern const objc::RawObject NSApplicationDidChangeScreenParametersNotification =
+    name("NSApplicationDidChangeScreenParametersNotification");
+extern const objc::RawObject NSAppearanceNameAqua = name("NSAppearanceNameAqua");
+extern const objc::RawObject NSAppearanceNameDarkAqua = name("NSAppearanceNameDarkAqua");
+}
+
+}  // namespace morvel::mac
