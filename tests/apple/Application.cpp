@@ -2,6 +2,7 @@
 #include "Application.h"
 
 #include "Platform/Mac/objc/AutoreleasePool.h"
+#include "Platform/Mac/objc/Block.h"
 #include "Platform/Mac/objc/Send.h"
 #include "SystemObjects.h"
 
@@ -36,6 +37,9 @@ void installApplication(Runtime& runtime) {
                       "terminate:", [](Invocation& i) { tellDelegate(i.receiver(), "applicationWillTerminate:"); });
     runtime.implement("NSAppearance", "+appearanceNamed:", [](Invocation& i) {
         i.answerObject(checked::runtime().shared("NSAppearance", "NSAppearance " + textOf(i.object(0))));
+    });
+    runtime.implement("NSAppearance", "performAsCurrentDrawingAppearance:", [](Invocation& i) {
+        objc::Block<void()>(i.argument<objc::RawBlock>(0))();
     });
 }
 

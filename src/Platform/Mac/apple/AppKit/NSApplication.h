@@ -1,6 +1,9 @@
 // The application object, its appearance, and how it presents itself.
 #pragma once
 
+#include <functional>
+#include <utility>
+
 #include "Platform/Mac/apple/Foundation/NSString.h"
 
 namespace morvel::mac {
@@ -24,6 +27,10 @@ public:
         return send<NSAppearance>(ClassOf<NSAppearance>{}, "appearanceNamed:"_sel, name);
     }
     NSString name() const { return send<NSString>(*this, "name"_sel); }
+    /// Runs `drawing` before it returns, with this appearance's colours and images.
+    void performAsCurrentDrawingAppearance(std::function<void()> drawing) const {
+        send(*this, "performAsCurrentDrawingAppearance:"_sel, Block<void()>(std::move(drawing)));
+    }
 };
 
 class NSApplication : public NSObject {
