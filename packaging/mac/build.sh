@@ -22,10 +22,12 @@ if ! cmp -s "$here/package-lock.json" "$toolchain/installed.json"; then
 fi
 export ZIG_GLOBAL_CACHE_DIR=$work/zig-cache ZIG_LOCAL_CACHE_DIR=$work/zig-cache
 
-# The host's objects: rebuilt when a source or any header is newer.
-newest_header=$(find "$root/src" -name '*.h' -newer "$work/headers-seen" 2>/dev/null | head -n 1)
-if [ ! -e "$work/headers-seen" ] || [ -n "$newest_header" ]; then rm -rf "$work/objects"; fi
-touch "$work/headers-seen"
+# Objects are kept while neither a header nor the way of building changes; a changed source rebuilds its own.
+mkdir -p "$work"
+echo "$version $(cat "$here/build.sh" "$here/package-lock.json" | cksum)" > "$work/recipe.new"
+newest_header=$(find "$root/src" -name '*.h' -newer "$work/recipe" 2>/dev/null | head -n 1)
+if [ -n "$newest_header" ] || ! cmp -s "$work/recipe.new" "$work/recipe"; then rm -rf "$work/objects"; fi
+mv "$work/recipe.new" "$work/recipe"
 # The core that main links joins here: every source but those of the other hosts.
 sources=$(cd "$root/src" && find . -name '*.cpp' ! -path './Platform/Linux/*' ! -name 'LinuxMain.cpp' | sort)
 
@@ -40,11 +42,14 @@ for cpu in aarch64 x86_64; do
             printf '%s\0%s\0' "$root/src/$source" "$object"
         fi
     done | xargs -0 -r -n 2 -P "$jobs" sh -c '"$0" c++ '"$flags"' -c "$1" -o "$2"' "$zig_folder/zig"
-    if [ "${1:-}" = --update-stubs ] && [ "$cpu" = aarch64 ]; then
-        python3 "$here/stubs.py" update "$zig_folder" "$facts" "$objects"/*.o
-    fi
+done
+
+if [ "${1:-}" = --update-stubs ]; then
+    python3 "$here/stubs.py" update "$zig_folder" "$facts" "$work"/objects/*/*.o
+fi
+for cpu in aarch64 x86_64; do
     "$zig_folder/zig" c++ -target $cpu-macos.13.0 -Os -s -Wl,-headerpad,0x400 -Wl,--gc-sections \
-        -F"$here/stubs" -L"$here/stubs" "$objects"/*.o -o "$work/Morvel-$cpu" \
+        -F"$here/stubs" -L"$here/stubs" "$work/objects/$cpu"/*.o -o "$work/Morvel-$cpu" \
         -lobjc -framework AppKit -framework ApplicationServices -framework ColorSync -framework CoreFoundation \
         -framework CoreGraphics -framework Foundation -framework QuartzCore -framework ServiceManagement
 done
@@ -59,5 +64,6 @@ printf 'APPL????' > "$app/Contents/PkgInfo"
 cp "$work/Morvel.icns" "$app/Contents/Resources/Morvel.icns"
 python3 "$here/sign.py" "$app" app.morvel.Morvel "$work/Morvel-x86_64" "$work/Morvel-aarch64"
 python3 "$here/make_zip.py" "$app" "$root/dist/Morvel-$version.zip"
-python3 "$here/check_product.py" "$app" "$here/stubs" "$zig_folder/lib/libc/darwin/libSystem.tbd" \
-    "$root/dist/Morvel-$version.zip"
+set -- "$app" "$here/stubs" "$zig_folder/lib/libc/darwin/libSystem.tbd" "$root/dist/Morvel-$version.zip"
+python3 "$here/check_product.py" "$@"
+python3 "$here/test_check_product.py" "$@"

@@ -22,9 +22,8 @@ def check_slice(part, allowed, info, resources):
     for library in macho.libraries(part):
         if not library.startswith(("/usr/lib/", "/System/Library/Frameworks/")):
             yield f"loads {library}, which is not the system's"
-    for name in set(stubs.LIBRARIES.values()):
-        if name.endswith("/AppKit") and name not in macho.libraries(part):
-            yield "does not load AppKit, whose classes it looks up by name"
+    if stubs.LIBRARIES["AppKit"] not in macho.libraries(part):
+        yield "does not load AppKit, whose classes it looks up by name"
     if part.find(macho.LC_RPATH):
         yield "has a search path for libraries"
     if macho.minimum_system(part) != (13, 0):
@@ -94,7 +93,6 @@ def problems(app, stub_folder, system_stub, archive):
         yield f"slices: {[part.cpu for part in parts]}"
     for part in parts:
         yield from (f"{part.cpu}: {wrong}" for wrong in check_slice(part, allowed, info, resources))
-        print(f"{part.cpu}: {len(part.data) // 1024} KB, {len(macho.libraries(part))} system libraries")
     yield from check_bundle(app)
     yield from check_zip(archive, app)
 
@@ -102,6 +100,8 @@ def problems(app, stub_folder, system_stub, archive):
 def main():
     app, stub_folder, system_stub, archive = sys.argv[1:]
     found = list(problems(Path(app), stub_folder, system_stub, archive))
+    for part in macho.parse((Path(app) / "Contents/MacOS/Morvel").read_bytes()):
+        print(f"{part.cpu}: {len(part.data) // 1024} KB, {len(macho.libraries(part))} system libraries")
     print("\n".join(found) or "the product is as it should be")
     sys.exit(1 if found else 0)
 

@@ -111,6 +111,7 @@ AXError AXUIElementPerformAction(AXUIElementRef element, CFStringRef action) {
     if (!identity) return kAXErrorIllegalArgument;
     if (const AXError error = accessibility().errorFor(*identity, textOf(action))) return error;
     accessibility().log.push_back("perform " + textOf(action));
+    if (accessibility().performed) accessibility().performed(*identity, textOf(action));
     return kAXErrorSuccess;
 }
 

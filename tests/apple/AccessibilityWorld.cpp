@@ -70,6 +70,7 @@ Id AccessibilityWorld::attribute(const ElementIdentity& element, const std::stri
 void AccessibilityWorld::write(const ElementIdentity& element, const std::string& name, const Id& value) {
     log.push_back("set " + name);
     states_[element.serial].attributes[name] = value;
+    if (written) written(element, name);
 }
 std::vector<std::string> AccessibilityWorld::attributeNames(const ElementIdentity& element) {
     std::vector<std::string> names;

@@ -2,6 +2,7 @@
 // attributes, notifications, and everything that goes wrong with them.
 #pragma once
 
+#include <functional>
 #include <map>
 #include <string>
 #include <vector>
@@ -38,6 +39,10 @@ public:
     void refuseSubscription(std::int32_t pid, const std::string& notification, AXError error, int times);
     /// The element is gone: every call about it fails.
     void destroy(const Id& element) { state(element).isGone = true; }
+
+    /// What the application does when it is acted upon: set to let a raise move the focus, a close destroy the window.
+    std::function<void(const ElementIdentity& element, const std::string& action)> performed;
+    std::function<void(const ElementIdentity& element, const std::string& attribute)> written;
 
     /// Tells the observers whose source is on the run loop and that subscribed to this element or its application.
     void post(const Id& element, const std::string& notification);

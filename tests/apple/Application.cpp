@@ -47,6 +47,7 @@ void installSystemObjects(Runtime& runtime) {
     installValues(runtime);
     installViews(runtime);
     installNotifications(runtime);
+    installWorkspace(runtime);
     installApplication(runtime);
 }
 

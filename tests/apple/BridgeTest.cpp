@@ -1,4 +1,5 @@
 // The bridge: references, subclasses with C++ methods and owned objects, blocks of both kinds, encodings.
+#include "Events.h"
 #include "Platform/Mac/apple/AppKit/NSEvent.h"
 #include "Platform/Mac/apple/AppKit/NSMenu.h"
 #include "Platform/Mac/apple/AppKit/NSWindow.h"
@@ -66,9 +67,10 @@ TEST_F(Bridge, SubclassesAreCalledAsAppKitCalls) {
     panel.setContentView(NSView::make({{0, 0}, {300, 32}}));
     panel.contentView().addSubview(view);
     send(view, "updateTrackingAreas"_sel);
-    const NSEvent event = create<NSEvent>();
-    send(view, "mouseDown:"_sel, event);
-    EXPECT_EQ(notes.calls, (std::vector<std::string>{"areas 1", "areas 1", "down 0"})) << "replaced, never piled up";
+    const NSEvent event(mouseEvent(NSEventTypeLeftMouseDown, {15, 5}, 2));
+    sendMouse(panel.contentView(), "mouseDown:", event);
+    sendMouse(panel.contentView(), "mouseDown:", mouseEvent(NSEventTypeLeftMouseDown, {900, 5}));
+    EXPECT_EQ(notes.calls, (std::vector<std::string>{"areas 1", "areas 1", "down 2"})) << "replaced, never piled up";
     EXPECT_EQ(send<NSString>(view, "accessibilityLabel"_sel).text(), "probe");
     EXPECT_EQ(view.convertPointFrom({15, 5}, NSView()), (CGPoint{5, 5}));
 
@@ -89,10 +91,16 @@ TEST_F(Bridge, ActionsReachTheirTarget) {
     item.setTag(7);
     menu.addItem(item);
     menu.addItem(NSMenuItem::separator());
-    const auto items = menu.items().elements<NSMenuItem>();
-    ASSERT_EQ(items.size(), 2U);
-    const auto action = send<Selector>(items[0], "action"_sel);
-    objc::sendRaw<void, NSMenuItem>(send<Id>(items[0], "target"_sel).raw(), action.raw(), items[0]);
+    bool hasChosen = false;
+    whenMenuPopsUp([&](const NSMenu& popped) {
+        EXPECT_EQ(popped.items().count(), 2U);
+        EXPECT_FALSE(choose(itemTitled(popped, "Close")));
+        hasChosen = choose(itemTitled(popped, "Quit"));
+    });
+    EXPECT_TRUE(menu.popUp({0, 0}, target));
+    EXPECT_TRUE(hasChosen);
+    item.setEnabled(false);
+    EXPECT_FALSE(choose(item));
     EXPECT_EQ(notes.calls, std::vector<std::string>{"chosen 7"});
 }
 

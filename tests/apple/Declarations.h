@@ -1,8 +1,10 @@
 // Compares what our headers declare with the API facts, by compile-time encodings.
 #pragma once
 
+#include <algorithm>
 #include <string>
 #include <type_traits>
+#include <utility>
 
 #include "Platform/Mac/objc/Encoding.h"
 #include "Platform/Mac/objc/Id.h"
@@ -35,7 +37,10 @@ std::string encodingOf() {
 
 template <typename T>
 DeclaredConstant constantOf(const char* name, T value) {
-    return {name, encodingOf<T>(), std::to_string(value)};
+    std::string text = std::to_string(value);
+    // As the facts write it: "-1.0", not "-1.000000".
+    if (std::is_floating_point_v<T>) text.erase(std::max(text.find_last_not_of('0'), text.find('.') + 1) + 1);
+    return {name, encodingOf<T>(), std::move(text)};
 }
 
 void checkFunction(const DeclaredFunction& function);

@@ -1,6 +1,10 @@
 // Everything our headers say about the system, compared with the published API: also what no test ever calls.
 #include "Declarations.h"
 
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+
 #include "RuntimeTest.h"
 #include "WrittenMessages.h"
 
@@ -33,6 +37,22 @@ TEST_F(Declarations, ExportedSymbolsHaveTheirTypes) {
         if (symbol.name == "_dispatch_main_q") symbol.encoding = "{dispatch_queue_t=}";
         checkConstant(symbol);
     }
+}
+
+/// A selector written elsewhere would escape the checks of the wrappers' messages.
+TEST(Sources, WriteSelectorsOnlyInTheWrappers) {
+    const std::filesystem::path root = MORVEL_MAC_SOURCES_FOLDER;
+    std::size_t files = 0;
+    for (const auto& entry : std::filesystem::recursive_directory_iterator(root)) {
+        const std::string name = std::filesystem::relative(entry.path(), root).string();
+        if (!entry.is_regular_file() || name.starts_with("apple/") || name.starts_with("objc/")) continue;
+        std::ifstream file(entry.path());
+        const std::string text(std::istreambuf_iterator<char>(file), {});
+        EXPECT_EQ(text.find("\"_sel"), std::string::npos) << name;
+        EXPECT_EQ(text.find("sel_registerName"), std::string::npos) << name;
+        ++files;
+    }
+    EXPECT_GT(files, 2U);
 }
 
 }  // namespace

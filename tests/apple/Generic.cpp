@@ -1,7 +1,7 @@
 // What every object does: NSObject's own methods, and the generic rule for everything that has no behaviour of its own.
 #include <cctype>
 
-#include "Runtime.h"
+#include "Properties.h"
 #include "SystemObjects.h"
 
 namespace morvel::mac::checked {
@@ -95,6 +95,9 @@ void Runtime::answerGenerically(Invocation& invocation, const MethodFact& fact) 
         setProperty(self, lowered(name), invocation.stored(0));
         // A few setters, as setActivationPolicy:, say whether they did it.
         if (invocation.resultEncoding() == "B") invocation.answer<bool>(true);
+    } else if (fact.result == "@" && !isNullable(fact) && facts_.classNamed(classNameIn(fact.resultType))) {
+        // Something new that is never nil, as addButtonWithTitle: or statusItemWithLength: give.
+        invocation.answerObject(Id(objc::kAdopt, allocate(classNamed(classNameIn(fact.resultType)))));
     }
 }
 
@@ -122,10 +125,7 @@ bool Runtime::answerGetter(Invocation& invocation, const MethodFact& fact) {
     if (fact.result != "@" || isNullable(fact) || !facts_.classNamed(className)) return false;
     // Never nil by the API: made at first use and kept, as NSView's layer or NSStatusItem's button are.
     const Id made(objc::kAdopt, allocate(classNamed(className)));
-    Value value{"@", std::vector<unsigned char>(sizeof(RawObject))};
-    const RawObject raw = made.raw();
-    std::memcpy(value.bytes.data(), &raw, sizeof raw);
-    setProperty(self, name, value);
+    setProperty(self, name, valueOf(made.raw()));
     invocation.answerObject(made);
     return true;
 }

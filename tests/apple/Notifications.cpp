@@ -3,6 +3,7 @@
 
 #include "Platform/Mac/apple/AppKit/NSApplication.h"
 #include "Platform/Mac/objc/AutoreleasePool.h"
+#include "Properties.h"
 #include "SystemObjects.h"
 
 namespace morvel::mac::checked {
@@ -45,12 +46,9 @@ void post(Center center, RawObject name, const Id& object, Entries userInfo) {
     const Id target = runtime().shared("NSNotificationCenter", owner);
     const Id notification(objc::kAdopt, runtime().allocate(runtime().classNamed("NSNotification")));
     const Id info = makeDictionary(std::move(userInfo));
-    for (const auto& [key, value] :
-         {std::pair<const char*, RawObject>{"name", name}, {"object", object.raw()}, {"userInfo", info.raw()}}) {
-        Value stored{"@", std::vector<unsigned char>(sizeof value)};
-        std::memcpy(stored.bytes.data(), &value, sizeof value);
-        runtime().setProperty(notification.raw(), key, stored);
-    }
+    setProperty(notification.raw(), "name", name);
+    setProperty(notification.raw(), "object", object.raw());
+    setProperty(notification.raw(), "userInfo", info.raw());
     // A copy: an observer may add and remove observers.
     for (const Observer& observer : Observers(observersOf(target.raw()))) {
         if (areEqual(observer.name.raw(), name)) observer.block(notification);

@@ -199,6 +199,15 @@ const Handler* Runtime::handlerFor(const ClassRecord* cls, const std::string& ke
     return nullptr;
 }
 
+void Runtime::record(const Invocation& invocation) {
+    static const std::set<std::string> kValues = {"NSString", "NSNumber", "NSArray", "NSDictionary", "NSURL"};
+    const std::string& className = classOf(invocation.receiver())->name;
+    if (kValues.contains(className) || invocation.selector() == "init") return;
+    Call call{invocation.receiver(), className, invocation.selector(), {}};
+    for (std::size_t i = 0; i < invocation.count(); ++i) call.arguments.push_back(invocation.stored(i));
+    calls_.push_back(std::move(call));
+}
+
 void Runtime::send(RawObject receiver, RawClass superOf, RawSelector selector, const objc::MessageTypes& types,
                    void** arguments, void* result) {
     if (!receiver || isTearingDown_ || !checkReceiver(receiver, selector->name)) return;
@@ -211,9 +220,7 @@ void Runtime::send(RawObject receiver, RawClass superOf, RawSelector selector, c
     if (!fact) return reportUnknown(start, toClass, selector->name);
     if (!checkTypes(spelled(start->name, toClass, selector->name), *fact, types)) return;
     if (answerAsRoot(invocation)) return;
-    Call call{receiver, classOf(receiver)->name, selector->name, {}};
-    for (std::size_t i = 0; i < types.count; ++i) call.arguments.push_back(invocation.stored(i));
-    calls_.push_back(std::move(call));
+    record(invocation);
     if (const Handler* const handler = handlerFor(start, toClass ? "+" + selector->name : selector->name)) {
         const Handler kept = *handler;  // it may replace itself
         kept(invocation);

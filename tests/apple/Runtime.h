@@ -4,7 +4,7 @@
 // How a message is answered, first match wins: a method of a class that our code registered; a handler given with
 // `implement` for the class or a superclass; memory management; and for everything else the generic rule: initialisers
 // and setters store their arguments as properties, getters return them, shared objects are made at first use, the rest
-// does nothing. Every message is recorded in `calls`.
+// does nothing. Messages are recorded in `calls`, but for those to values (strings, arrays) and plain init.
 //
 // To script a world, tests register handlers and set properties; see AccessibilityWorld.h and FakeDispatch.h for the C
 // functions. One instance stands for the process; `reset` begins a test. One thread.
@@ -93,7 +93,8 @@ public:
 
     /// Begins a test: no calls, no faults, a pool.
     void begin();
-    /// Ends it: pools are drained, shared objects and scripts dropped, and what is left is reported as leaked.
+    /// Ends it: pools are drained, shared objects and scripts dropped, and what is left is reported as leaked
+    /// and gone: a wrapper in a static of the host's would dangle in the next test.
     void finish();
 
 private:
@@ -104,6 +105,7 @@ private:
     bool checkTypes(const std::string& what, const MethodFact& fact, const objc::MessageTypes& types);
     bool callOwnMethod(ClassRecord* start, Invocation& invocation, RawSelector selector,
                        const objc::MessageTypes& types, void** arguments, void* result);
+    void record(const Invocation& invocation);
     void reportUnknown(const ClassRecord* cls, bool toClass, const std::string& selector);
     void checkKnown(const std::string& className, const std::string& key);
     const Handler* handlerFor(const ClassRecord* cls, const std::string& key) const;

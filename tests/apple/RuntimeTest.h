@@ -12,6 +12,7 @@
 #include "SystemLogFake.h"
 #include "SystemObjects.h"
 #include "WindowServerWorld.h"
+#include "WorkspaceWorld.h"
 
 namespace morvel::mac::checked {
 
@@ -29,6 +30,7 @@ protected:
     static std::vector<Fault> endOfTest() {
         accessibility().reset();
         windowServer().reset();
+        workspace().reset();
         dispatch().finish();
         runtime().finish();
         return runtime().faults().take();

@@ -32,6 +32,7 @@ void installValues(Runtime& runtime);
 void installViews(Runtime& runtime);
 void installApplication(Runtime& runtime);
 void installNotifications(Runtime& runtime);
+void installWorkspace(Runtime& runtime);
 
 /// Posts as the system does: to the observers of the default centre, or of NSWorkspace's.
 enum class Center { Default, Workspace };

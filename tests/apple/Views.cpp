@@ -1,6 +1,7 @@
 // Views, windows and menus: the tree, its coordinates, and the moments at which AppKit calls overrides.
 #include "Platform/Mac/apple/CGGeometry.h"
 #include "Platform/Mac/objc/Send.h"
+#include "Properties.h"
 #include "SystemObjects.h"
 
 namespace morvel::mac::checked {
@@ -8,28 +9,6 @@ namespace morvel::mac::checked {
 namespace {
 
 using namespace objc::literals;
-
-template <typename T>
-Value valueOf(const T& value) {
-    Value stored{std::string(objc::Encode<T>::value.view()), std::vector<unsigned char>(sizeof value)};
-    std::memcpy(stored.bytes.data(), &value, sizeof value);
-    return stored;
-}
-
-template <typename T>
-T property(RawObject object, const std::string& name) {
-    T value{};
-    const auto found = object ? object->properties.find(name) : decltype(object->properties.end()){};
-    if (object && found != object->properties.end() && found->second.value.bytes.size() == sizeof value) {
-        std::memcpy(&value, found->second.value.bytes.data(), sizeof value);
-    }
-    return value;
-}
-
-template <typename T>
-void setProperty(RawObject object, const std::string& name, const T& value) {
-    runtime().setProperty(object, name, valueOf(value));
-}
 
 /// The elements kept under a name, as an array object that can be changed in place.
 Elements& list(RawObject object, const std::string& name) {
@@ -117,11 +96,13 @@ void installViewGeometry(Runtime& runtime) {
         }
         i.answerObject(Id(property<RawObject>(self, "layer")));
     });
-    runtime.implement("NSTextField", "+labelWithString:", [](Invocation& i) {
-        const Id label(objc::kAdopt, checked::runtime().allocate(classOf(i.receiver())));
-        setProperty(label.raw(), "stringValue", i.object(0));
-        i.answerObject(label);
-    });
+    for (const char* factory : {"+labelWithString:", "+wrappingLabelWithString:"}) {
+        runtime.implement("NSTextField", factory, [](Invocation& i) {
+            const Id label(objc::kAdopt, checked::runtime().allocate(classOf(i.receiver())));
+            setProperty(label.raw(), "stringValue", i.object(0));
+            i.answerObject(label);
+        });
+    }
     runtime.implement("NSTextField", "intrinsicContentSize", [](Invocation& i) {
         // A fixed advance per byte: enough to tell a long title from a short one.
         constexpr double kAdvance = 7;
@@ -170,6 +151,9 @@ void installMenus(Runtime& runtime) {
                       "addItem:", [](Invocation& i) { list(i.receiver(), "itemArray").emplace_back(i.object(0)); });
     runtime.implement("NSMenu", "itemArray",
                       [](Invocation& i) { i.answerObject(makeArray(list(i.receiver(), "itemArray"))); });
+    runtime.implement("NSStatusItem", "button", [](Invocation& i) {
+        i.answerObject(checked::runtime().shared("NSStatusBarButton", "NSStatusItem button"));
+    });
     runtime.implement("NSPopover", "showRelativeToRect:ofView:preferredEdge:", [](Invocation& i) {
         setProperty(i.receiver(), "shown", true);
     });

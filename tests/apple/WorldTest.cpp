@@ -2,6 +2,7 @@
 #include "Application.h"
 #include "Platform/Mac/AppDelegate.h"
 #include "Platform/Mac/apple/AppKit/NSApplication.h"
+#include "Platform/Mac/apple/AppKit/NSStatusItem.h"
 #include "Platform/Mac/apple/CFRef.h"
 #include "Platform/Mac/apple/CoreGraphics.h"
 #include "Platform/Mac/apple/Foundation/NSNumber.h"
@@ -89,7 +90,13 @@ TEST_F(World, ElementsAnswerFailAndNotify) {
     accessibility().failProcess(42, kAXErrorSuccess);
     EXPECT_EQ(AXUIElementSetAttributeValue(element, cfString("AXMinimized").get(), kCFBooleanTrue), kAXErrorSuccess);
     EXPECT_EQ(boolFrom(referenceTo(accessibility().value(window, "AXMinimized").raw())), true);
-    EXPECT_EQ(accessibility().log, std::vector<std::string>{"set AXMinimized"});
+    accessibility().performed = [&](const ElementIdentity&, const std::string& action) {
+        if (action == "AXPress") accessibility().destroy(window);
+    };
+    EXPECT_EQ(AXUIElementPerformAction(element, cfString("AXPress").get()), kAXErrorSuccess);
+    EXPECT_EQ(AXUIElementCopyAttributeValue(element, cfString("AXTitle").get(), value.receive()),
+              kAXErrorInvalidUIElement);
+    EXPECT_EQ(accessibility().log, (std::vector<std::string>{"set AXMinimized", "perform AXPress"}));
 }
 
 TEST_F(World, ObserversHearWhatTheySubscribedTo) {
@@ -159,6 +166,57 @@ TEST_F(World, DefaultsKeepValuesOfAnyType) {
     EXPECT_FALSE(objc::as<NSString>(defaults.at(key)));
     defaults.remove(key);
     EXPECT_FALSE(defaults.at(key));
+}
+
+TEST_F(World, ScriptsAnswerForTheUser) {
+    runtime().script("NSAlert", "runModal", [](Invocation& i) { i.answer<NSInteger>(NSAlertFirstButtonReturn + 1); });
+    const NSAlert alert = create<NSAlert>();
+    alert.setMessageText(NSString::from("Hide and shrink the macOS Dock?"));
+    alert.addButton(NSString::from("Skip"));
+    EXPECT_EQ(alert.runModal(), NSAlertFirstButtonReturn + 1);
+    const NSStatusItem item = NSStatusBar::system().statusItem(NSVariableStatusItemLength);
+    ASSERT_TRUE(item);
+    item.button().setImagePosition(NSImageOnly);
+    item.setMenu(NSMenu::make(NSString::from("Morvel")));
+    NSStatusBar::system().remove(item);
+    EXPECT_EQ(runtime().callNames(),
+              (std::vector<std::string>{
+                  "NSAlert setMessageText:", "NSAlert addButtonWithTitle:", "NSAlert runModal",
+                  "NSStatusBar systemStatusBar", "NSStatusBar statusItemWithLength:", "NSStatusItem button",
+                  "NSStatusBarButton setImagePosition:", "NSMenu initWithTitle:", "NSStatusItem setMenu:",
+                  "NSStatusBar systemStatusBar", "NSStatusBar removeStatusItem:"}));
+}
+
+TEST_F(World, ApplicationsAndScreensComeAndGoWithTheirNotices) {
+    std::vector<std::string> heard;
+    const auto note = [&](RawObject name) {
+        return NSWorkspace::shared().notificationCenter().observe(NSString(name), [&](const NSNotification& notice) {
+            const Id application = notice.userInfo().at(NSString(NSWorkspaceApplicationKey));
+            heard.push_back(notice.name().text() + " " +
+                            std::to_string(objc::as<NSRunningApplication>(application).processIdentifier()));
+        });
+    };
+    const Subscription launches = note(NSWorkspaceDidLaunchApplicationNotification);
+    const Subscription quits = note(NSWorkspaceDidTerminateApplicationNotification);
+    workspace().launch({.pid = 42, .bundleIdentifier = "org.example.notes", .name = "Notes"});
+    const auto silent = workspace().launch({.pid = 43, .bundleIdentifier = "", .name = "Agent", .activationPolicy = 1});
+    EXPECT_FALSE(silent.bundleIdentifier());
+    EXPECT_TRUE(NSRunningApplication::withPid(42).activate(NSApplicationActivateIgnoringOtherApps));
+    EXPECT_EQ(NSWorkspace::shared().frontmostApplication().localizedName().text(), "Notes");
+    workspace().quit(43, WorkspaceWorld::Notice::Missed);
+    EXPECT_TRUE(silent.isTerminated());
+    EXPECT_TRUE(NSRunningApplication::withPid(42).terminate());
+    EXPECT_FALSE(NSRunningApplication::withPid(42));
+    EXPECT_EQ(NSWorkspace::shared().runningApplications().count(), 0U);
+    EXPECT_EQ(heard, (std::vector<std::string>{"NSWorkspaceDidLaunchApplicationNotification 42",
+                                               "NSWorkspaceDidLaunchApplicationNotification 43",
+                                               "NSWorkspaceDidTerminateApplicationNotification 42"}));
+
+    workspace().setScreens({{.display = 5, .name = "Built-in", .frame = {{0, 0}, {1440, 900}}, .visibleFrame = {}}});
+    const auto screens = NSScreen::screens().elements<NSScreen>();
+    ASSERT_EQ(screens.size(), 1U);
+    EXPECT_EQ(screens[0].frame().size, (CGSize{1440, 900}));
+    EXPECT_EQ(screens[0].deviceDescription().at<NSNumber>("NSScreenNumber").integerValue(), 5);
 }
 
 }  // namespace

@@ -1,6 +1,7 @@
 // The delegate's class and its two notices.
 #include "Platform/Mac/AppDelegate.h"
 
+#include "Platform/Mac/apple/AppKit/Selectors.h"
 #include "Platform/Mac/objc/Subclass.h"
 
 namespace morvel::mac {
@@ -10,11 +11,11 @@ NSObject AppDelegate::make(Callbacks callbacks) {
     static const objc::RawClass registered =
         Delegate("NSObject")
             .adopts("NSApplicationDelegate")
-            .overrides<&AppDelegate::applicationDidFinishLaunching>("applicationDidFinishLaunching:"_sel)
-            .overrides<&AppDelegate::applicationWillTerminate>("applicationWillTerminate:"_sel)
+            .overrides<&AppDelegate::applicationDidFinishLaunching>(selectors::applicationDidFinishLaunching)
+            .overrides<&AppDelegate::applicationWillTerminate>(selectors::applicationWillTerminate)
             .registered();
     (void)registered;
-    return Delegate::create<NSObject>(std::make_unique<AppDelegate>(std::move(callbacks)), "init"_sel);
+    return Delegate::create<NSObject>(std::make_unique<AppDelegate>(std::move(callbacks)), selectors::init);
 }
 
 void AppDelegate::applicationDidFinishLaunching(NSNotification) {

@@ -2,7 +2,7 @@
 
 #include <limits>
 
-#include "Platform/Mac/apple/AppKit/NSStatusBar.h"
+#include "Platform/Mac/apple/AppKit/NSStatusItem.h"
 #include "Platform/Mac/apple/AppKit/NSWorkspace.h"
 #include "Platform/Mac/apple/CFRef.h"
 #include "Platform/Mac/apple/CoreGraphics.h"

@@ -28,7 +28,8 @@ class NSObject : public Id {
 public:
     static constexpr const char* kClass = "NSObject";
     using Id::Id;
-    NSObject(const Id& other) : Id(other) {}
+    /// Explicit, for wrappers inherit it: a window must not pass for a view.
+    explicit NSObject(const Id& other) : Id(other) {}
 
     bool isEqual(const Id& other) const { return send<bool>(*this, "isEqual:"_sel, other); }
     NSUInteger hash() const { return send<NSUInteger>(*this, "hash"_sel); }

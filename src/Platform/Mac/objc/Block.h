@@ -66,7 +66,7 @@ struct BlockLiteral<R(Args...)> {
             }
         });
     }
-    // The runtime has moved the bytes already; the helper makes the callable a real copy of its own.
+    // The runtime has moved the bytes already; this makes the callable a real copy of its own.
     static void copy(void* copied, const void* original) {
         auto& source = static_cast<BlockLiteral*>(const_cast<void*>(original))->callable();
         new (static_cast<BlockLiteral*>(copied)->storage) std::function<R(Args...)>(source);

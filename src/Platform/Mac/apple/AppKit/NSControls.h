@@ -1,4 +1,4 @@
-// The views with contents of their own: labels, images, blurred backgrounds.
+// The views with contents of their own: labels, buttons, images, blurred backgrounds.
 #pragma once
 
 #include "Platform/Mac/apple/AppKit/NSView.h"
@@ -6,6 +6,8 @@
 namespace morvel::mac {
 
 inline constexpr NSUInteger NSLineBreakByTruncatingTail = 4;
+inline constexpr NSUInteger NSBezelStylePush = 1;
+inline constexpr NSUInteger NSImageOnly = 1;
 inline constexpr NSInteger NSVisualEffectMaterialPopover = 6;
 inline constexpr NSInteger NSVisualEffectMaterialSidebar = 7;
 inline constexpr NSInteger NSVisualEffectMaterialHUDWindow = 13;
@@ -19,6 +21,9 @@ public:
 
     static NSTextField label(const NSString& text) {
         return send<NSTextField>(ClassOf<NSTextField>{}, "labelWithString:"_sel, text);
+    }
+    static NSTextField wrappingLabel(const NSString& text) {
+        return send<NSTextField>(ClassOf<NSTextField>{}, "wrappingLabelWithString:"_sel, text);
     }
     void setStringValue(const NSString& text) const { send(*this, "setStringValue:"_sel, text); }
     NSString stringValue() const { return send<NSString>(*this, "stringValue"_sel); }
@@ -64,6 +69,21 @@ public:
     void unlockFocus() const { send(*this, "unlockFocus"_sel); }
     /// Draws the whole image, upright in flipped coordinates too.
     void drawIn(CGRect rectangle) const { send(*this, "drawInRect:"_sel, rectangle); }
+};
+
+class NSButton : public NSView {
+public:
+    static constexpr const char* kClass = "NSButton";
+    using NSView::NSView;
+
+    /// The target is not retained.
+    static NSButton push(const NSString& title, const Id& target, Selector action) {
+        return send<NSButton>(ClassOf<NSButton>{}, "buttonWithTitle:target:action:"_sel, title, target, action);
+    }
+    void setBezelStyle(NSUInteger style) const { send(*this, "setBezelStyle:"_sel, style); }
+    void setKeyEquivalent(const NSString& key) const { send(*this, "setKeyEquivalent:"_sel, key); }
+    void setImage(const NSImage& image) const { send(*this, "setImage:"_sel, image); }
+    void setImagePosition(NSUInteger position) const { send(*this, "setImagePosition:"_sel, position); }
 };
 
 class NSImageView : public NSView {

@@ -1,0 +1,49 @@
+// The names of the system's messages that our classes answer, and of the initialisers that make their instances. The
+// rest of the host names messages by these constants and by the wrappers' members, never as text.
+#pragma once
+
+#include "Platform/Mac/objc/Selector.h"
+
+namespace morvel::mac::selectors {
+
+using namespace objc::literals;
+
+inline constexpr auto init = "init"_sel;
+inline constexpr auto initWithFrame = "initWithFrame:"_sel;
+inline constexpr auto initWithContentRect = "initWithContentRect:styleMask:backing:defer:"_sel;
+
+// The application's delegate.
+inline constexpr auto applicationDidFinishLaunching = "applicationDidFinishLaunching:"_sel;
+inline constexpr auto applicationWillTerminate = "applicationWillTerminate:"_sel;
+
+// Windows.
+inline constexpr auto canBecomeKeyWindow = "canBecomeKeyWindow"_sel;
+inline constexpr auto canBecomeMainWindow = "canBecomeMainWindow"_sel;
+inline constexpr auto windowWillClose = "windowWillClose:"_sel;
+
+// Views.
+inline constexpr auto acceptsFirstMouse = "acceptsFirstMouse:"_sel;
+inline constexpr auto isFlipped = "isFlipped"_sel;
+inline constexpr auto hitTest = "hitTest:"_sel;
+inline constexpr auto updateTrackingAreas = "updateTrackingAreas"_sel;
+inline constexpr auto viewDidChangeEffectiveAppearance = "viewDidChangeEffectiveAppearance"_sel;
+inline constexpr auto viewDidMoveToWindow = "viewDidMoveToWindow"_sel;
+inline constexpr auto mouseDown = "mouseDown:"_sel;
+inline constexpr auto mouseDragged = "mouseDragged:"_sel;
+inline constexpr auto mouseUp = "mouseUp:"_sel;
+inline constexpr auto mouseEntered = "mouseEntered:"_sel;
+inline constexpr auto mouseExited = "mouseExited:"_sel;
+inline constexpr auto mouseMoved = "mouseMoved:"_sel;
+inline constexpr auto rightMouseDown = "rightMouseDown:"_sel;
+
+// Drops and popovers.
+inline constexpr auto draggingEntered = "draggingEntered:"_sel;
+inline constexpr auto draggingUpdated = "draggingUpdated:"_sel;
+inline constexpr auto draggingExited = "draggingExited:"_sel;
+inline constexpr auto performDragOperation = "performDragOperation:"_sel;
+inline constexpr auto popoverDidClose = "popoverDidClose:"_sel;
+
+// Actions of our own.
+inline constexpr auto menuItemChosen = "menuItemChosen:"_sel;
+
+}  // namespace morvel::mac::selectors

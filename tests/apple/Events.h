@@ -1,0 +1,29 @@
+// Acting as the user and AppKit do: pointer events on views, choices from menus.
+#pragma once
+
+#include <cstdint>
+#include <functional>
+
+#include "Platform/Mac/apple/AppKit/NSMenu.h"
+#include "Platform/Mac/apple/CGGeometry.h"
+#include "SystemObjects.h"
+
+namespace morvel::mac::checked {
+
+/// An event at a point of its window, in the window's coordinates.
+Id mouseEvent(std::uint64_t type, CGPoint location, std::int64_t clickCount = 1);
+
+/// Sends "mouseDown:" and its kin as AppKit does: to the deepest visible view under the point, inside a pool, keeping
+/// the view alive while it handles the event. Nothing happens where there is none.
+void sendMouse(const NSView& contentView, const char* selector, const Id& event);
+/// The deepest visible view at a point of the window; empty outside all.
+NSView viewAt(const NSView& contentView, CGPoint location);
+
+/// Chooses a menu item: enabled items send their action to their target; returns whether there was someone to send to.
+bool choose(const NSMenuItem& item);
+/// The item of that title; empty when the menu has none.
+NSMenuItem itemTitled(const NSMenu& menu, const std::string& title);
+/// Until the end of the test, each menu that pops up is handed to `user`, who may choose from it; then it closes.
+void whenMenuPopsUp(std::function<void(const NSMenu&)> user);
+
+}  // namespace morvel::mac::checked
