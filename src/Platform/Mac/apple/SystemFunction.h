@@ -22,6 +22,8 @@ public:
     /// `name` is a literal.
     explicit LateFunction(const char* name) : name_(name) {}
 
+    const char* name() const { return name_; }
+
     /// Null where this system has no such function.
     Signature* get() {
         if (!address_) address_ = systemFunctionAs<Signature*>(name_);
