@@ -2,6 +2,7 @@
 #include "Application.h"
 
 #include "Platform/Mac/objc/AutoreleasePool.h"
+#include "Platform/Mac/objc/Block.h"
 #include "Platform/Mac/objc/Send.h"
 #include "SystemObjects.h"
 

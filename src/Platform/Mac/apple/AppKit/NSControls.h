@@ -42,11 +42,24 @@ public:
     CGSize intrinsicContentSize() const { return send<CGSize>(*this, "intrinsicContentSize"_sel); }
 };
 
+class NSImageSymbolConfiguration : public NSObject {
+public:
+    static constexpr const char* kClass = "NSImageSymbolConfiguration";
+    using NSObject::NSObject;
+
+    static NSImageSymbolConfiguration from(double pointSize, double fontWeight) {
+        return send<NSImageSymbolConfiguration>(ClassOf<NSImageSymbolConfiguration>{},
+                                                "configurationWithPointSize:weight:"_sel, pointSize, fontWeight);
+    }
+};
+
 class NSImage : public NSObject {
 public:
     static constexpr const char* kClass = "NSImage";
     using NSObject::NSObject;
 
+    /// Transparent until drawn into.
+    static NSImage empty(CGSize size) { return create<NSImage>("initWithSize:"_sel, size); }
     /// Empty when this system has no such symbol.
     static NSImage symbol(const NSString& name) {
         return send<NSImage>(ClassOf<NSImage>{}, "imageWithSystemSymbolName:accessibilityDescription:"_sel, name,
@@ -54,6 +67,17 @@ public:
     }
     CGSize size() const { return send<CGSize>(*this, "size"_sel); }
     void setSize(CGSize size) const { send(*this, "setSize:"_sel, size); }
+    NSImage withConfiguration(const NSImageSymbolConfiguration& configuration) const {
+        return send<NSImage>(*this, "imageWithSymbolConfiguration:"_sel, configuration);
+    }
+    /// A template is a mask that takes the tint of where it is shown.
+    bool isTemplate() const { return send<bool>(*this, "isTemplate"_sel); }
+    void setTemplate(bool isTemplate) const { send(*this, "setTemplate:"_sel, isTemplate); }
+    /// Between these two, drawing goes into this image.
+    void lockFocusFlipped(bool flipped) const { send(*this, "lockFocusFlipped:"_sel, flipped); }
+    void unlockFocus() const { send(*this, "unlockFocus"_sel); }
+    /// Draws the whole image, upright in flipped coordinates too.
+    void drawIn(CGRect rectangle) const { send(*this, "drawInRect:"_sel, rectangle); }
 };
 
 class NSButton : public NSView {
