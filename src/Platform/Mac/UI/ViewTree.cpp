@@ -34,6 +34,7 @@ void showOrder(const ui::View& view, const NSView& native) {
 
 ViewTree::ViewTree(ui::View& root) : root_(root) {
     root_.setHost(this);
+    layoutNeeded();  // what asked for layout before there was a host was not heard
     systemColors_ = NSNotificationCenter::defaultCenter().observe(
         NSString(NSSystemColorsDidChangeNotification), [this](const NSNotification&) { resolveColors(root_); });
 }
