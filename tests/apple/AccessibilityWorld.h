@@ -3,6 +3,7 @@
 #pragma once
 
 #include <functional>
+#include <functional>
 #include <map>
 #include <string>
 #include <vector>
@@ -50,6 +51,9 @@ public:
     std::vector<std::string> log;
     /// How many calls asked another process something, answered or not.
     int questions = 0;
+
+    /// Shows a test each observer that is made.
+    std::function<void(const Id& observer)> onObserverCreated;
 
     // For the C functions.
     struct Subscription {
