@@ -29,7 +29,7 @@ public:
 
     std::vector<Window> windows;  // front to back
     std::uint32_t lastListOptions = 0;
-    Id listedBesides;             // one more entry of the list, which may be anything
+    Id listedBesides;  // one more entry of the list, which may be anything
     std::uint32_t mainDisplay = 1;
     std::map<std::uint32_t, std::string> displayUUIDs = {{1, "00000000-0000-0000-0000-000000000001"}};
 
