@@ -1,3 +1,4 @@
+// Asks the workspace for icons, and draws an image into another.
 #include "Platform/Mac/Icons/MacIcons.h"
 
 #include "Platform/Mac/Icons/MacImage.h"
