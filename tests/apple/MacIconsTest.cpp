@@ -55,6 +55,7 @@ TEST_F(IconsOfTheMac, ImagesComeFromTheSystem) {
 TEST_F(IconsOfTheMac, BakingDrawsOnceUnderTheCurrentAppearance) {
     EXPECT_EQ(icons_.baked(nullptr, {64, 64}), nullptr);
     const auto icon = icons_.fileIcon("/tmp/a.txt");
+    EXPECT_EQ(icons_.baked(icon, {64, 0}), nullptr);
     runtime().forgetCalls();
     const auto baked = icons_.baked(icon, {64, 64});
     ASSERT_TRUE(baked);
