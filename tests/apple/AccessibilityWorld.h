@@ -51,6 +51,9 @@ public:
     /// How many calls asked another process something, answered or not.
     int questions = 0;
 
+    /// Shows a test each observer that is made.
+    std::function<void(const Id& observer)> onObserverCreated;
+
     // For the C functions.
     struct Subscription {
         ElementIdentity element;

@@ -30,6 +30,7 @@ TEST_F(MainLoopOfTheMac, PostedWorkRunsLaterAndInOrder) {
     });
     loop_.post([&] { note("second"); });
     EXPECT_TRUE(notes().empty()) << "never inside post";
+    EXPECT_EQ(dispatch().waiting(), 1U) << "one wake-up for both";
     dispatch().runPending();
     EXPECT_EQ(notes(), (Notes{"0 first", "0 second", "0 from within"}));
     EXPECT_EQ(dispatch().waiting(), 0U);

@@ -169,6 +169,7 @@ TEST_F(WindowServerOfTheMac, TheListOfWindowsIsRead) {
         {.number = 8, .layer = 0, .pid = 43, .bounds = {{0, 0}, {800, 600}}},
     };
     const auto windows = server_.windowList(WindowListScope::OnScreen);
+    EXPECT_EQ(windowServer().lastListOptions, 17U) << "on screen only, without desktop elements";
     ASSERT_EQ(windows.size(), 2U);
     EXPECT_EQ(windows[0].number, WindowNumber(7));
     EXPECT_EQ(windows[0].owner, ProcessID(42));
@@ -178,6 +179,7 @@ TEST_F(WindowServerOfTheMac, TheListOfWindowsIsRead) {
     EXPECT_EQ(windows[0].name, "To do");
     EXPECT_EQ(server_.layerOf(WindowNumber(8)), 0);
     EXPECT_EQ(server_.layerOf(WindowNumber(9)), std::nullopt);
+    EXPECT_EQ(windowServer().lastListOptions, 8U) << "one window, on screen or not";
 
     windowServer().windows.clear();
     for (const Id& strange : {makeString("no dictionary"), entry({{"kCGWindowNumber", makeString("7")}}), entry({}),

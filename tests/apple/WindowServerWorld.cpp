@@ -152,6 +152,7 @@ bool CGRectMakeWithDictionaryRepresentation(CFDictionaryRef dictionary, CGRect* 
 }
 CFArrayRef CGWindowListCopyWindowInfo(CGWindowListOption options, CGWindowID relativeTo) {
     const auto key = [](CFStringRef name) { return Id(objectOf(name)); };
+    windowServer().lastListOptions = options;
     Elements found;
     for (const auto& window : windowServer().windows) {
         if ((options & kCGWindowListOptionIncludingWindow) && window.number != relativeTo) continue;

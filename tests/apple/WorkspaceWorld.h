@@ -33,8 +33,8 @@ public:
     struct Screen {
         std::uint32_t display = 1;
         std::string name;
-        CGRect frame;
-        CGRect visibleFrame;
+        CGRect frame = {};
+        CGRect visibleFrame = {};
     };
     /// All screens, the first one with the menu bar.
     void setScreens(const std::vector<Screen>& screens);

@@ -1,3 +1,4 @@
+// Records from NSRunningApplication, and the workspace's notices with the application they are about.
 #include "Platform/Mac/Applications/MacWorkspace.h"
 
 #include <bit>

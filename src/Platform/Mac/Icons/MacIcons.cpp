@@ -1,3 +1,4 @@
+// Asks the workspace for icons, and draws an image into another.
 #include "Platform/Mac/Icons/MacIcons.h"
 
 #include "Platform/Mac/Icons/MacImage.h"
@@ -40,7 +41,8 @@ ui::ImageRef MacIcons::empty(Size size) {
 
 ui::ImageRef MacIcons::baked(const ui::ImageRef& image, Size size) {
     const NSImage source = MacImage::imageOf(image);
-    if (!source) return nullptr;
+    // Locking the focus on an image without an area raises an exception.
+    if (!source || !(size.width > 0 && size.height > 0)) return nullptr;
     const NSImage target = NSImage::empty({size.width, size.height});
     // An image that draws itself when it is shown would decode the icon file again for each view. This one is drawn
     // now, with as many pixels as the sharpest screen wants.

@@ -1,3 +1,4 @@
+// NSScreen's list with Core Graphics' display numbers and identifiers.
 #include "Platform/Mac/Screens/MacScreens.h"
 
 #include <limits>

@@ -1,3 +1,4 @@
+// Both directions by type: the stored variant is visited, the object is asked for its class.
 #include "Platform/Mac/System/DefaultsObjects.h"
 
 #include "Platform/Mac/apple/CFRef.h"

@@ -1,3 +1,4 @@
+// Arms a dispatch timer source, and ends it from its token or after its one firing.
 #include "Platform/Mac/System/DispatchTimer.h"
 
 #include <algorithm>

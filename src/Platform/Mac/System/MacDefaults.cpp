@@ -1,3 +1,4 @@
+// Reads and writes by key; what has no object is never written.
 #include "Platform/Mac/System/MacDefaults.h"
 
 #include "Platform/Mac/System/DefaultsObjects.h"

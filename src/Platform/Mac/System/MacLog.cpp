@@ -1,3 +1,4 @@
+// Lines as ended strings, which is what the system log takes.
 #include "Platform/Mac/System/MacLog.h"
 
 #include <cstdlib>

@@ -1,3 +1,4 @@
+// Posted work is gathered and run by one wake-up of the main queue; timers are dispatch sources.
 #include "Platform/Mac/System/MacMainLoop.h"
 
 #include <mutex>

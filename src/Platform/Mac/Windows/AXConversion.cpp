@@ -1,3 +1,4 @@
+// Every value is asked for its type before it is read.
 #include "Platform/Mac/Windows/AXConversion.h"
 
 #include <cmath>

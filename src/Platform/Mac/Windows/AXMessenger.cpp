@@ -1,3 +1,4 @@
+// The time-outs, and what is learned from each answer.
 #include "Platform/Mac/Windows/AXMessenger.h"
 
 #include "Platform/AXNames.h"

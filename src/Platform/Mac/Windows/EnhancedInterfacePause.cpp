@@ -1,3 +1,4 @@
+// Writes past the messenger: what was switched off is switched on again even if the application hangs meanwhile.
 #include "Platform/Mac/Windows/EnhancedInterfacePause.h"
 
 namespace morvel::mac {

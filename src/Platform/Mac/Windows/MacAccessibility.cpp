@@ -1,3 +1,4 @@
+// Each question becomes one call of the system, asked through the messenger.
 #include "Platform/Mac/Windows/MacAccessibility.h"
 
 #include "Platform/AXNames.h"

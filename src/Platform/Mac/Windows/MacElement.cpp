@@ -1,3 +1,4 @@
+// Equality and hash are the system's own.
 #include "Platform/Mac/Windows/MacElement.h"
 
 namespace morvel::mac {

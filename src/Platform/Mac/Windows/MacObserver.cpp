@@ -1,3 +1,4 @@
+// The observer's life on the run loop, and the callback's hop to the main loop.
 #include "Platform/Mac/Windows/MacObserver.h"
 
 #include "Platform/Mac/Windows/MacElement.h"

@@ -1,3 +1,4 @@
+// Each call goes to one function of the server; lists are read entry by entry.
 #include "Platform/Mac/Windows/MacWindowServer.h"
 
 #include <algorithm>

@@ -1,3 +1,4 @@
+// Reads the server's dictionaries, in which every entry is optional.
 #include "Platform/Mac/Windows/ManagedDisplays.h"
 
 namespace morvel::mac {

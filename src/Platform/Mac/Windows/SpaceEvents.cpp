@@ -1,3 +1,4 @@
+// Registers with the server once, and brings its callback's event to the main thread.
 #include "Platform/Mac/Windows/SpaceEvents.h"
 
 #include "Platform/Mac/apple/Dispatch.h"

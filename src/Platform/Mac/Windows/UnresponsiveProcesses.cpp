@@ -1,3 +1,4 @@
+// The waits between probes.
 #include "Platform/Mac/Windows/UnresponsiveProcesses.h"
 
 #include <algorithm>
