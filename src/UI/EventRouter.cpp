@@ -49,7 +49,34 @@ void EventRouter::buttonReleased(const MouseEvent& event) {
     std::exchange(pressed_, nullptr)->mouseUp(event);
 }
 
+DragOperation EventRouter::dragMoved(const DragInfo& info) {
+    View* target = root_.dragTarget(info.location, info.pasteboard);
+    if (target == dragTarget_) return target ? target->draggingUpdated(info) : DragOperation::None;
+    if (View* left = std::exchange(dragTarget_, nullptr)) left->draggingExited();
+    // Leaving may have changed what is under the pointer.
+    target = root_.dragTarget(info.location, info.pasteboard);
+    if (!target) return DragOperation::None;
+    dragTarget_ = lastDragTarget_ = target;
+    return target->draggingEntered(info);
+}
+
+void EventRouter::dragExited() {
+    if (View* left = std::exchange(dragTarget_, nullptr)) left->draggingExited();
+}
+
+bool EventRouter::dragDropped(const DragInfo& info) {
+    View* target = std::exchange(dragTarget_, nullptr);
+    return target && target->performDragOperation(info);
+}
+
+void EventRouter::dragEnded() {
+    dragExited();
+    if (View* last = std::exchange(lastDragTarget_, nullptr)) last->draggingEnded();
+}
+
 void EventRouter::viewWillDetach(View& view) {
+    if (dragTarget_ == &view) dragTarget_ = nullptr;
+    if (lastDragTarget_ == &view) lastDragTarget_ = nullptr;
     if (pressed_ == &view) pressed_ = nullptr;
     std::erase(hovered_, &view);
     std::erase(entering_, &view);

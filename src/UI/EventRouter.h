@@ -21,6 +21,15 @@ public:
     bool buttonPressed(const MouseEvent& event);
     void buttonReleased(const MouseEvent& event);
 
+    /// A drag is over the window; the answer is what a drop here would do.
+    DragOperation dragMoved(const DragInfo& info);
+    /// It left the window, or was given up.
+    void dragExited();
+    /// It was dropped here; whether a view took it. The end is told apart, by `dragEnded`.
+    bool dragDropped(const DragInfo& info);
+    /// The drag is over, wherever it was dropped.
+    void dragEnded();
+
     /// The host passes on each leaving view.
     void viewWillDetach(View& view);
     /// Views have moved under a pointer that rests: hover is worked out anew.
@@ -38,7 +47,9 @@ private:
     View* pressed_ = nullptr;
     MouseButton pressedButton_ = MouseButton::Left;
     std::vector<View*> hovered_;
-    std::vector<View*> entering_;  // under the pointer, not told yet; only while hover is worked out
+    std::vector<View*> entering_;     // under the pointer, not told yet; only while hover is worked out
+    View* dragTarget_ = nullptr;      // has been told that the drag entered it
+    View* lastDragTarget_ = nullptr;  // to be told of the end
     bool inside_ = false;
     Point<ViewSpace> location_;
 };

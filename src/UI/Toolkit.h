@@ -5,6 +5,7 @@
 #include <memory>
 #include <string_view>
 
+#include "UI/Drag.h"
 #include "UI/Edge.h"
 #include "UI/Font.h"
 #include "UI/Menu.h"
@@ -60,6 +61,11 @@ public:
     /// Shows the menu at a point of the anchor's window (in its root's space). Calls the chosen item's action, if one
     /// was chosen, and then `closed`; either inside this call or later. The anchor may be gone by then.
     virtual void popUpMenu(Menu menu, View& anchor, Point<ViewSpace> locationInRoot, std::function<void()> closed) = 0;
+
+    /// Starts to drag the view, which is pressed and shows under the pointer as it looks now, until the button is
+    /// released. `ended` is called once, in a later turn, with what the destination did; the view may be gone by then.
+    /// Where a drag cannot be started it ends at once with None.
+    virtual void beginDrag(View&, DragItem, std::function<void(DragOperation)> ended) { ended(DragOperation::None); }
 
     /// Shows a prompt, centred, in front and with the keyboard's focus. Null on hosts that have nothing to prompt for.
     virtual std::unique_ptr<PromptPeer> showPrompt(Prompt) { return nullptr; }

@@ -145,6 +145,15 @@ View* View::hitTest(Point<ViewSpace> point) {
     return acceptsMouse() ? this : nullptr;
 }
 
+View* View::dragTarget(Point<ViewSpace> point, const DragPasteboard& pasteboard) {
+    if (hidden_ || !bounds().contains(point)) return nullptr;
+    for (auto it = subviews_.rbegin(); it != subviews_.rend(); ++it) {
+        const Rect<ViewSpace>& frame = (*it)->frame_;
+        if (View* hit = (*it)->dragTarget({point.x - frame.x, point.y - frame.y}, pasteboard)) return hit;
+    }
+    return acceptsDrag(pasteboard) ? this : nullptr;
+}
+
 void View::setHost(ViewHost* host) {
     if (host_ == host) return;
     if (host_) detach();

@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "UI/Color.h"
+#include "UI/Drag.h"
 #include "UI/Event.h"
 #include "UI/ViewHost.h"
 #include "Util/Geometry.h"
@@ -88,6 +89,20 @@ public:
     virtual void mouseExited() {}
     /// The deepest visible view under the point (in this view's space) that accepts the mouse.
     View* hitTest(Point<ViewSpace> point);
+
+    // --- Drags over the view. The deepest visible view that accepts what is dragged is told. Handlers may destroy it.
+    // ---
+    /// Whether the view is a destination for what is dragged, wherever on it.
+    virtual bool acceptsDrag(const DragPasteboard&) const { return false; }
+    virtual DragOperation draggingEntered(const DragInfo&) { return DragOperation::None; }
+    virtual DragOperation draggingUpdated(const DragInfo& info) { return draggingEntered(info); }
+    virtual void draggingExited() {}
+    /// The drag is over, wherever it was dropped; told to the view it was over last.
+    virtual void draggingEnded() {}
+    /// Dropped here. Whether the drop was taken.
+    virtual bool performDragOperation(const DragInfo&) { return false; }
+    /// The deepest visible view under the point (in this view's space) that accepts what is dragged.
+    View* dragTarget(Point<ViewSpace> point, const DragPasteboard& pasteboard);
 
     // --- For hosts ---
     ViewHost* host() const { return host_; }

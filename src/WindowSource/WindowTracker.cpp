@@ -16,8 +16,8 @@ constexpr Duration kTitleQuiet = 200ms;
 
 }  // namespace
 
-WindowTracker::WindowTracker(System system, std::function<void(ProcessID, const AXElement&)> registered)
-    : system_(system), registered_(std::move(registered)), titleDebouncer_(kTitleQuiet, system.mainLoop) {}
+WindowTracker::WindowTracker(System system, std::function<void(ProcessID, const AXElement&)> foundOlder)
+    : system_(system), foundOlder_(std::move(foundOlder)), titleDebouncer_(kTitleQuiet, system.mainLoop) {}
 
 void WindowTracker::handleNotice(const AXElement& element, std::string_view notification, ProcessID pid) {
     if (notification == ax::kUIElementDestroyed) {
@@ -29,7 +29,7 @@ void WindowTracker::handleNotice(const AXElement& element, std::string_view noti
     if (notification == ax::kWindowCreated) {
         AXReader reader(system_.accessibility);
         Events events;
-        registerWindow(element, pid, reader, events);
+        registerWindow(element, pid, Discovery::Announced, reader, events);
         emit(events);
     } else if (notification == ax::kTitleChanged) {
         if (known) handleTitleChange(*known);
@@ -49,7 +49,7 @@ void WindowTracker::enumerateAXWindows(ProcessID pid) {
     const auto listed = reader.readElements(system_.accessibility.applicationElement(pid), ax::kWindows);
     noteTimeOut(pid, reader);
     for (const AXElement& element : listed.value_or(std::vector<AXElement>{}))
-        registerWindow(element, pid, reader, events);
+        registerWindow(element, pid, Discovery::Found, reader, events);
     emit(events);
 }
 
@@ -93,8 +93,8 @@ void WindowTracker::sweepClosedWindows() {
     }
 }
 
-std::optional<WindowID> WindowTracker::registerWindow(const AXElement& element, ProcessID pid, AXReader& reader,
-                                                      Events& events) {
+std::optional<WindowID> WindowTracker::registerWindow(const AXElement& element, ProcessID pid, Discovery how,
+                                                      AXReader& reader, Events& events) {
     if (const auto known = windows_.find(pid, element)) return known;
     WindowAttributes read = readAttributes(element, reader);
     noteTimeOut(pid, reader);
@@ -105,7 +105,7 @@ std::optional<WindowID> WindowTracker::registerWindow(const AXElement& element, 
     }
     const WindowID id = system_.mint.next();
     windows_.add({id, pid, element, read.number, read.layer ? ServerListing::Listed : ServerListing::NeverListed});
-    registered_(pid, element);
+    if (how == Discovery::Found) foundOlder_(pid, element);
     const auto app = system_.workspace.runningApplication(pid);
     events.push_back(event::Added{{.id = id,
                                    .pid = pid,
@@ -154,7 +154,7 @@ void WindowTracker::handleFrameChange(WindowID id) {
 void WindowTracker::handleFocusChange(const AXElement& element, ProcessID pid) {
     AXReader reader(system_.accessibility);
     Events events;
-    const auto id = registerWindow(element, pid, reader, events);
+    const auto id = registerWindow(element, pid, Discovery::Found, reader, events);
     // Silence does not mean that the focus left our windows.
     if (id || !reader.hasTimedOut()) events.push_back(event::Focused{id});
     emit(events);

@@ -40,8 +40,8 @@ public:
         UnresponsiveProcesses& unresponsive;
     };
 
-    /// `registered` is called with each new window's element, before the store is told of it.
-    WindowTracker(System system, std::function<void(ProcessID, const AXElement&)> registered);
+    /// `foundOlder` is called with each window that was found and not announced, before the store is told of it.
+    WindowTracker(System system, std::function<void(ProcessID, const AXElement&)> foundOlder);
 
     /// A notification of the process, about itself or one of its elements.
     void handleNotice(const AXElement& element, std::string_view notification, ProcessID pid);
@@ -64,9 +64,11 @@ public:
 
 private:
     using Events = std::vector<WindowEvent>;
+    enum class Discovery { Announced, Found };
 
     /// Adds to `events` what to tell the store; nothing when the element does not count as a window.
-    std::optional<WindowID> registerWindow(const AXElement& element, ProcessID pid, AXReader& reader, Events& events);
+    std::optional<WindowID> registerWindow(const AXElement& element, ProcessID pid, Discovery how, AXReader& reader,
+                                           Events& events);
     void unregisterWindow(WindowID id);
     void handleTitleChange(WindowID id);
     void handleFrameChange(WindowID id);
@@ -82,7 +84,7 @@ private:
     void logRefusal(ProcessID pid, const WindowAttributes& window, std::string_view reason);
 
     System system_;
-    std::function<void(ProcessID, const AXElement&)> registered_;
+    std::function<void(ProcessID, const AXElement&)> foundOlder_;
     TrackedWindows windows_;
     std::unordered_set<ProcessID> windowlessPIDs_;  // attached ones without windows; the store holds a placeholder each
     Debouncer<WindowID> titleDebouncer_;

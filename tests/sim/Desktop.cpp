@@ -8,7 +8,8 @@
 namespace morvel::sim {
 
 Desktop::Desktop(const std::vector<DisplaySpec>& displays)
-    : platform_{mainLoop_, log_, accessibility_, windowServer_, workspace_, screens_, defaults_, icons_, toolkit_} {
+    : platform_{mainLoop_, log_,      accessibility_, windowServer_, workspace_,
+                screens_,  defaults_, icons_,         toolkit_,      [this] { ++terminations_; }} {
     for (const DisplaySpec& display : displays) {
         screens_.list.push_back(SimScreens::screenOf(display));
         addDisplaySpaces(display.id);
@@ -37,12 +38,13 @@ SimApp& Desktop::launch(const std::string& name, const LaunchOptions& options) {
     for (const char c : name) bundle += static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
     RunningApplication record{.pid = options.pid.value_or(ProcessID{lastPID_ + 1}),
                               .instance = ++lastInstance_,
-                              .bundleID = options.bundleID.value_or(bundle),
+                              .bundleID = {},
                               .localizedName = name,
                               .policy = options.policy};
+    if (options.hasBundle) record.bundleID = options.bundleID.value_or(bundle);
     lastPID_ = std::max(lastPID_, record.pid.value);
     workspace_.running.push_back(record);
-    workspace_.installed.try_emplace(*record.bundleID, "/Applications/" + name + ".app");
+    if (record.bundleID) workspace_.installed.try_emplace(*record.bundleID, "/Applications/" + name + ".app");
     SimApp& started = *apps_.emplace_back(std::make_unique<SimApp>(*this, record));
     mainLoop_.post([this, record] { workspace_.launched.emit(record); });
     return started;
@@ -67,6 +69,7 @@ void Desktop::unplug(DisplayID display) {
     });
     if (screens_.main == display && !screens_.list.empty())
         screens_.main = screens_.list.front().displayID.value_or(display);
+    rescueWindows();
     mainLoop_.post([this] { screens_.changes.emit(); });
 }
 
@@ -77,6 +80,7 @@ void Desktop::rearrange(const std::vector<DisplaySpec>& displays) {
         if (!windowServer_.display(SimScreens::uuidOf(display.id))) addDisplaySpaces(display.id);
     }
     if (!displays.empty()) screens_.main = displays.front().id;
+    rescueWindows();
     mainLoop_.post([this] { screens_.changes.emit(); });
 }
 
@@ -139,7 +143,7 @@ AXError Desktop::written(ElementID id, std::string_view name, const AXValue& val
 
 AXError Desktop::performed(ElementID id, std::string_view action) {
     if (const auto button = closeButtons_.find(id); button != closeButtons_.end() && action == ax::kPress) {
-        button->second->close();
+        if (!button->second->asksBeforeClosing) button->second->close();
         return AXError::Success;
     }
     SimWindow* window = windowOf(id);
@@ -158,6 +162,15 @@ std::optional<DisplayID> Desktop::displayAt(Point<AXSpace> point) const {
     for (const Screen& screen : screens_.list)
         if (screen.frame.contains(onScreen)) return screen.displayID;
     return std::nullopt;
+}
+
+void Desktop::rescueWindows() {
+    if (screens_.list.empty()) return;  // asleep: nothing moves until a display is back
+    for (const auto& [id, window] : windows_) {
+        if (!window->isOpen() || displayAt(window->frame().center())) continue;
+        const Rect<AXSpace> first = toAX(screens_.list.front().visibleFrame, screens_.firstHeight());
+        window->setFrame({first.x, first.y, window->width(), window->height()});
+    }
 }
 
 void Desktop::addDisplaySpaces(DisplayID display) {

@@ -26,9 +26,10 @@ namespace morvel::sim {
 using namespace std::chrono_literals;
 
 struct LaunchOptions {
-    std::optional<std::string> bundleID;  ///< by default made of the name: "com.example.editor"
+    std::optional<std::string> bundleID = {};  ///< by default made of the name: "com.example.editor"
+    bool hasBundle = true;                     ///< false: a bare program without a bundle identifier
     ActivationPolicy policy = ActivationPolicy::Regular;
-    std::optional<ProcessID> pid;  ///< a number to reuse; by default the next one
+    std::optional<ProcessID> pid = {};  ///< a number to reuse; by default the next one
 };
 
 /// What a person or a program does sends the notices that a real system would send, in a later turn of the main loop.
@@ -56,7 +57,10 @@ public:
     void settle() { mainLoop_.settle(); }
 
     // --- Applications. References stay good for the desktop's life, also after the application has ended. ---
+    /// Starts it in the background and without windows.
     SimApp& launch(const std::string& name, const LaunchOptions& options = {});
+    /// How often the program under test asked to be ended.
+    int terminations() const { return terminations_; }
     /// The newest one with the process number; null for none that runs.
     SimApp* app(ProcessID pid);
     /// How often the window's position was written by the program under test.
@@ -64,6 +68,7 @@ public:
 
     // --- Displays and Spaces ---
     void plug(const DisplaySpec& display);
+    /// The system moves the display's windows to the first one that is left.
     void unplug(DisplayID display);
     /// Replaces all displays at once, as waking up does.
     void rearrange(const std::vector<DisplaySpec>& displays);
@@ -85,6 +90,7 @@ private:
     SimWindow* windowOf(ElementID id);
     std::optional<DisplayID> displayAt(Point<AXSpace> point) const;
     void addDisplaySpaces(DisplayID display);
+    void rescueWindows();
 
     FakeMainLoop mainLoop_;
     Journal journal_;
@@ -104,6 +110,7 @@ private:
     uint64_t lastInstance_ = 0;
     uint32_t lastNumber_ = 10;
     uint64_t lastSpace_ = 0;
+    int terminations_ = 0;
 };
 
 }  // namespace morvel::sim

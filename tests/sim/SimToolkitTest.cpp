@@ -75,6 +75,20 @@ TEST(SimToolkit, RoutesThePointerToWhatIsUnderIt) {
     EXPECT_EQ(clicks, 1) << "released elsewhere";
 }
 
+TEST(SimDesktop, ADisplayThatGoesHandsItsWindowsOver) {
+    Desktop desktop(sim::twoDisplays());
+    sim::SimWindow& window = desktop.launch("Editor").open({.x = 1700, .y = 200, .width = 300, .height = 200});
+    int changes = 0;
+    const auto changed = desktop.screens().observeChanges([&] { ++changes; });
+    desktop.unplug(DisplayID{2});
+    desktop.settle();
+    EXPECT_EQ(changes, 1);
+    EXPECT_EQ(window.frame(), (Rect<AXSpace>{0, 24, 300, 200})) << "below the menu bar, with its size";
+    EXPECT_EQ(desktop.windowServer().spacesOf(window.number()),
+              std::vector<SpaceID>{*desktop.currentSpace(DisplayID{1})});
+    EXPECT_EQ(desktop.windowServer().windowList(WindowListScope::OnScreen).size(), 1u);
+}
+
 TEST(SimToolkit, PopoversAndMenusComeAndGo) {
     Desktop desktop;
     Bar bar(desktop);

@@ -57,6 +57,7 @@ public:
     // --- Faults ---
     void failReading(std::string_view attribute, AXError error = AXError::NoValue);
     void healReading(std::string_view attribute);
+    bool asksBeforeClosing = false;  ///< pressing its close button opens a question that nobody answers
     /// What the application makes of a frame that is written from outside; by default it takes it.
     std::function<Rect<AXSpace>(const Rect<AXSpace>& current, const Rect<AXSpace>& wanted)> placement;
 

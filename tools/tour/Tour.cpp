@@ -210,8 +210,9 @@ void Tour::groupPopover() {
         album_.expect("a row for " + terminal(i), [&] { return bar_->popupItem(terminal(i)).has_value(); });
     album_.expect("the list above the bar", [&] {
         const auto popups = bar_->popups();
-        return !popups.empty() && world_.shoot().colorsIn(popups[0].box) > 4 &&
-               popups[0].box.bottom() <= bar_->panels().at(0).box.y + 1;
+        const auto lowest = bar_->popupItem(terminal(9));  // the arrow below it reaches for its button
+        return !popups.empty() && world_.shoot().colorsIn(popups[0].box) > 4 && lowest &&
+               lowest->frame.bottom() <= bar_->panels().at(0).box.y + 1;
     });
     album_.close("popover", "A click on the group lists its windows");
     clickPopupItem(terminal(4));

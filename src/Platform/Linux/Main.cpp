@@ -1,10 +1,6 @@
 // The bar on Linux/X11: puts the host together, hands it to the application, and turns the main loop until the end.
-#include <glib.h>
-
 #include <csignal>
-#include <cstdlib>
 #include <memory>
-#include <string>
 
 #include "App/AppDelegate.h"
 #include "Platform/Linux/System/StderrLog.h"
@@ -17,10 +13,6 @@ namespace {
 constexpr int kExitNoDisplay = 1;
 constexpr int kExitDisplayLost = 2;
 
-std::string defaultsPath() {
-    return std::string(g_get_user_config_dir()) + "/morvel/defaults.json";
-}
-
 int run() {
     StderrLog log;
     GLibMainLoop loop;
@@ -32,7 +24,7 @@ int run() {
         log.error("There is no X display to show the bar on.");
         return kExitNoDisplay;
     }
-    XSystem system(loop, log, *connection, defaultsPath());
+    XSystem system(loop, log, *connection, JsonDefaults::defaultPath());
     XToolkit toolkit(*connection, loop, system.screens());
     AppDelegate delegate({loop, log, system.accessibility(), system.windowServer(), system.workspace(),
                           system.screens(), system.defaults(), system.icons(), toolkit, [&loop] { loop.quit(); }});

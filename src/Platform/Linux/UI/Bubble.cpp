@@ -35,7 +35,13 @@ void Bubble::addPath(cairo_t* cr, double inset) const {
     cairo_close_path(cr);
 }
 
-void Bubble::paint(cairo_t* cr, const ui::RGBA& fill, const ui::RGBA& border) const {
+void Bubble::paint(cairo_t* cr, const ui::RGBA& fill, const ui::RGBA& border, bool isBlended) const {
+    if (!isBlended) {
+        for (const ui::RGBA& color : {fill, border}) {
+            cairo_set_source_rgba(cr, color.red, color.green, color.blue, color.alpha);
+            cairo_paint(cr);
+        }
+    }
     cairo_set_source_rgba(cr, fill.red, fill.green, fill.blue, fill.alpha);
     addPath(cr, 0);
     cairo_fill(cr);

@@ -26,8 +26,9 @@ struct Bubble {
     double radius = 0;
     std::optional<BubbleArrow> arrow = {};
 
-    /// Fills the outline and draws its hairline inside it.
-    void paint(cairo_t* cr, const ui::RGBA& fill, const ui::RGBA& border) const;
+    /// Fills the outline and draws its hairline inside it. Where the window is cut out by `coverage` instead of
+    /// blended, the pixels on the outline are the hairline's alone.
+    void paint(cairo_t* cr, const ui::RGBA& fill, const ui::RGBA& border, bool isBlended) const;
     /// From now on only what lies inside the body's hairline is painted.
     void clipToBody(cairo_t* cr) const;
     /// The pixels that the outline covers for the most part, as runs of rows: for windows that are cut out of their

@@ -1,7 +1,8 @@
 #include "Platform/Linux/UI/Compositing.h"
 
+#include <xcb/xfixes.h>
+
 #include <string>
-#include <utility>
 
 namespace morvel::x11 {
 
@@ -15,16 +16,9 @@ Compositing::Compositing(XConnection& connection) : connection_(connection) {
         connection_.get(), xcb_intern_atom(connection_.get(), 0, static_cast<uint16_t>(name.size()), name.data()),
         nullptr));
     if (!atom) return;
-    selection_ = atom->atom;
-    connection_.addRootEvents(XCB_EVENT_MASK_STRUCTURE_NOTIFY);
-    rootEvents_ = connection_.observeRoot([this](const xcb_generic_event_t& event) {
-        // A manager that takes over a selection says so on the root window.
-        if ((event.response_type & 0x7F) != XCB_CLIENT_MESSAGE) return;
-        const auto& message = reinterpret_cast<const xcb_client_message_event_t&>(event);
-        if (message.type == connection_.atoms().manager && message.data.data32[1] == selection_) askForOwner();
-    });
+    watchOwner(atom->atom);
     const XPtr<xcb_get_selection_owner_reply_t> owner(xcb_get_selection_owner_reply(
-        connection_.get(), xcb_get_selection_owner(connection_.get(), selection_), nullptr));
+        connection_.get(), xcb_get_selection_owner(connection_.get(), atom->atom), nullptr));
     if (owner) setOwner(owner->owner);
 }
 
@@ -46,25 +40,25 @@ void Compositing::findTranslucentVisual() {
     }
 }
 
-void Compositing::askForOwner() {
-    connection_.whenReplied<xcb_get_selection_owner_reply_t>(
-        xcb_get_selection_owner(connection_.get(), selection_).sequence,
-        [this](const xcb_get_selection_owner_reply_t* reply) {
-            if (reply) setOwner(reply->owner);
-        });
+void Compositing::watchOwner(xcb_atom_t selection) {
+    const xcb_query_extension_reply_t* fixes = xcb_get_extension_data(connection_.get(), &xcb_xfixes_id);
+    if (!fixes || !fixes->present) return;
+    // The extension serves only clients that have said which version they speak.
+    xcb_discard_reply(connection_.get(), xcb_xfixes_query_version(connection_.get(), 1, 0).sequence);
+    xcb_xfixes_select_selection_input(connection_.get(), connection_.root(), selection,
+                                      XCB_XFIXES_SELECTION_EVENT_MASK_SET_SELECTION_OWNER |
+                                          XCB_XFIXES_SELECTION_EVENT_MASK_SELECTION_WINDOW_DESTROY |
+                                          XCB_XFIXES_SELECTION_EVENT_MASK_SELECTION_CLIENT_CLOSE);
+    const uint8_t type = static_cast<uint8_t>(fixes->first_event + XCB_XFIXES_SELECTION_NOTIFY);
+    ownerChanges_ = connection_.observeEventType(type, [this, selection](const xcb_generic_event_t& event) {
+        const auto& notice = reinterpret_cast<const xcb_xfixes_selection_notify_event_t&>(event);
+        if (notice.selection == selection) setOwner(notice.owner);
+    });
 }
 
 void Compositing::setOwner(xcb_window_t owner) {
     const WindowFormat before = format();
     owner_ = owner;
-    ownerEvents_.reset();
-    if (owner) {
-        const uint32_t mask = XCB_EVENT_MASK_STRUCTURE_NOTIFY;
-        xcb_change_window_attributes(connection_.get(), owner, XCB_CW_EVENT_MASK, &mask);
-        ownerEvents_ = connection_.observeWindow(owner, [this](const xcb_generic_event_t& event) {
-            if ((event.response_type & 0x7F) == XCB_DESTROY_NOTIFY) askForOwner();
-        });
-    }
     if (format() != before) changed_.emit();
 }
 

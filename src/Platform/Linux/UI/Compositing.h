@@ -19,7 +19,8 @@ struct WindowFormat {
     bool operator==(const WindowFormat&) const = default;
 };
 
-/// Main thread only. Asks once when made and is told of changes afterwards.
+/// Main thread only. Asks the server once when made and is told of changes afterwards, by a server with the fixes
+/// extension: compositing managers do not all announce themselves.
 class Compositing {
 public:
     explicit Compositing(XConnection& connection);
@@ -37,17 +38,15 @@ public:
 
 private:
     void findTranslucentVisual();
-    void askForOwner();
+    void watchOwner(xcb_atom_t selection);
     void setOwner(xcb_window_t owner);
 
     XConnection& connection_;
     WindowFormat opaque_;
     WindowFormat translucent_;
-    xcb_atom_t selection_ = 0;
     xcb_window_t owner_ = 0;  // 0 while nobody composites
     Signal<> changed_;
-    Subscription rootEvents_;
-    Subscription ownerEvents_;
+    Subscription ownerChanges_;
 };
 
 }  // namespace morvel::x11

@@ -18,14 +18,10 @@ constexpr double kClickDistance = 4;
 constexpr uint16_t kPointerEvents =
     XCB_EVENT_MASK_BUTTON_PRESS | XCB_EVENT_MASK_BUTTON_RELEASE | XCB_EVENT_MASK_POINTER_MOTION;
 
-Rect<RootSpace> rectOf(const PixelRect& r) {
-    return {static_cast<double>(r.x), static_cast<double>(r.y), static_cast<double>(r.width),
-            static_cast<double>(r.height)};
-}
-
 }  // namespace
 
-MenuSession::MenuSession(ToolkitContext& context, ui::Toolkit& toolkit, ui::Menu menu, Point<RootSpace> at, Ended ended)
+MenuSession::MenuSession(ToolkitContext& context, ui::Toolkit& toolkit, ui::Menu menu, Point<RootSpace> at,
+                         const std::optional<Rect<RootSpace>>& bar, Ended ended)
     : context_(context),
       toolkit_(toolkit),
       menu_(std::move(menu)),
@@ -35,7 +31,7 @@ MenuSession::MenuSession(ToolkitContext& context, ui::Toolkit& toolkit, ui::Menu
       openedAt_(at),
       self_(std::make_shared<MenuSession*>(this)) {
     context_.setMenuOpen(true);
-    addLevel(menu_, [&](Size size) { return placeMenu(at, size, monitorAt(at, context_.monitors())); });
+    addLevel(menu_, [&](Size size) { return placeMenu(at, size, monitorAt(at, context_.monitors()), bar); });
     grab();
 }
 
@@ -126,7 +122,7 @@ void MenuSession::handle(const xcb_generic_event_t& event) {
 
 std::optional<MenuSession::Hit> MenuSession::hit(Point<RootSpace> location) const {
     for (size_t i = levels_.size(); i-- > 0;) {
-        const Rect<RootSpace> frame = rectOf(levels_[i].window->frame());
+        const Rect<RootSpace> frame = levels_[i].window->frameOnRoot();
         if (!frame.contains(location)) continue;
         return Hit{i, levels_[i].view->itemAt(location.y - frame.y - levels_[i].window->canvas().origin().y)};
     }

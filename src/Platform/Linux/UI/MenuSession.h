@@ -20,8 +20,9 @@ public:
     /// The session must not be destroyed inside the call.
     using Ended = std::function<void(std::function<void()> action)>;
 
-    /// Context and toolkit outlive the session.
-    MenuSession(ToolkitContext& context, ui::Toolkit& toolkit, ui::Menu menu, Point<RootSpace> at, Ended ended);
+    /// Context and toolkit outlive the session. `bar` is not covered if that can be helped.
+    MenuSession(ToolkitContext& context, ui::Toolkit& toolkit, ui::Menu menu, Point<RootSpace> at,
+                const std::optional<Rect<RootSpace>>& bar, Ended ended);
     ~MenuSession();
     MenuSession(const MenuSession&) = delete;
     MenuSession& operator=(const MenuSession&) = delete;

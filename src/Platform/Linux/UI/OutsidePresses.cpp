@@ -42,6 +42,11 @@ struct RawButtonEvent {
 
 }  // namespace
 
+OutsidePresses::OutsidePresses(ToolkitContext& context) : context_(context) {
+    // Answered long before the first popover asks, so that nobody waits then.
+    xcb_prefetch_extension_data(context_.connection().get(), &extension_);
+}
+
 Subscription OutsidePresses::observe(std::function<void()> pressed) {
     if (listeners_++ == 0) start();
     auto listener = std::make_shared<Subscription>(pressed_.subscribe(std::move(pressed)));

@@ -13,7 +13,7 @@ namespace morvel::x11 {
 class OutsidePresses {
 public:
     /// The context outlives it.
-    explicit OutsidePresses(ToolkitContext& context) : context_(context) {}
+    explicit OutsidePresses(ToolkitContext& context);
 
     /// Presses over this program's own windows, and those that an open menu takes, are left out, and so is the wheel.
     [[nodiscard]] Subscription observe(std::function<void()> pressed);

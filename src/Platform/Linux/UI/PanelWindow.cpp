@@ -1,8 +1,5 @@
 #include "Platform/Linux/UI/PanelWindow.h"
 
-#include <unistd.h>
-
-#include <array>
 #include <string_view>
 #include <utility>
 
@@ -12,10 +9,7 @@ namespace morvel::x11 {
 
 namespace {
 
-using namespace std::string_view_literals;
-
 constexpr std::string_view kName = "Morvel";
-constexpr std::string_view kInstanceAndClass = "morvel\0Morvel\0"sv;
 constexpr uint32_t kAllDesktops = 0xFFFFFFFF;
 // WM_HINTS with nothing but the input hint: false.
 const std::vector<uint32_t> kNeverFocused{1, 0, 0, 0, 0, 0, 0, 0, 0};
@@ -29,11 +23,6 @@ std::vector<uint32_t> normalHints() {
     return hints;
 }
 
-std::string hostName() {
-    std::array<char, 256> name{};
-    return gethostname(name.data(), name.size() - 1) == 0 ? name.data() : "localhost";
-}
-
 }  // namespace
 
 PanelWindow::PanelWindow(ToolkitContext& context, const ui::PanelOptions& options, ui::View& content)
@@ -43,7 +32,7 @@ PanelWindow::PanelWindow(ToolkitContext& context, const ui::PanelOptions& option
       window_(
           std::make_unique<ViewWindow>(context, content,
                                        ViewWindowOptions{.management = Management::Managed,
-                                                         .tooltipAvoids = TooltipAvoids::Window,
+                                                         .keepClearOf = KeepClearOf::Window,
                                                          .prepare = [this](XWindow& window) { describe(window); }})) {
     place();
     // Where the main display's height or place changes, so does what the frame means on the root window.
@@ -61,11 +50,8 @@ void PanelWindow::describe(XWindow& window) const {
     window.setCardinals(atoms.netWmState, XCB_ATOM_ATOM,
                         {atoms.stateAbove, atoms.stateSticky, atoms.stateSkipTaskbar, atoms.stateSkipPager});
     window.setCardinals(atoms.netWmDesktop, XCB_ATOM_CARDINAL, {kAllDesktops});
-    window.setCardinals(atoms.netWmPid, XCB_ATOM_CARDINAL, {static_cast<uint32_t>(getpid())});
     window.setCardinals(XCB_ATOM_WM_HINTS, XCB_ATOM_WM_HINTS, kNeverFocused);
     window.setCardinals(XCB_ATOM_WM_NORMAL_HINTS, XCB_ATOM_WM_SIZE_HINTS, normalHints());
-    window.setText(XCB_ATOM_WM_CLIENT_MACHINE, XCB_ATOM_STRING, hostName());
-    window.setText(XCB_ATOM_WM_CLASS, XCB_ATOM_STRING, kInstanceAndClass);
     window.setText(XCB_ATOM_WM_NAME, XCB_ATOM_STRING, kName);
     window.setText(atoms.netWmName, atoms.utf8String, kName);
 }

@@ -35,12 +35,12 @@ Rect<RootSpace> monitorAt(Point<RootSpace> point, const std::vector<Rect<RootSpa
     return nearest == monitors.end() ? Rect<RootSpace>{point.x, point.y, 0, 0} : *nearest;
 }
 
-Rect<RootSpace> placeMenu(Point<RootSpace> at, Size size, const Rect<RootSpace>& monitor) {
+Rect<RootSpace> placeMenu(Point<RootSpace> at, Size size, const Rect<RootSpace>& monitor,
+                          const std::optional<Rect<RootSpace>>& bar) {
     const double width = std::min(size.width, monitor.width), height = std::min(size.height, monitor.height);
-    const bool fitsRight = at.x + width <= monitor.maxX();
-    const bool fitsBelow = at.y + height <= monitor.maxY();
-    const double x = fitsRight ? at.x : at.x - width;
-    const double y = fitsBelow ? at.y : at.y - height;
+    const double x = at.x + width <= monitor.maxX() ? at.x : at.x - width;
+    double y = at.y + height <= monitor.maxY() ? at.y : at.y - height;
+    if (bar) y = bar->midY() > monitor.midY() ? bar->minY() - height : bar->maxY();
     return {keepWithin(x, monitor.minX(), monitor.maxX() - width),
             keepWithin(y, monitor.minY(), monitor.maxY() - height), width, height};
 }

@@ -1,6 +1,7 @@
 // Where menus, popovers and tooltips appear: decided from rectangles alone.
 #pragma once
 
+#include <optional>
 #include <vector>
 
 #include "Platform/Linux/Screens/RootGeometry.h"
@@ -11,9 +12,10 @@ namespace morvel::x11 {
 /// The monitor under the point, else the nearest one; nothing known: the point itself.
 Rect<RootSpace> monitorAt(Point<RootSpace> point, const std::vector<Rect<RootSpace>>& monitors);
 
-/// A menu at a point: below and to the right of it where that fits on the monitor, else above or to the left. The
-/// size is bounded to the monitor.
-Rect<RootSpace> placeMenu(Point<RootSpace> at, Size size, const Rect<RootSpace>& monitor);
+/// A menu at a point: below and to the right of it where that fits on the monitor, else above or to the left. A bar
+/// under the point is left free: the menu stands on it, or hangs from it. The size is bounded to the monitor.
+Rect<RootSpace> placeMenu(Point<RootSpace> at, Size size, const Rect<RootSpace>& monitor,
+                          const std::optional<Rect<RootSpace>>& bar);
 
 /// A submenu beside the item that opens it: on the right where that fits, else on the left, its first item level with
 /// the opening one (`firstItemTop` is how far it lies below the submenu's top), moved up as far as the monitor demands.

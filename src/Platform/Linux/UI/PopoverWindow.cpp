@@ -44,7 +44,9 @@ void PopoverWindow::show(ui::View& anchor, ui::Edge edge, Size size) {
 }
 
 void PopoverWindow::resize(Size size) {
-    if (window_) place(size);
+    if (!window_) return;
+    place(size);
+    window_->show();  // painted with the window's new size, not a frame later
 }
 
 void PopoverWindow::close() {

@@ -38,7 +38,7 @@ void TooltipWindow::show(const std::string& text, Point<RootSpace> pointer, cons
     cairo_t* cr = cairo_create(surface_.get());
     const bool isTranslucent = window_->format().isTranslucent;
     const Bubble bubble{{0, 0, frame.width, frame.height}, kRadius};
-    bubble.paint(cr, context_.palette().bubble(isTranslucent), context_.palette().bubbleBorder());
+    bubble.paint(cr, context_.palette().bubble(isTranslucent), context_.palette().bubbleBorder(), isTranslucent);
     if (!isTranslucent) window_->setShape(bubble.coverage(frame.width, frame.height));
     const ui::RGBA color = context_.palette().resolve(ui::kLabelColor);
     cairo_set_source_rgba(cr, color.red, color.green, color.blue, color.alpha);

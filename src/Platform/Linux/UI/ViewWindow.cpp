@@ -40,7 +40,7 @@ ViewWindow::ViewWindow(ToolkitContext& context, ui::View& root, ViewWindowOption
                        const bool isTranslucent = window_->format().isTranslucent;
                        const Palette& palette = context_.palette();
                        if (bubble_) {
-                           bubble_->paint(cr, palette.bubble(isTranslucent), palette.bubbleBorder());
+                           bubble_->paint(cr, palette.bubble(isTranslucent), palette.bubbleBorder(), isTranslucent);
                            return bubble_->clipToBody(cr);
                        }
                        if (isTranslucent) return;
@@ -114,6 +114,16 @@ void ViewWindow::retire() {
     window_->unmap();
 }
 
+Rect<RootSpace> ViewWindow::frameOnRoot() const {
+    return {static_cast<double>(frame_.x), static_cast<double>(frame_.y), static_cast<double>(frame_.width),
+            static_cast<double>(frame_.height)};
+}
+
+std::optional<Rect<RootSpace>> ViewWindow::keptFree() const {
+    if (options_.keepClearOf == KeepClearOf::Window) return frameOnRoot();
+    return std::nullopt;
+}
+
 Rect<RootSpace> ViewWindow::onRoot(const ui::View& view) const {
     const Rect<ViewSpace> rect = view.boundsInRoot();
     const Point<RootSpace> corner = onRoot(rect.origin());
@@ -149,7 +159,7 @@ void ViewWindow::handleInput(const xcb_generic_event_t& event) {
     if (type == XCB_KEY_PRESS) return;
     // The pointer events of the protocol are laid out alike.
     const auto& e = reinterpret_cast<const xcb_button_press_event_t&>(event);
-    pointer_ = {e.event_x - canvas_.origin().x, e.event_y - canvas_.origin().y};
+    pointer_ = inRootView(e);
     if (type == XCB_ENTER_NOTIFY || type == XCB_LEAVE_NOTIFY)
         return crossed(reinterpret_cast<const xcb_enter_notify_event_t&>(event));
     if (type == XCB_BUTTON_PRESS) return pressed(e);
@@ -158,6 +168,10 @@ void ViewWindow::handleInput(const xcb_generic_event_t& event) {
         return;
     }
     moved();
+}
+
+Point<ViewSpace> ViewWindow::inRootView(const xcb_button_press_event_t& event) const {
+    return {event.event_x - canvas_.origin().x, event.event_y - canvas_.origin().y};
 }
 
 void ViewWindow::moved() {
@@ -196,6 +210,8 @@ void ViewWindow::pressed(const xcb_button_press_event_t& event) {
         router_.buttonPressed({*button, pointer_});
     } else if (options_.wheelTurned && (event.detail == kWheelUp || event.detail == kWheelDown)) {
         options_.wheelTurned(event.detail == kWheelUp ? -1 : 1);
+        pointer_ = inRootView(event);
+        moved();  // against views that now lie elsewhere
     }
 }
 
@@ -217,10 +233,7 @@ void ViewWindow::showTooltip() {
     tooltipTimer_.reset();
     tooltipView_ = router_.tooltipView();
     if (!tooltipView_ || context_.isMenuOpen()) return;
-    const Rect<RootSpace> window{static_cast<double>(frame_.x), static_cast<double>(frame_.y),
-                                 static_cast<double>(frame_.width), static_cast<double>(frame_.height)};
-    context_.tooltip().show(tooltipView_->tooltip(), onRoot(pointer_),
-                            options_.tooltipAvoids == TooltipAvoids::Window ? window : onRoot(*tooltipView_));
+    context_.tooltip().show(tooltipView_->tooltip(), onRoot(pointer_), keptFree().value_or(onRoot(*tooltipView_)));
 }
 
 void ViewWindow::willDetach(ui::View& view) {

@@ -13,12 +13,12 @@
 
 namespace morvel::x11 {
 
-/// What tooltips of the window's views keep clear of.
-enum class TooltipAvoids { Window, View };
+/// What tooltips and menus of the window's views keep clear of.
+enum class KeepClearOf { Window, View };
 
 struct ViewWindowOptions {
     Management management = Management::Unmanaged;
-    TooltipAvoids tooltipAvoids = TooltipAvoids::View;
+    KeepClearOf keepClearOf = KeepClearOf::View;
     /// Sets what only this kind of window has, before it is shown; also when the server needs a new window for it.
     std::function<void(XWindow&)> prepare = {};
     /// Takes the window's input instead of its views; may be empty.
@@ -41,6 +41,9 @@ public:
     /// is painted below the views; else an opaque window has the window background below them.
     void setFrame(const PixelRect& frame, Point<ViewSpace> origin = {}, std::optional<Bubble> bubble = {});
     const PixelRect& frame() const { return frame_; }
+    Rect<RootSpace> frameOnRoot() const;
+    /// The window itself, when tooltips and menus are to leave it free.
+    std::optional<Rect<RootSpace>> keptFree() const;
     void show();
     void hide();
     void retire();
@@ -61,6 +64,7 @@ private:
     void crossed(const xcb_enter_notify_event_t& event);
     void pressed(const xcb_button_press_event_t& event);
     void pointerExited();
+    Point<ViewSpace> inRootView(const xcb_button_press_event_t& event) const;
     void moved();
     void restartTooltip();
     void cancelTooltip();

@@ -29,6 +29,7 @@ void XToolkit::popUpMenu(ui::Menu menu, ui::View& anchor, Point<ViewSpace> locat
     const ViewWindow* window = context_.windowShowing(anchor);
     if (!window || menu.empty()) return menuEnded({nullptr, std::move(closed), nullptr});
     menu_ = std::make_unique<MenuSession>(context_, *this, std::move(menu), window->onRoot(locationInRoot),
+                                          window->keptFree(),
                                           [this, closed = std::move(closed)](std::function<void()> action) {
                                               menuEnded({std::move(action), closed, std::move(menu_)});
                                           });

@@ -1,9 +1,11 @@
 #include "Platform/Linux/UI/XWindow.h"
 
+#include <unistd.h>
 #include <xcb/shape.h>
 
 #include <array>
 #include <cstring>
+#include <string>
 #include <utility>
 
 namespace morvel::x11 {
@@ -16,6 +18,13 @@ constexpr long kMaxPixelsPerRequest = 64 * 1024;
 constexpr uint32_t kEvents = XCB_EVENT_MASK_EXPOSURE | XCB_EVENT_MASK_STRUCTURE_NOTIFY | XCB_EVENT_MASK_BUTTON_PRESS |
                              XCB_EVENT_MASK_BUTTON_RELEASE | XCB_EVENT_MASK_POINTER_MOTION |
                              XCB_EVENT_MASK_ENTER_WINDOW | XCB_EVENT_MASK_LEAVE_WINDOW | XCB_EVENT_MASK_KEY_PRESS;
+
+constexpr std::string_view kInstanceAndClass("morvel\0Morvel\0", 14);
+
+std::string hostName() {
+    std::array<char, 256> name{};
+    return gethostname(name.data(), name.size() - 1) == 0 ? name.data() : "localhost";
+}
 
 uint16_t extent(int length) {
     return static_cast<uint16_t>(std::clamp(length, 1, 32767));
@@ -39,6 +48,10 @@ XWindow::XWindow(XConnection& connection, const WindowFormat& format, const Pixe
                       XCB_WINDOW_CLASS_INPUT_OUTPUT, format.visual, mask, values.data());
     xcb_create_gc(connection_.get(), gc_, id_, 0, nullptr);
     ownership_ = connection_.registerOwnWindow(id_);
+    // A process id means something only together with the machine it is on.
+    setText(XCB_ATOM_WM_CLASS, XCB_ATOM_STRING, kInstanceAndClass);
+    setText(XCB_ATOM_WM_CLIENT_MACHINE, XCB_ATOM_STRING, hostName());
+    setCardinals(connection_.atoms().netWmPid, XCB_ATOM_CARDINAL, {static_cast<uint32_t>(getpid())});
 }
 
 XWindow::~XWindow() {
