@@ -120,6 +120,7 @@ AXError AXObserverCreate(std::int32_t pid, AXObserverCallback callback, AXObserv
     AccessibilityWorld::Observer state{pid, callback, runtime().make("__CFRunLoopSource", RunLoopSource{}), {}};
     Id made = runtime().make("__AXObserver", std::move(state));
     accessibility().addObserver(made.raw());
+    if (accessibility().onObserverCreated) accessibility().onObserverCreated(made);
     *observer = reinterpret_cast<AXObserverRef>(made.giveUp());
     return kAXErrorSuccess;
 }

@@ -51,6 +51,7 @@ void AccessibilityWorld::refuseSubscription(std::int32_t pid, const std::string&
 }
 
 AXError AccessibilityWorld::errorFor(const ElementIdentity& element, const std::string& attribute) {
+    ++questions;
     if (!isTrusted) return kAXErrorAPIDisabled;
     if (const auto found = processErrors_.find(element.pid); found != processErrors_.end() && found->second) {
         return found->second;

@@ -48,6 +48,11 @@ public:
     void post(const Id& element, const std::string& notification);
     /// What was changed and done, in order: "set AXMinimized", "perform AXRaise", "time-out 0.5".
     std::vector<std::string> log;
+    /// How many calls asked another process something, answered or not.
+    int questions = 0;
+
+    /// Shows a test each observer that is made.
+    std::function<void(const Id& observer)> onObserverCreated;
 
     // For the C functions.
     struct Subscription {

@@ -2,6 +2,7 @@
 #include "Application.h"
 
 #include "Platform/Mac/objc/AutoreleasePool.h"
+#include "Platform/Mac/objc/Block.h"
 #include "Platform/Mac/objc/Send.h"
 #include "SystemObjects.h"
 
@@ -34,14 +35,13 @@ void installApplication(Runtime& runtime) {
                       [](Invocation& i) { tellDelegate(i.receiver(), "applicationDidFinishLaunching:"); });
     runtime.implement("NSApplication",
                       "terminate:", [](Invocation& i) { tellDelegate(i.receiver(), "applicationWillTerminate:"); });
-    runtime.implement("NSAppearance", "+appearanceNamed:", [](Invocation& i) {
-        i.answerObject(checked::runtime().shared("NSAppearance", "NSAppearance " + textOf(i.object(0))));
-    });
 }
 
 void installSystemObjects(Runtime& runtime) {
     installValues(runtime);
     installViews(runtime);
+    installEvents(runtime);
+    installAppearance(runtime);
     installNotifications(runtime);
     installWorkspace(runtime);
     installApplication(runtime);

@@ -19,6 +19,7 @@ enum TypeID : CFTypeID {
     kBoolean = 21,
     kNumber = 22,
     kUUID = 42,
+    kRunLoop = 54,
     kRunLoopSource = 55,
     kElement = 300,
     kObserver = 301,
@@ -30,9 +31,9 @@ TypeID typeOf(RawObject object) {
         return std::holds_alternative<bool>(*number) ? kBoolean : kNumber;
     }
     static const std::map<std::string, TypeID> kByClass = {
-        {"NSString", kString},       {"NSDictionary", kDictionary}, {"NSArray", kArray},
-        {"__CFUUID", kUUID},         {"__AXUIElement", kElement},   {"__CFRunLoopSource", kRunLoopSource},
-        {"__AXObserver", kObserver}, {"__AXValue", kAXValue},
+        {"NSString", kString},     {"NSDictionary", kDictionary}, {"NSArray", kArray},
+        {"__CFUUID", kUUID},       {"__AXUIElement", kElement},   {"__CFRunLoopSource", kRunLoopSource},
+        {"__CFRunLoop", kRunLoop}, {"__AXObserver", kObserver},   {"__AXValue", kAXValue},
     };
     const auto found = kByClass.find(classOf(object)->name);
     return found == kByClass.end() ? kUnknown : found->second;
@@ -109,6 +110,8 @@ extern const CFStringRef kAXTrustedCheckOptionPrompt = constantString("AXTrusted
 extern const CFStringRef kCGWindowNumber = constantString("kCGWindowNumber");
 extern const CFStringRef kCGWindowLayer = constantString("kCGWindowLayer");
 extern const CFStringRef kCGWindowBounds = constantString("kCGWindowBounds");
+extern const CFStringRef kCGWindowName = constantString("kCGWindowName");
+extern const CFStringRef kCGWindowOwnerName = constantString("kCGWindowOwnerName");
 extern const CFStringRef kCGWindowOwnerPID = constantString("kCGWindowOwnerPID");
 extern const CFArrayCallBacks kCFTypeArrayCallBacks{};
 extern const CFDictionaryKeyCallBacks kCFTypeDictionaryKeyCallBacks{};
@@ -194,6 +197,10 @@ Boolean CFNumberGetValue(CFNumberRef number, CFNumberType type, void* value) {
     if (type == kCFNumberSInt64Type) return store<std::int64_t>(*found, value);
     return store<double>(*found, value);
 }
+Boolean CFNumberIsFloatType(CFNumberRef number) {
+    const auto* const found = typed<Number>(number, kNumber, "CFNumberIsFloatType");
+    return found && std::holds_alternative<double>(*found);
+}
 Boolean CFBooleanGetValue(CFBooleanRef boolean) {
     const auto* const found = typed<Number>(boolean, kBoolean, "CFBooleanGetValue");
     return found && std::get<bool>(*found);
@@ -241,12 +248,17 @@ CFStringRef CFUUIDCreateString(CFAllocatorRef, CFUUIDRef uuid) {
 }
 
 CFRunLoopRef CFRunLoopGetMain() {
-    static char main;
-    return reinterpret_cast<CFRunLoopRef>(&main);
+    static const RawObject main = runtime().makeImmortal(runtime().make("__CFRunLoop", 0));
+    return reinterpret_cast<CFRunLoopRef>(main);
 }
-void CFRunLoopAddSource(CFRunLoopRef, CFRunLoopSourceRef source, CFStringRef) {
-    if (auto* const state = typed<RunLoopSource>(source, kRunLoopSource, "CFRunLoopAddSource"))
-        state->isScheduled = true;
+CFRunLoopRef CFRunLoopGetCurrent() {
+    return CFRunLoopGetMain();  // there is one thread
+}
+void CFRunLoopAddSource(CFRunLoopRef, CFRunLoopSourceRef source, CFStringRef mode) {
+    auto* const state = typed<RunLoopSource>(source, kRunLoopSource, "CFRunLoopAddSource");
+    if (!state) return;
+    state->isScheduled = true;
+    state->mode = textOf(objectOf(mode));
 }
 void CFRunLoopRemoveSource(CFRunLoopRef, CFRunLoopSourceRef source, CFStringRef) {
     if (auto* const state = typed<RunLoopSource>(source, kRunLoopSource, "CFRunLoopRemoveSource")) {

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstdint>
+#include <string>
 
 #include "Objects.h"
 #include "Platform/Mac/apple/CF.h"
@@ -17,6 +18,7 @@ struct ElementIdentity {
 
 struct RunLoopSource {
     bool isScheduled = false;
+    std::string mode = {};
 };
 
 RawObject objectOf(CFTypeRef reference);

@@ -1,6 +1,7 @@
 // Events and menu choices, by the messages AppKit sends for them.
 #include "Events.h"
 
+#include "Platform/Mac/apple/AppKit/NSApplication.h"
 #include "Platform/Mac/objc/AutoreleasePool.h"
 #include "Properties.h"
 
@@ -8,12 +9,52 @@ namespace morvel::mac::checked {
 
 namespace {
 
-bool contains(const CGRect& frame, CGPoint point) {
-    return point.x >= frame.origin.x && point.x < frame.origin.x + frame.size.width && point.y >= frame.origin.y &&
-           point.y < frame.origin.y + frame.size.height;
+struct Monitor {
+    Id token;
+    std::uint64_t mask;
+    Block<void(NSEvent)> seen;
+};
+using Monitors = std::vector<Monitor>;
+
+Monitors& monitors() {
+    const Id holder = runtime().shared("NSObject", "NSEvent monitors");
+    if (!payloadOf<Monitors>(holder.raw())) setPayload(holder.raw(), Monitors{});
+    return *payloadOf<Monitors>(holder.raw());
+}
+
+/// What +[NSApplication currentEvent] answers while `handling` runs.
+void whileCurrent(const Id& event, const std::function<void()>& handling) {
+    const Id application = NSApplication::shared();
+    setProperty(application.raw(), "currentEvent", event.raw());
+    handling();
+    setProperty(application.raw(), "currentEvent", RawObject());
 }
 
 }  // namespace
+
+void installEvents(Runtime& runtime) {
+    runtime.implement("NSEvent", "+addGlobalMonitorForEventsMatchingMask:handler:", [](Invocation& i) {
+        const Id token(objc::kAdopt, checked::runtime().allocate(checked::runtime().classNamed("NSObject")));
+        monitors().push_back(
+            {token, i.argument<std::uint64_t>(0), Block<void(NSEvent)>(i.argument<objc::RawBlock>(1))});
+        i.answerObject(token);
+    });
+    runtime.implement("NSEvent", "+removeMonitor:", [](Invocation& i) {
+        const Id token(i.object(0));
+        std::erase_if(monitors(), [&](const Monitor& monitor) { return monitor.token == token; });
+    });
+}
+
+void pressElsewhere(std::uint64_t type) {
+    const objc::AutoreleasePool pool;
+    for (const Monitor& monitor : Monitors(monitors())) {
+        if (monitor.mask >> type & 1) monitor.seen(NSEvent(mouseEvent(type, {})));
+    }
+}
+
+std::size_t monitorCount() {
+    return monitors().size();
+}
 
 Id mouseEvent(std::uint64_t type, CGPoint location, std::int64_t clickCount) {
     const Id event(objc::kAdopt, runtime().allocate(runtime().classNamed("NSEvent")));
@@ -23,20 +64,32 @@ Id mouseEvent(std::uint64_t type, CGPoint location, std::int64_t clickCount) {
     return event;
 }
 
-NSView viewAt(const NSView& view, CGPoint point) {
-    if (!view || send<bool>(view, "isHidden"_sel) || !contains(view.frame(), point)) return {};
-    const CGPoint inside{point.x - view.frame().origin.x, point.y - view.frame().origin.y};
-    const auto children = view.subviews().elements<NSView>();
-    for (auto child = children.rbegin(); child != children.rend(); ++child) {
-        if (NSView found = viewAt(*child, inside)) return found;
-    }
-    return view;
+NSView viewAt(const NSView& contentView, CGPoint point) {
+    return send<NSView>(contentView, "hitTest:"_sel, point);
 }
 
 void sendMouse(const NSView& contentView, const char* selector, const Id& event) {
     const objc::AutoreleasePool pool;
     const NSView target = viewAt(contentView, send<CGPoint>(event.raw(), "locationInWindow"_sel));
-    objc::sendRaw<void, Id>(target.raw(), objc::sel_registerName(selector), event);
+    whileCurrent(event, [&] { objc::sendRaw<void, Id>(target.raw(), objc::sel_registerName(selector), event); });
+}
+
+void click(const NSView& contentView, CGPoint location) {
+    const objc::AutoreleasePool pool;
+    const NSView target = viewAt(contentView, location);
+    const Id down = mouseEvent(NSEventTypeLeftMouseDown, location);
+    whileCurrent(down, [&] { objc::sendRaw<void, Id>(target.raw(), objc::sel_registerName("mouseDown:"), down); });
+    const Id up = mouseEvent(NSEventTypeLeftMouseUp, location);
+    whileCurrent(up, [&] { objc::sendRaw<void, Id>(target.raw(), objc::sel_registerName("mouseUp:"), up); });
+}
+
+void display(const NSView& view) {
+    const objc::AutoreleasePool pool;
+    if (property<bool>(view.raw(), "needsLayout")) {
+        setProperty(view.raw(), "needsLayout", false);
+        send(view, "layout"_sel);
+    }
+    for (const NSView& child : view.subviews().elements<NSView>()) display(child);
 }
 
 bool choose(const NSMenuItem& item) {
@@ -59,6 +112,8 @@ NSMenuItem itemTitled(const NSMenu& menu, const std::string& title) {
 }
 
 void whenMenuPopsUp(std::function<void(const NSMenu&)> user) {
+    runtime().script("NSMenu",
+                     "+popUpContextMenu:withEvent:forView:", [user](Invocation& i) { user(NSMenu(i.object(0))); });
     runtime().script("NSMenu", "popUpMenuPositioningItem:atLocation:inView:", [user = std::move(user)](Invocation& i) {
         user(NSMenu(i.receiver()));
         i.answer<bool>(true);

@@ -19,6 +19,15 @@ void sendMouse(const NSView& contentView, const char* selector, const Id& event)
 /// The deepest visible view at a point of the window; empty outside all.
 NSView viewAt(const NSView& contentView, CGPoint location);
 
+/// Presses and releases the left button over one point; both go to the view that took the press, as AppKit has it.
+void click(const NSView& contentView, CGPoint location);
+/// What precedes a display: views that asked for layout are laid out, from the root down.
+void display(const NSView& view);
+
+/// A press of this event type in another program's window, as global monitors see it.
+void pressElsewhere(std::uint64_t type);
+std::size_t monitorCount();
+
 /// Chooses a menu item: enabled items send their action to their target; returns whether there was someone to send to.
 bool choose(const NSMenuItem& item);
 /// The item of that title; empty when the menu has none.

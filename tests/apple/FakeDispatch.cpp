@@ -51,6 +51,8 @@ void FakeDispatch::release(const void* object) {
     if (!found) return;
     // The system's library crashes here.
     if (found->isSuspended) runtime().faults().add(FaultKind::BadCall, "a timer was released while suspended");
+    // A later timer may get the same address.
+    std::erase_if(work_, [&](const Work& work) { return work.source == object; });
     timers_.erase(object);
 }
 
@@ -108,6 +110,10 @@ void FakeDispatch::finish() {
 namespace morvel::mac {
 
 using checked::dispatch;
+
+std::uint64_t checkedUptime() {
+    return static_cast<std::uint64_t>(dispatch().now().count());
+}
 
 extern "C" {
 DispatchQueueTag _dispatch_main_q{true};

@@ -127,8 +127,30 @@ void installCollections(Runtime& runtime) {
         const auto* const entries = payload<Entries>(i);
         i.answer<std::uint64_t>(entries ? entries->size() : 0);
     });
+    runtime.implement("NSDictionary", "allKeys", [](Invocation& i) {
+        Elements keys;
+        if (const auto* const entries = payload<Entries>(i)) {
+            for (const auto& entry : *entries) keys.push_back(entry.first);
+        }
+        i.answerObject(makeArray(std::move(keys)));
+    });
     runtime.implement("NSDictionary",
                       "objectForKey:", [](Invocation& i) { i.answerObject(Id(valueAt(i.receiver(), i.object(0)))); });
+}
+
+void installData(Runtime& runtime) {
+    using Bytes = std::vector<unsigned char>;
+    runtime.implement("NSData", "+dataWithBytes:length:", [](Invocation& i) {
+        const auto* const first = static_cast<const unsigned char*>(i.argument<const void*>(0));
+        const auto length = i.argument<std::uint64_t>(1);
+        i.answerObject(checked::runtime().make("NSData", length ? Bytes(first, first + length) : Bytes()));
+    });
+    runtime.implement("NSData", "length", [](Invocation& i) {
+        i.answer<std::uint64_t>(payload<Bytes>(i) ? payload<Bytes>(i)->size() : 0);
+    });
+    runtime.implement("NSData", "bytes", [](Invocation& i) {
+        i.answer<const void*>(payload<Bytes>(i) ? payload<Bytes>(i)->data() : nullptr);
+    });
 }
 
 void installURLs(Runtime& runtime) {
@@ -179,6 +201,7 @@ void installValues(Runtime& runtime) {
     installStrings(runtime);
     installNumbers(runtime);
     installCollections(runtime);
+    installData(runtime);
     installURLs(runtime);
     installDefaults(runtime);
 }

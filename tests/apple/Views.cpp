@@ -1,4 +1,7 @@
 // Views, windows and menus: the tree, its coordinates, and the moments at which AppKit calls overrides.
+#include <algorithm>
+
+#include "Platform/Mac/apple/AppKit/NSView.h"
 #include "Platform/Mac/apple/CGGeometry.h"
 #include "Platform/Mac/objc/Send.h"
 #include "Properties.h"
@@ -34,30 +37,78 @@ void detach(RawObject view) {
     if (property<RawObject>(view, "window")) setWindow(view, nullptr);
 }
 
-void attach(RawObject parent, RawObject child, bool atBottom) {
+/// Behind `sibling`; in front of all when that is nil.
+void attach(RawObject parent, RawObject child, RawObject sibling) {
     const Id alive(child);
     detach(child);
     Elements& siblings = list(parent, "subviews");
-    siblings.insert(atBottom ? siblings.begin() : siblings.end(), Id(child));
+    siblings.insert(std::find(siblings.begin(), siblings.end(), Id(sibling)), alive);
     setProperty(child, "superview", parent);
     if (const RawObject window = property<RawObject>(parent, "window")) setWindow(child, window);
 }
 
-/// The offset of a view's coordinates in its window's, or nothing to add for the window itself.
-CGPoint originInWindow(RawObject view) {
-    CGPoint origin;
-    for (; view; view = property<RawObject>(view, "superview")) {
-        const CGPoint own = property<CGRect>(view, "frame").origin;
-        origin = {origin.x + own.x, origin.y + own.y};
+bool isFlipped(RawObject view) {
+    return view && objc::send<bool>(view, "isFlipped"_sel);
+}
+
+/// A point of the view's coordinates in its superview's, or in its window's when it has none.
+CGPoint toSuperview(RawObject view, CGPoint point) {
+    const auto frame = property<CGRect>(view, "frame");
+    const bool isTurned = isFlipped(view) != isFlipped(property<RawObject>(view, "superview"));
+    return {point.x + frame.origin.x, frame.origin.y + (isTurned ? frame.size.height - point.y : point.y)};
+}
+
+CGPoint fromSuperview(RawObject view, CGPoint point) {
+    const auto frame = property<CGRect>(view, "frame");
+    const bool isTurned = isFlipped(view) != isFlipped(property<RawObject>(view, "superview"));
+    const double y = point.y - frame.origin.y;
+    return {point.x - frame.origin.x, isTurned ? frame.size.height - y : y};
+}
+
+CGPoint toWindow(RawObject view, CGPoint point) {
+    for (; view; view = property<RawObject>(view, "superview")) point = toSuperview(view, point);
+    return point;
+}
+
+CGPoint fromWindow(RawObject view, CGPoint point) {
+    if (!view) return point;
+    return fromSuperview(view, fromWindow(property<RawObject>(view, "superview"), point));
+}
+
+/// As NSView's own hitTest: the deepest visible view under a point of the superview's coordinates.
+NSView hitTest(RawObject view, CGPoint inSuperview) {
+    const auto size = property<CGRect>(view, "frame").size;
+    const CGPoint point = fromSuperview(view, inSuperview);
+    const bool isInside = point.x >= 0 && point.x < size.width && point.y >= 0 && point.y < size.height;
+    if (property<bool>(view, "hidden") || !isInside) return {};
+    const Elements children = list(view, "subviews");
+    for (auto child = children.rbegin(); child != children.rend(); ++child) {
+        if (const auto found = objc::send<NSView>(*child, "hitTest:"_sel, point)) return found;
     }
-    return origin;
+    return NSView(view);
 }
 
 void installViewTree(Runtime& runtime) {
-    runtime.implement("NSView", "addSubview:", [](Invocation& i) { attach(i.receiver(), i.object(0), false); });
+    runtime.implement("NSView", "addSubview:", [](Invocation& i) { attach(i.receiver(), i.object(0), nullptr); });
     runtime.implement("NSView", "addSubview:positioned:relativeTo:", [](Invocation& i) {
-        constexpr std::int64_t kBelow = -1;
-        attach(i.receiver(), i.object(0), i.argument<std::int64_t>(1) == kBelow);
+        Elements& siblings = list(i.receiver(), "subviews");
+        auto at = std::find(siblings.begin(), siblings.end(), Id(i.object(2)));
+        const bool isBelow = i.argument<std::int64_t>(1) == NSWindowBelow;
+        if (at == siblings.end())
+            at = isBelow ? siblings.begin() : siblings.end();
+        else if (!isBelow)
+            ++at;
+        attach(i.receiver(), i.object(0), at == siblings.end() ? nullptr : at->raw());
+    });
+    runtime.implement("NSView", "setSubviews:", [](Invocation& i) {
+        const Elements wanted = *payloadOf<Elements>(i.object(0));
+        for (const Id& old : Elements(list(i.receiver(), "subviews"))) {
+            if (std::find(wanted.begin(), wanted.end(), old) == wanted.end()) detach(old.raw());
+        }
+        for (const Id& view : wanted) {
+            if (property<RawObject>(view.raw(), "superview") != i.receiver()) attach(i.receiver(), view.raw(), nullptr);
+        }
+        list(i.receiver(), "subviews") = wanted;
     });
     runtime.implement("NSView", "removeFromSuperview", [](Invocation& i) { detach(i.receiver()); });
     runtime.implement("NSView", "subviews",
@@ -82,11 +133,11 @@ void installViewGeometry(Runtime& runtime) {
         setProperty(i.receiver(), "frame", frame);
     });
     runtime.implement("NSView", "convertPoint:fromView:", [](Invocation& i) {
-        const CGPoint point = i.argument<CGPoint>(0);
-        const CGPoint from = originInWindow(i.object(1));
-        const CGPoint to = originInWindow(i.receiver());
-        i.answer<CGPoint>({point.x + from.x - to.x, point.y + from.y - to.y});
+        i.answer<CGPoint>(fromWindow(i.receiver(), toWindow(i.object(1), i.argument<CGPoint>(0))));
     });
+    runtime.implement("NSView",
+                      "hitTest:", [](Invocation& i) { i.answerObject(hitTest(i.receiver(), i.argument<CGPoint>(0))); });
+    runtime.implement("NSTextField", "isFlipped", [](Invocation& i) { i.answer<bool>(true); });
     runtime.implement("NSView", "layer", [](Invocation& i) {
         const RawObject self = i.receiver();
         if (!property<bool>(self, "wantsLayer")) return;
@@ -112,6 +163,16 @@ void installViewGeometry(Runtime& runtime) {
     });
 }
 
+/// Content that may be resized fills its window.
+void fitContent(RawObject window) {
+    const RawObject content = property<RawObject>(window, "contentView");
+    const bool isResizable =
+        property<std::uint64_t>(content, "autoresizingMask") == (NSViewWidthSizable | NSViewHeightSizable);
+    if (!isResizable) return;
+    objc::send(content, "setFrame:"_sel, CGRect{{}, property<CGRect>(window, "frame").size});
+    objc::send(content, "updateTrackingAreas"_sel);
+}
+
 void showWindow(Invocation& i) {
     setProperty(i.receiver(), "visible", true);
 }
@@ -128,11 +189,14 @@ void installWindows(Runtime& runtime) {
     });
     runtime.implement("NSWindow", "setFrame:display:", [](Invocation& i) {
         setProperty(i.receiver(), "frame", i.argument<CGRect>(0));
+        fitContent(i.receiver());
     });
     runtime.implement("NSWindow", "setContentView:", [](Invocation& i) {
         if (const RawObject old = property<RawObject>(i.receiver(), "contentView")) setWindow(old, nullptr);
         setProperty(i.receiver(), "contentView", i.object(0));
-        if (i.object(0)) setWindow(i.object(0), i.receiver());
+        if (!i.object(0)) return;
+        setWindow(i.object(0), i.receiver());
+        fitContent(i.receiver());
     });
     for (const char* show : {"orderFrontRegardless", "makeKeyAndOrderFront:", "orderFront:"}) {
         runtime.implement("NSWindow", show, showWindow);
@@ -154,10 +218,50 @@ void installMenus(Runtime& runtime) {
     runtime.implement("NSStatusItem", "button", [](Invocation& i) {
         i.answerObject(checked::runtime().shared("NSStatusBarButton", "NSStatusItem button"));
     });
-    runtime.implement("NSPopover", "showRelativeToRect:ofView:preferredEdge:", [](Invocation& i) {
-        setProperty(i.receiver(), "shown", true);
+}
+
+RawObject popoverContent(RawObject popover) {
+    return property<RawObject>(property<RawObject>(popover, "contentViewController"), "view");
+}
+
+void showPopover(Invocation& i) {
+    const RawObject self = i.receiver();
+    const RawObject anchor = i.object(1);
+    if (!property<RawObject>(anchor, "window")) {
+        runtime().faults().add(FaultKind::BadCall, "a popover is shown beside a view that is in no window");
+        return;
+    }
+    setProperty(self, "positioningView", anchor);
+    setProperty(self, "preferredEdge", i.argument<std::uint64_t>(2));
+    if (property<bool>(self, "shown")) return;
+    setProperty(self, "shown", true);
+    const Id window = runtime().make("NSWindow", 0);
+    setProperty(self, "ownWindow", window.raw());
+    objc::send(popoverContent(self), "setFrame:"_sel, CGRect{{}, property<CGSize>(self, "contentSize")});
+    setWindow(popoverContent(self), window.raw());
+}
+
+void closePopover(Invocation& i) {
+    const RawObject self = i.receiver();
+    if (!property<bool>(self, "shown")) return;
+    setProperty(self, "shown", false);
+    setWindow(popoverContent(self), nullptr);
+    setProperty(self, "ownWindow", RawObject());
+    setProperty(self, "positioningView", RawObject());
+    const Id delegate(property<RawObject>(self, "delegate"));
+    if (!runtime().responds(delegate.raw(), "popoverDidClose:")) return;
+    const Id notification(objc::kAdopt, runtime().allocate(runtime().classNamed("NSNotification")));
+    objc::sendRaw<void, Id>(delegate.raw(), runtime().selectorNamed("popoverDidClose:"), notification);
+}
+
+void installPopovers(Runtime& runtime) {
+    runtime.implement("NSPopover", "showRelativeToRect:ofView:preferredEdge:", showPopover);
+    runtime.implement("NSPopover", "close", closePopover);
+    runtime.implement("NSPopover", "setContentSize:", [](Invocation& i) {
+        setProperty(i.receiver(), "contentSize", i.argument<CGSize>(0));
+        if (!property<bool>(i.receiver(), "shown")) return;
+        objc::send(popoverContent(i.receiver()), "setFrame:"_sel, CGRect{{}, i.argument<CGSize>(0)});
     });
-    runtime.implement("NSPopover", "close", [](Invocation& i) { setProperty(i.receiver(), "shown", false); });
 }
 
 }  // namespace
@@ -167,6 +271,7 @@ void installViews(Runtime& runtime) {
     installViewGeometry(runtime);
     installWindows(runtime);
     installMenus(runtime);
+    installPopovers(runtime);
 }
 
 }  // namespace morvel::mac::checked

@@ -3,6 +3,7 @@
 
 #include "AccessibilityWorld.h"
 #include "CoreFoundation.h"
+#include "Platform/Mac/apple/CFRef.h"
 #include "Platform/Mac/apple/CoreGraphics.h"
 
 namespace morvel::mac::checked {
@@ -72,6 +73,13 @@ AXError getWindow(AXUIElementRef element, std::uint32_t* number) {
     return *number ? kAXErrorSuccess : kAXErrorFailure;
 }
 
+Id makeBounds(const CGRect& bounds) {
+    return makeDictionary({{makeString("X"), makeNumber(bounds.origin.x)},
+                           {makeString("Y"), makeNumber(bounds.origin.y)},
+                           {makeString("Width"), makeNumber(bounds.size.width)},
+                           {makeString("Height"), makeNumber(bounds.size.height)}});
+}
+
 template <typename F>
 void* address(F* function) {
     return reinterpret_cast<void*>(function);
@@ -133,15 +141,29 @@ CGWindowLevel CGWindowLevelForKey(CGWindowLevelKey key) {
     constexpr CGWindowLevel kStatusWindowLevel = 25;
     return key == kCGStatusWindowLevelKey ? kStatusWindowLevel : 0;
 }
+bool CGRectMakeWithDictionaryRepresentation(CFDictionaryRef dictionary, CGRect* rectangle) {
+    const auto length = [&](const char* key, double& value) {
+        const auto read = doubleFrom(valueIn(dictionary, cfString(key).get()));
+        if (read) value = *read;
+        return read.has_value();
+    };
+    return length("X", rectangle->origin.x) && length("Y", rectangle->origin.y) &&
+           length("Width", rectangle->size.width) && length("Height", rectangle->size.height);
+}
 CFArrayRef CGWindowListCopyWindowInfo(CGWindowListOption options, CGWindowID relativeTo) {
     const auto key = [](CFStringRef name) { return Id(objectOf(name)); };
+    windowServer().lastListOptions = options;
     Elements found;
     for (const auto& window : windowServer().windows) {
         if ((options & kCGWindowListOptionIncludingWindow) && window.number != relativeTo) continue;
         found.push_back(makeDictionary({{key(kCGWindowNumber), makeNumber(std::int64_t{window.number})},
                                         {key(kCGWindowLayer), makeNumber(std::int64_t{window.layer})},
-                                        {key(kCGWindowOwnerPID), makeNumber(std::int64_t{window.pid})}}));
+                                        {key(kCGWindowOwnerPID), makeNumber(std::int64_t{window.pid})},
+                                        {key(kCGWindowBounds), makeBounds(window.bounds)},
+                                        {key(kCGWindowOwnerName), makeString(window.ownerName)},
+                                        {key(kCGWindowName), makeString(window.name)}}));
     }
+    if (windowServer().listedBesides) found.push_back(windowServer().listedBesides);
     return static_cast<CFArrayRef>(handOver(makeArray(std::move(found))));
 }
 }

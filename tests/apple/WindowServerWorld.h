@@ -22,10 +22,14 @@ public:
         std::int32_t layer = 0;
         std::int32_t pid = 0;
         CGRect bounds;
+        std::string ownerName = {};
+        std::string name = {};
     };
     using SpaceCallback = void (*)(std::uint32_t event, void* data, std::size_t length, void* context);
 
     std::vector<Window> windows;  // front to back
+    std::uint32_t lastListOptions = 0;
+    Id listedBesides;  // one more entry of the list, which may be anything
     std::uint32_t mainDisplay = 1;
     std::map<std::uint32_t, std::string> displayUUIDs = {{1, "00000000-0000-0000-0000-000000000001"}};
 

@@ -37,6 +37,9 @@ NSRunningApplication WorkspaceWorld::launch(const Application& application) {
     if (!application.bundleIdentifier.empty()) {
         setProperty(made.raw(), "bundleIdentifier", makeString(application.bundleIdentifier).raw());
     }
+    if (application.launched != 0) {
+        setProperty(made.raw(), "launchDate", NSDate::since1970(application.launched).raw());
+    }
     runningApplications.push_back(made);
     postAboutApplication(NSWorkspaceDidLaunchApplicationNotification, made);
     return NSRunningApplication(made);

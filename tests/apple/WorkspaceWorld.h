@@ -21,6 +21,7 @@ public:
         std::string bundleIdentifier;  // empty: it has none
         std::string name;
         NSInteger activationPolicy = 0;  // regular
+        double launched = 0;             // seconds since 1970; zero: it was not launched as an application
     };
     NSRunningApplication launch(const Application& application);
     /// It is gone from the list before the notice comes. Without the notice: as a process that dies silently.
@@ -32,8 +33,8 @@ public:
     struct Screen {
         std::uint32_t display = 1;
         std::string name;
-        CGRect frame;
-        CGRect visibleFrame;
+        CGRect frame = {};
+        CGRect visibleFrame = {};
     };
     /// All screens, the first one with the menu bar.
     void setScreens(const std::vector<Screen>& screens);

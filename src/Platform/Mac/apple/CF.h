@@ -71,6 +71,7 @@ Boolean CFStringGetCString(CFStringRef string, char* buffer, CFIndex size, CFStr
 CFTypeID CFNumberGetTypeID();
 CFNumberRef CFNumberCreate(CFAllocatorRef allocator, CFNumberType type, const void* value);
 Boolean CFNumberGetValue(CFNumberRef number, CFNumberType type, void* value);
+Boolean CFNumberIsFloatType(CFNumberRef number);
 CFTypeID CFBooleanGetTypeID();
 Boolean CFBooleanGetValue(CFBooleanRef boolean);
 
@@ -88,6 +89,7 @@ const void* CFDictionaryGetValue(CFDictionaryRef dictionary, const void* key);
 
 CFStringRef CFUUIDCreateString(CFAllocatorRef allocator, CFUUIDRef uuid);
 
+CFRunLoopRef CFRunLoopGetCurrent();
 CFRunLoopRef CFRunLoopGetMain();
 void CFRunLoopAddSource(CFRunLoopRef loop, CFRunLoopSourceRef source, CFStringRef mode);
 void CFRunLoopRemoveSource(CFRunLoopRef loop, CFRunLoopSourceRef source, CFStringRef mode);

@@ -27,10 +27,13 @@ CGDirectDisplayID CGMainDisplayID();
 CFUUIDRef CGDisplayCreateUUIDFromDisplayID(CGDirectDisplayID display);
 CGWindowLevel CGWindowLevelForKey(CGWindowLevelKey key);
 CFArrayRef CGWindowListCopyWindowInfo(CGWindowListOption options, CGWindowID relativeTo);
+bool CGRectMakeWithDictionaryRepresentation(CFDictionaryRef dictionary, CGRect* rectangle);
 
 extern const CFStringRef kCGWindowNumber;
 extern const CFStringRef kCGWindowLayer;
 extern const CFStringRef kCGWindowBounds;
+extern const CFStringRef kCGWindowName;
+extern const CFStringRef kCGWindowOwnerName;
 extern const CFStringRef kCGWindowOwnerPID;
 }
 

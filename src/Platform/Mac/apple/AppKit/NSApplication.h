@@ -1,7 +1,8 @@
 // The application object, its appearance, and how it presents itself.
 #pragma once
 
-#include "Platform/Mac/apple/Foundation/NSString.h"
+#include "Platform/Mac/apple/AppKit/NSAppearance.h"
+#include "Platform/Mac/apple/AppKit/NSEvent.h"
 
 namespace morvel::mac {
 
@@ -9,22 +10,6 @@ using NSApplicationActivationPolicy = NSInteger;
 inline constexpr NSApplicationActivationPolicy NSApplicationActivationPolicyRegular = 0;
 inline constexpr NSApplicationActivationPolicy NSApplicationActivationPolicyAccessory = 1;
 inline constexpr NSApplicationActivationPolicy NSApplicationActivationPolicyProhibited = 2;
-
-extern "C" {
-extern const objc::RawObject NSAppearanceNameAqua;
-extern const objc::RawObject NSAppearanceNameDarkAqua;
-}
-
-class NSAppearance : public NSObject {
-public:
-    static constexpr const char* kClass = "NSAppearance";
-    using NSObject::NSObject;
-
-    static NSAppearance named(const NSString& name) {
-        return send<NSAppearance>(ClassOf<NSAppearance>{}, "appearanceNamed:"_sel, name);
-    }
-    NSString name() const { return send<NSString>(*this, "name"_sel); }
-};
 
 class NSApplication : public NSObject {
 public:
@@ -41,6 +26,8 @@ public:
     void setAppearance(const NSAppearance& appearance) const { send(*this, "setAppearance:"_sel, appearance); }
     NSAppearance effectiveAppearance() const { return send<NSAppearance>(*this, "effectiveAppearance"_sel); }
     void activateIgnoringOtherApps(bool ignoring) const { send(*this, "activateIgnoringOtherApps:"_sel, ignoring); }
+    /// Empty outside the handling of an event.
+    NSEvent currentEvent() const { return send<NSEvent>(*this, "currentEvent"_sel); }
     void run() const { send(*this, "run"_sel); }
     void terminate(const Id& sender = nullptr) const { send(*this, "terminate:"_sel, sender); }
 };

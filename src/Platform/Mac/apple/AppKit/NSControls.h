@@ -6,6 +6,13 @@
 namespace morvel::mac {
 
 inline constexpr NSUInteger NSLineBreakByTruncatingTail = 4;
+inline constexpr NSInteger NSTextAlignmentNatural = 4;
+#if defined(__APPLE__) && defined(__x86_64__)
+inline constexpr NSInteger NSTextAlignmentCenter = 2;
+#else
+inline constexpr NSInteger NSTextAlignmentCenter = 1;
+#endif
+inline constexpr NSUInteger NSImageScaleProportionallyUpOrDown = 3;
 inline constexpr NSUInteger NSBezelStylePush = 1;
 inline constexpr NSUInteger NSImageOnly = 1;
 inline constexpr NSInteger NSVisualEffectMaterialPopover = 6;
@@ -22,6 +29,7 @@ public:
     static NSTextField label(const NSString& text) {
         return send<NSTextField>(ClassOf<NSTextField>{}, "labelWithString:"_sel, text);
     }
+    /// Several lines, as many as the text needs in its width.
     static NSTextField wrappingLabel(const NSString& text) {
         return send<NSTextField>(ClassOf<NSTextField>{}, "wrappingLabelWithString:"_sel, text);
     }
@@ -30,7 +38,19 @@ public:
     void setFont(const NSFont& font) const { send(*this, "setFont:"_sel, font); }
     void setTextColor(const NSColor& color) const { send(*this, "setTextColor:"_sel, color); }
     void setLineBreakMode(NSUInteger mode) const { send(*this, "setLineBreakMode:"_sel, mode); }
+    void setAlignment(NSInteger alignment) const { send(*this, "setAlignment:"_sel, alignment); }
     CGSize intrinsicContentSize() const { return send<CGSize>(*this, "intrinsicContentSize"_sel); }
+};
+
+class NSImageSymbolConfiguration : public NSObject {
+public:
+    static constexpr const char* kClass = "NSImageSymbolConfiguration";
+    using NSObject::NSObject;
+
+    static NSImageSymbolConfiguration from(double pointSize, double fontWeight) {
+        return send<NSImageSymbolConfiguration>(ClassOf<NSImageSymbolConfiguration>{},
+                                                "configurationWithPointSize:weight:"_sel, pointSize, fontWeight);
+    }
 };
 
 class NSImage : public NSObject {
@@ -38,6 +58,8 @@ public:
     static constexpr const char* kClass = "NSImage";
     using NSObject::NSObject;
 
+    /// Transparent until drawn into.
+    static NSImage empty(CGSize size) { return create<NSImage>("initWithSize:"_sel, size); }
     /// Empty when this system has no such symbol.
     static NSImage symbol(const NSString& name) {
         return send<NSImage>(ClassOf<NSImage>{}, "imageWithSystemSymbolName:accessibilityDescription:"_sel, name,
@@ -45,6 +67,17 @@ public:
     }
     CGSize size() const { return send<CGSize>(*this, "size"_sel); }
     void setSize(CGSize size) const { send(*this, "setSize:"_sel, size); }
+    NSImage withConfiguration(const NSImageSymbolConfiguration& configuration) const {
+        return send<NSImage>(*this, "imageWithSymbolConfiguration:"_sel, configuration);
+    }
+    /// A template is a mask that takes the tint of where it is shown.
+    bool isTemplate() const { return send<bool>(*this, "isTemplate"_sel); }
+    void setTemplate(bool isTemplate) const { send(*this, "setTemplate:"_sel, isTemplate); }
+    /// Between these two, drawing goes into this image.
+    void lockFocusFlipped(bool flipped) const { send(*this, "lockFocusFlipped:"_sel, flipped); }
+    void unlockFocus() const { send(*this, "unlockFocus"_sel); }
+    /// Draws the whole image, upright in flipped coordinates too.
+    void drawIn(CGRect rectangle) const { send(*this, "drawInRect:"_sel, rectangle); }
 };
 
 class NSButton : public NSView {
@@ -67,7 +100,9 @@ public:
     static constexpr const char* kClass = "NSImageView";
     using NSView::NSView;
 
+    static NSImageView make(CGRect frame) { return create<NSImageView>("initWithFrame:"_sel, frame); }
     void setImage(const NSImage& image) const { send(*this, "setImage:"_sel, image); }
+    void setImageScaling(NSUInteger scaling) const { send(*this, "setImageScaling:"_sel, scaling); }
     void setContentTintColor(const NSColor& color) const { send(*this, "setContentTintColor:"_sel, color); }
 };
 
@@ -76,6 +111,7 @@ public:
     static constexpr const char* kClass = "NSVisualEffectView";
     using NSView::NSView;
 
+    static NSVisualEffectView make(CGRect frame) { return create<NSVisualEffectView>("initWithFrame:"_sel, frame); }
     void setMaterial(NSInteger material) const { send(*this, "setMaterial:"_sel, material); }
     void setBlendingMode(NSInteger mode) const { send(*this, "setBlendingMode:"_sel, mode); }
     void setState(NSInteger state) const { send(*this, "setState:"_sel, state); }

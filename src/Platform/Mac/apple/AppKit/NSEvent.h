@@ -1,8 +1,11 @@
 // Events as views receive them. Locations are in the window's coordinates, y upwards.
 #pragma once
 
+#include <functional>
+
 #include "Platform/Mac/apple/CGGeometry.h"
 #include "Platform/Mac/apple/Object.h"
+#include "Util/Subscription.h"
 
 namespace morvel::mac {
 
@@ -10,6 +13,11 @@ inline constexpr NSUInteger NSEventTypeLeftMouseDown = 1;
 inline constexpr NSUInteger NSEventTypeLeftMouseUp = 2;
 inline constexpr NSUInteger NSEventTypeRightMouseDown = 3;
 inline constexpr NSUInteger NSEventTypeLeftMouseDragged = 6;
+inline constexpr NSUInteger NSEventTypeOtherMouseDown = 25;
+inline constexpr NSUInteger NSEventMaskLeftMouseDown = 0x2;
+inline constexpr NSUInteger NSEventMaskRightMouseDown = 0x8;
+inline constexpr NSUInteger NSEventMaskOtherMouseDown = 0x2000000;
+inline constexpr NSUInteger NSEventModifierFlagControl = 0x40000;
 
 class NSEvent : public NSObject {
 public:
@@ -22,6 +30,13 @@ public:
     CGPoint locationInWindow() const { return send<CGPoint>(*this, "locationInWindow"_sel); }
     NSUInteger modifierFlags() const { return send<NSUInteger>(*this, "modifierFlags"_sel); }
     NSInteger clickCount() const { return send<NSInteger>(*this, "clickCount"_sel); }
+    /// Calls `seen` on the main thread for events of other programs, until the token dies. They get them all the same.
+    [[nodiscard]] static Subscription monitorGlobally(NSUInteger mask, std::function<void(NSEvent)> seen) {
+        const Id monitor = send<Id>(ClassOf<NSEvent>{}, "addGlobalMonitorForEventsMatchingMask:handler:"_sel, mask,
+                                    Block<void(NSEvent)>(std::move(seen)));
+        if (!monitor) return {};
+        return Subscription([monitor] { send(ClassOf<NSEvent>{}, "removeMonitor:"_sel, monitor); });
+    }
     NSInteger buttonNumber() const { return send<NSInteger>(*this, "buttonNumber"_sel); }
 };
 

@@ -1,6 +1,7 @@
 // Menus, their items, and popovers.
 #pragma once
 
+#include "Platform/Mac/apple/AppKit/NSEvent.h"
 #include "Platform/Mac/apple/AppKit/NSView.h"
 
 namespace morvel::mac {
@@ -34,6 +35,10 @@ public:
     void addItem(const NSMenuItem& item) const { send(*this, "addItem:"_sel, item); }
     void setAutoenablesItems(bool automatic) const { send(*this, "setAutoenablesItems:"_sel, automatic); }
     NSArray items() const { return send<NSArray>(*this, "itemArray"_sel); }
+    /// At the event's place. Returns when the menu closed; the chosen item's action has been sent by then.
+    void popUpContext(const NSEvent& event, const NSView& view) const {
+        send(ClassOf<NSMenu>{}, "popUpContextMenu:withEvent:forView:"_sel, *this, event, view);
+    }
     /// Returns when the menu closed; the chosen item's action has been sent by then. `view` may be empty: screen point.
     bool popUp(CGPoint at, const NSView& view) const {
         return send<bool>(*this, "popUpMenuPositioningItem:atLocation:inView:"_sel, NSMenuItem(), at, view);
@@ -44,7 +49,7 @@ inline void NSMenuItem::setSubmenu(const NSMenu& menu) const {
     send(*this, "setSubmenu:"_sel, menu);
 }
 
-inline constexpr NSInteger NSPopoverBehaviorTransient = 1;
+inline constexpr NSInteger NSPopoverBehaviorApplicationDefined = 0;
 inline constexpr NSUInteger NSRectEdgeMinY = 1;
 inline constexpr NSUInteger NSRectEdgeMaxY = 3;
 

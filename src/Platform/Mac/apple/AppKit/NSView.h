@@ -1,6 +1,7 @@
 // Views, their layers and tracking areas.
 #pragma once
 
+#include "Platform/Mac/apple/AppKit/NSAppearance.h"
 #include "Platform/Mac/apple/AppKit/NSColor.h"
 #include "Platform/Mac/apple/CGGeometry.h"
 #include "Platform/Mac/apple/Foundation/NSArray.h"
@@ -10,6 +11,8 @@ namespace morvel::mac {
 
 inline constexpr NSUInteger NSViewWidthSizable = 2;
 inline constexpr NSUInteger NSViewHeightSizable = 16;
+inline constexpr NSUInteger NSViewMinXMargin = 1;
+inline constexpr NSInteger NSWindowBelow = -1;
 inline constexpr NSUInteger NSTrackingMouseEnteredAndExited = 1;
 inline constexpr NSUInteger NSTrackingActiveAlways = 128;
 inline constexpr NSUInteger NSTrackingInVisibleRect = 512;
@@ -36,7 +39,9 @@ public:
     }
 };
 
-class NSWindow;
+extern "C" {
+extern const objc::RawObject NSAccessibilityButtonRole;
+}
 
 class NSView : public NSObject {
 public:
@@ -51,11 +56,22 @@ public:
     void setAlphaValue(double alpha) const { send(*this, "setAlphaValue:"_sel, alpha); }
     void setToolTip(const NSString& text) const { send(*this, "setToolTip:"_sel, text); }
     void setAccessibilityLabel(const NSString& text) const { send(*this, "setAccessibilityLabel:"_sel, text); }
+    void setAccessibilityRole(const NSString& role) const { send(*this, "setAccessibilityRole:"_sel, role); }
+    void setAccessibilityElement(bool is) const { send(*this, "setAccessibilityElement:"_sel, is); }
     void setAutoresizingMask(NSUInteger mask) const { send(*this, "setAutoresizingMask:"_sel, mask); }
     void setWantsLayer(bool wants) const { send(*this, "setWantsLayer:"_sel, wants); }
     CALayer layer() const { return send<CALayer>(*this, "layer"_sel); }
     void addSubview(const NSView& child) const { send(*this, "addSubview:"_sel, child); }
+    /// Directly behind `sibling`.
+    void addSubviewBelow(const NSView& child, const NSView& sibling) const {
+        send(*this, "addSubview:positioned:relativeTo:"_sel, child, NSWindowBelow, sibling);
+    }
+    /// Reorders without taking away those that stay. Back to front.
+    void setSubviews(const std::vector<NSView>& views) const { send(*this, "setSubviews:"_sel, NSArray::from(views)); }
     void removeFromSuperview() const { send(*this, "removeFromSuperview"_sel); }
+    NSView superview() const { return send<NSView>(*this, "superview"_sel); }
+    /// Of class NSWindow; empty while the view is in none.
+    Id window() const { return send<Id>(*this, "window"_sel); }
     NSArray subviews() const { return send<NSArray>(*this, "subviews"_sel); }
     void addTrackingArea(const NSTrackingArea& area) const { send(*this, "addTrackingArea:"_sel, area); }
     void removeTrackingArea(const NSTrackingArea& area) const { send(*this, "removeTrackingArea:"_sel, area); }
@@ -64,6 +80,10 @@ public:
     CGPoint convertPointFrom(CGPoint point, const NSView& from) const {
         return send<CGPoint>(*this, "convertPoint:fromView:"_sel, point, from);
     }
+    NSAppearance effectiveAppearance() const { return send<NSAppearance>(*this, "effectiveAppearance"_sel); }
+    void setClipsToBounds(bool clips) const { send(*this, "setClipsToBounds:"_sel, clips); }
+    /// Before the next display, `layout` is called.
+    void setNeedsLayout(bool needs) const { send(*this, "setNeedsLayout:"_sel, needs); }
     void setNeedsDisplay(bool needs) const { send(*this, "setNeedsDisplay:"_sel, needs); }
 };
 

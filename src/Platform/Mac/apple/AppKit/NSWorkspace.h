@@ -2,6 +2,7 @@
 #pragma once
 
 #include "Platform/Mac/apple/AppKit/NSControls.h"
+#include "Platform/Mac/apple/Foundation/NSDate.h"
 #include "Platform/Mac/apple/Foundation/NSNotificationCenter.h"
 #include "Platform/Mac/apple/Foundation/NSURL.h"
 
@@ -24,6 +25,8 @@ public:
     NSString bundleIdentifier() const { return send<NSString>(*this, "bundleIdentifier"_sel); }
     NSString localizedName() const { return send<NSString>(*this, "localizedName"_sel); }
     NSImage icon() const { return send<NSImage>(*this, "icon"_sel); }
+    /// Empty for processes that were not launched as applications.
+    NSDate launchDate() const { return send<NSDate>(*this, "launchDate"_sel); }
     bool isActive() const { return send<bool>(*this, "isActive"_sel); }
     bool isTerminated() const { return send<bool>(*this, "isTerminated"_sel); }
     bool activate(NSUInteger options) const { return send<bool>(*this, "activateWithOptions:"_sel, options); }
@@ -49,6 +52,9 @@ public:
     }
     NSImage iconForFile(const NSString& path) const { return send<NSImage>(*this, "iconForFile:"_sel, path); }
     bool openURL(const NSURL& url) const { return send<bool>(*this, "openURL:"_sel, url); }
+    void activateFileViewerSelecting(const NSArray& urls) const {
+        send(*this, "activateFileViewerSelectingURLs:"_sel, urls);
+    }
 };
 
 class NSScreen : public NSObject {

@@ -35,6 +35,11 @@ inline constexpr auto mouseEntered = "mouseEntered:"_sel;
 inline constexpr auto mouseExited = "mouseExited:"_sel;
 inline constexpr auto mouseMoved = "mouseMoved:"_sel;
 inline constexpr auto rightMouseDown = "rightMouseDown:"_sel;
+inline constexpr auto otherMouseDown = "otherMouseDown:"_sel;
+inline constexpr auto otherMouseDragged = "otherMouseDragged:"_sel;
+inline constexpr auto otherMouseUp = "otherMouseUp:"_sel;
+inline constexpr auto layout = "layout"_sel;
+inline constexpr auto accessibilityPerformPress = "accessibilityPerformPress"_sel;
 
 // Drops and popovers.
 inline constexpr auto draggingEntered = "draggingEntered:"_sel;
@@ -45,5 +50,6 @@ inline constexpr auto popoverDidClose = "popoverDidClose:"_sel;
 
 // Actions of our own.
 inline constexpr auto menuItemChosen = "menuItemChosen:"_sel;
+inline constexpr auto promptButtonPressed = "promptButtonPressed:"_sel;
 
 }  // namespace morvel::mac::selectors

@@ -1,0 +1,28 @@
+// Running applications as NSWorkspace and NSRunningApplication tell them.
+#pragma once
+
+#include "Platform/Workspace.h"
+
+namespace morvel::mac {
+
+class MacWorkspace : public Workspace {
+public:
+    std::vector<RunningApplication> runningApplications() override;
+    std::optional<RunningApplication> runningApplication(ProcessID pid) override;
+    std::optional<ProcessID> frontmostApplication() override;
+
+    void activate(ProcessID pid) override;
+    void terminate(ProcessID pid) override;
+    void forceTerminate(ProcessID pid) override;
+    bool isProcessAlive(ProcessID pid) override;
+
+    std::optional<std::string> locate(const std::string& bundleID) override;
+    void revealInFileManager(const std::string& path) override;
+
+    [[nodiscard]] Subscription observeLaunched(ApplicationNotice notice) override;
+    [[nodiscard]] Subscription observeTerminated(ApplicationNotice notice) override;
+    [[nodiscard]] Subscription observeActivated(ApplicationNotice notice) override;
+    [[nodiscard]] Subscription observeActiveSpaceChanged(std::function<void()> notice) override;
+};
+
+}  // namespace morvel::mac

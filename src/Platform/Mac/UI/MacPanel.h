@@ -1,0 +1,26 @@
+// The panel of a bar: above other windows, on every Space as AppKit decides, never key and never main.
+#pragma once
+
+#include "Platform/Mac/UI/ViewTree.h"
+#include "Platform/Mac/apple/AppKit/NSWindow.h"
+#include "UI/Toolkit.h"
+
+namespace morvel::mac {
+
+class MacPanel : public ui::PanelPeer {
+public:
+    MacPanel(const ui::PanelOptions& options, ui::View& content);
+    ~MacPanel() override;
+
+    void setFrame(const Rect<ScreenSpace>& frame) override;
+    void orderFront() override { panel_.orderFrontRegardless(); }
+    void orderOut() override { panel_.orderOut(); }
+    /// Windows are kept clear by moving them, not by the window server.
+    void setReservesSpace(bool) override {}
+
+private:
+    ViewTree tree_;
+    NSPanel panel_;
+};
+
+}  // namespace morvel::mac

@@ -1,0 +1,79 @@
+// Setting the popover up, and hearing that it closed.
+#include "Platform/Mac/UI/MacPopover.h"
+
+#include "Platform/Mac/apple/AppKit/Selectors.h"
+#include "Platform/Mac/apple/Foundation/NSNotificationCenter.h"
+#include "Platform/Mac/objc/Subclass.h"
+
+namespace morvel::mac {
+
+namespace {
+
+struct PopoverDelegate {
+    static constexpr const char* kClassName = "MorvelPopoverDelegate";
+    std::function<void()> closed;
+
+    void popoverDidClose(NSNotification) {
+        const auto call = closed;  // may destroy the popover and this delegate with it
+        if (call) call();
+    }
+
+    static NSObject make(std::function<void()> closed) {
+        using Class = objc::Subclass<PopoverDelegate>;
+        static const objc::RawClass registered =
+            Class("NSObject")
+                .adopts("NSPopoverDelegate")
+                .overrides<&PopoverDelegate::popoverDidClose>(selectors::popoverDidClose)
+                .registered();
+        (void)registered;
+        auto delegate = std::make_unique<PopoverDelegate>();
+        delegate->closed = std::move(closed);
+        return Class::create<NSObject>(std::move(delegate), selectors::init);
+    }
+};
+
+CGSize cgSize(Size size) {
+    return {size.width, size.height};
+}
+
+}  // namespace
+
+MacPopover::MacPopover(ui::View& content, std::function<void()> closed, MainLoop& mainLoop)
+    : closed_(std::move(closed)),
+      mainLoop_(mainLoop),
+      tree_(content),
+      popover_(create<NSPopover>()),
+      delegate_(PopoverDelegate::make(closed_)) {
+    const NSViewController controller = create<NSViewController>();
+    controller.setView(tree_.rootView());
+    popover_.setContentViewController(controller);
+    // Whoever shows it decides when it closes: a press on another button of the bar moves it there.
+    popover_.setBehavior(NSPopoverBehaviorApplicationDefined);
+    // An animated closing would still be on its way, and end in a notice of it, when the popover is shown elsewhere.
+    popover_.setAnimates(false);
+    popover_.setDelegate(delegate_);
+}
+
+MacPopover::~MacPopover() {
+    popover_.setDelegate(nullptr);
+    popover_.close();
+}
+
+void MacPopover::show(ui::View& anchor, ui::Edge edge, Size size) {
+    const NSView beside = ViewTree::nativeOf(anchor);
+    if (!beside.window()) {
+        // A popover that is shown relative to a view outside all windows raises an exception.
+        mainLoop_.post(lifetime_.whileAlive([this] {
+            if (const auto call = closed_; call && !popover_.isShown()) call();
+        }));
+        return;
+    }
+    popover_.setContentSize(cgSize(size));
+    popover_.show(beside.bounds(), beside, edge == ui::Edge::Top ? NSRectEdgeMaxY : NSRectEdgeMinY);
+}
+
+void MacPopover::resize(Size size) {
+    popover_.setContentSize(cgSize(size));
+}
+
+}  // namespace morvel::mac

@@ -1,0 +1,79 @@
+// Making the peers, popping up menus, measuring text, and watching for presses elsewhere.
+#include "Platform/Mac/UI/MacToolkit.h"
+
+#include <cmath>
+#include <utility>
+
+#include "Platform/Mac/UI/DisplayText.h"
+#include "Platform/Mac/UI/MacMenu.h"
+#include "Platform/Mac/UI/MacPanel.h"
+#include "Platform/Mac/UI/MacPopover.h"
+#include "Platform/Mac/UI/MacPrompt.h"
+#include "Platform/Mac/UI/Resolving.h"
+#include "Platform/Mac/apple/AppKit/NSApplication.h"
+
+namespace morvel::mac {
+
+namespace {
+
+constexpr NSUInteger kAnyPress = NSEventMaskLeftMouseDown | NSEventMaskRightMouseDown | NSEventMaskOtherMouseDown;
+static_assert(kAnyPress == 0x200000a);
+
+bool isPress(const NSEvent& event) {
+    const NSUInteger type = event.type();
+    return type == NSEventTypeLeftMouseDown || type == NSEventTypeRightMouseDown || type == NSEventTypeOtherMouseDown;
+}
+
+const ui::View& rootOf(const ui::View& view) {
+    const ui::View* root = &view;
+    while (root->parent()) root = root->parent();
+    return *root;
+}
+
+}  // namespace
+
+std::unique_ptr<ui::PanelPeer> MacToolkit::makePanel(const ui::PanelOptions& options, ui::View& content) {
+    return std::make_unique<MacPanel>(options, content);
+}
+
+std::unique_ptr<ui::PopoverPeer> MacToolkit::makePopover(ui::View& content, std::function<void()> closed) {
+    return std::make_unique<MacPopover>(content, std::move(closed), mainLoop_);
+}
+
+void MacToolkit::popUpMenu(ui::Menu menu, ui::View& anchor, Point<ViewSpace> locationInRoot,
+                           std::function<void()> closed) {
+    // References of our own: the anchor may leave while the menu is open.
+    const NSView view = ViewTree::nativeOf(anchor);
+    const NSView root = ViewTree::nativeOf(rootOf(anchor));
+    if (view.window()) {
+        const NSMenu native = makeMenu(menu);
+        const NSEvent event = NSApplication::shared().currentEvent();
+        if (event && isPress(event)) {
+            native.popUpContext(event, view);
+        } else {
+            native.popUp({locationInRoot.x, locationInRoot.y}, root);
+        }
+    }
+    if (closed) closed();
+}
+
+std::unique_ptr<ui::PromptPeer> MacToolkit::showPrompt(ui::Prompt prompt) {
+    return std::make_unique<MacPrompt>(std::move(prompt));
+}
+
+Size MacToolkit::textSize(std::string_view text, const ui::Font& font) {
+    const CGSize size = sizeOf(NSString::from(displayText(text)), nsFont(font));
+    // A label that is a fraction of a point short of its text shows an ellipsis.
+    return {std::ceil(size.width), std::ceil(size.height)};
+}
+
+Subscription MacToolkit::observeOutsidePresses(std::function<void()> pressed) {
+    // Shared, as the handler may end the subscription and with it the monitor's block while it runs.
+    auto call = std::make_shared<const std::function<void()>>(std::move(pressed));
+    return NSEvent::monitorGlobally(kAnyPress, [call](const NSEvent&) {
+        const auto kept = call;
+        (*kept)();
+    });
+}
+
+}  // namespace morvel::mac

@@ -1,0 +1,27 @@
+// The views' toolkit on AppKit.
+#pragma once
+
+#include "Platform/MainLoop.h"
+#include "UI/Toolkit.h"
+
+namespace morvel::mac {
+
+class MacToolkit : public ui::Toolkit {
+public:
+    /// The loop outlives the toolkit.
+    explicit MacToolkit(MainLoop& mainLoop) : mainLoop_(mainLoop) {}
+
+    std::unique_ptr<ui::PanelPeer> makePanel(const ui::PanelOptions& options, ui::View& content) override;
+    std::unique_ptr<ui::PopoverPeer> makePopover(ui::View& content, std::function<void()> closed) override;
+    /// Returns when the menu has closed.
+    void popUpMenu(ui::Menu menu, ui::View& anchor, Point<ViewSpace> locationInRoot,
+                   std::function<void()> closed) override;
+    std::unique_ptr<ui::PromptPeer> showPrompt(ui::Prompt prompt) override;
+    Size textSize(std::string_view text, const ui::Font& font) override;
+    Subscription observeOutsidePresses(std::function<void()> pressed) override;
+
+private:
+    MainLoop& mainLoop_;
+};
+
+}  // namespace morvel::mac

@@ -1,0 +1,135 @@
+// Making native views, and putting the views' properties into them.
+#include "Platform/Mac/UI/NativePeer.h"
+
+#include "Platform/Mac/Icons/MacImage.h"
+#include "Platform/Mac/UI/DisplayText.h"
+#include "Platform/Mac/UI/NativeView.h"
+#include "Platform/Mac/UI/Resolving.h"
+#include "Platform/Mac/apple/AppKit/NSControls.h"
+#include "UI/ImageView.h"
+#include "UI/Label.h"
+#include "UI/VisualEffectView.h"
+
+namespace morvel::mac {
+
+namespace {
+
+/// A text field keeps this much room on either side of its text. It gets it beyond the label's frame, as that is
+/// exactly as wide as the text and would show an ellipsis otherwise.
+constexpr double kTextFieldPadding = 2;
+
+NSView makeLabel(const ui::Label& label) {
+    const NSTextField field = NSTextField::label(NSString::from({}));
+    field.setFont(nsFont(label.font()));
+    field.setLineBreakMode(NSLineBreakByTruncatingTail);
+    const bool isCentred = label.alignment() == ui::TextAlignment::Center;
+    field.setAlignment(isCentred ? NSTextAlignmentCenter : NSTextAlignmentNatural);
+    return NSView(field.raw());
+}
+
+NSView makeImageView() {
+    const NSImageView view = NSImageView::make({});
+    view.setImageScaling(NSImageScaleProportionallyUpOrDown);
+    return NSView(view.raw());
+}
+
+NSView makeEffectView(const ui::VisualEffectView& effect) {
+    const NSVisualEffectView view = NSVisualEffectView::make({});
+    view.setMaterial(static_cast<NSInteger>(effect.material()));
+    view.setBlendingMode(NSVisualEffectBlendingModeBehindWindow);
+    view.setState(NSVisualEffectStateActive);
+    return NSView(view.raw());
+}
+
+NSView makeNative(ui::View& view) {
+    switch (view.kind()) {
+        case ui::View::Kind::Label:
+            return makeLabel(static_cast<const ui::Label&>(view));
+        case ui::View::Kind::Image:
+            return makeImageView();
+        case ui::View::Kind::VisualEffect:
+            return makeEffectView(static_cast<const ui::VisualEffectView&>(view));
+        case ui::View::Kind::Plain:
+            break;
+    }
+    return NativeView::make(view);
+}
+
+}  // namespace
+
+NativePeer::NativePeer(ui::View& view) : kind_(view.kind()), native_(makeNative(view)) {
+    native_.setWantsLayer(true);
+    showFrame(view);
+    showVisibility(view);
+    showLook(view);
+    showContent(view);
+    showTexts(view);
+}
+
+NativePeer::~NativePeer() {
+    if (kind_ == ui::View::Kind::Plain) {
+        if (NativeView* const own = NativeView::of(native_)) own->forgetView();
+    }
+}
+
+void NativePeer::showFrame(const ui::View& view) const {
+    CGRect frame = cgRect(view.frame());
+    if (kind_ == ui::View::Kind::Label) {
+        frame.origin.x -= kTextFieldPadding;
+        frame.size.width += 2 * kTextFieldPadding;
+    }
+    native_.setFrame(frame);
+}
+
+void NativePeer::showVisibility(const ui::View& view) const {
+    native_.setHidden(view.isHidden());
+    native_.setAlphaValue(view.alpha());
+}
+
+void NativePeer::showLook(const ui::View& view) const {
+    const CALayer layer = native_.layer();
+    layer.setCornerRadius(view.cornerRadius());
+    layer.setBorderWidth(view.borderWidth());
+    native_.setClipsToBounds(view.clipsToBounds());
+    native_.effectiveAppearance().performAsCurrentDrawingAppearance([&] {
+        const auto put = [](const ui::Color& color) { return color.isClear() ? NSColor() : nsColor(color); };
+        layer.setBackgroundColor(put(view.background()).cgColor());
+        layer.setBorderColor(put(view.borderColor()).cgColor());
+    });
+}
+
+void NativePeer::showContent(const ui::View& view) const {
+    if (kind_ == ui::View::Kind::Label) {
+        const auto& label = static_cast<const ui::Label&>(view);
+        NSTextField(native_.raw()).setStringValue(NSString::from(displayText(label.text())));
+    } else if (kind_ == ui::View::Kind::Image) {
+        NSImageView(native_.raw()).setImage(MacImage::imageOf(static_cast<const ui::ImageView&>(view).image()));
+    }
+    native_.effectiveAppearance().performAsCurrentDrawingAppearance([&] {
+        if (kind_ == ui::View::Kind::Label) {
+            NSTextField(native_.raw()).setTextColor(nsColor(static_cast<const ui::Label&>(view).color()));
+        } else if (kind_ == ui::View::Kind::Image) {
+            // Only template images, as symbols are, take the tint.
+            NSImageView(native_.raw()).setContentTintColor(nsColor(static_cast<const ui::ImageView&>(view).tint()));
+        }
+    });
+}
+
+void NativePeer::showTexts(const ui::View& view) const {
+    const auto text = [](const std::string& utf8) {
+        return utf8.empty() ? NSString() : NSString::from(displayText(utf8));
+    };
+    native_.setToolTip(text(view.tooltip()));
+    native_.setAccessibilityLabel(text(view.accessibilityLabel()));
+    // A view without a label is a container, also where it takes the presses that its contents leave.
+    if (!view.acceptsMouse() || view.accessibilityLabel().empty()) return;
+    native_.setAccessibilityElement(true);
+    native_.setAccessibilityRole(NSString(NSAccessibilityButtonRole));
+}
+
+void NativePeer::resolveColors(const ui::View& view) const {
+    showLook(view);
+    showContent(view);
+}
+
+}  // namespace morvel::mac

@@ -1,0 +1,31 @@
+// What AppKit shows for one view: a MorvelView, or the stock view of its kind.
+#pragma once
+
+#include "Platform/Mac/apple/AppKit/NSView.h"
+#include "UI/View.h"
+
+namespace morvel::mac {
+
+/// Each `show…` brings one aspect of the native view up to date with the view. Main thread only.
+class NativePeer : public ui::ViewPeer {
+public:
+    /// Makes the native view with everything but its place in the tree.
+    explicit NativePeer(ui::View& view);
+    ~NativePeer() override;
+
+    const NSView& native() const { return native_; }
+
+    void showFrame(const ui::View& view) const;
+    void showVisibility(const ui::View& view) const;
+    void showLook(const ui::View& view) const;
+    void showContent(const ui::View& view) const;
+    void showTexts(const ui::View& view) const;
+    /// Colours that a layer or a stock view keeps are of the appearance in which they were set.
+    void resolveColors(const ui::View& view) const;
+
+private:
+    ui::View::Kind kind_;
+    NSView native_;
+};
+
+}  // namespace morvel::mac

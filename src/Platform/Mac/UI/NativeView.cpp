@@ -1,0 +1,153 @@
+// The methods of MorvelView. Handlers may take the view away, so each is the last thing its method does with it.
+#include "Platform/Mac/UI/NativeView.h"
+
+#include <utility>
+
+#include "Platform/Mac/UI/ViewTree.h"
+#include "Platform/Mac/apple/AppKit/Selectors.h"
+
+namespace morvel::mac {
+
+namespace {
+
+using Class = objc::Subclass<NativeView>;
+
+/// Also reports moves that the window server alone sees, while no window of ours is active, and follows the view's
+/// visible part without being told of its size.
+constexpr NSUInteger kTrackingOptions =
+    NSTrackingMouseEnteredAndExited | NSTrackingActiveAlways | NSTrackingInVisibleRect;
+static_assert(kTrackingOptions == 641);
+
+constexpr NSInteger kMiddleButton = 2;
+
+}  // namespace
+
+void NativeView::ensureRegistered() {
+    static const objc::RawClass registered =
+        Class("NSView")
+            .overrides<&NativeView::isFlipped>(selectors::isFlipped)
+            .overrides<&NativeView::acceptsFirstMouse>(selectors::acceptsFirstMouse)
+            .overrides<&NativeView::hitTest>(selectors::hitTest)
+            .overrides<&NativeView::mouseDown>(selectors::mouseDown)
+            .overrides<&NativeView::mouseDragged>(selectors::mouseDragged)
+            .overrides<&NativeView::mouseUp>(selectors::mouseUp)
+            .overrides<&NativeView::rightMouseDown>(selectors::rightMouseDown)
+            .overrides<&NativeView::otherMouseDown>(selectors::otherMouseDown)
+            .overrides<&NativeView::otherMouseDragged>(selectors::otherMouseDragged)
+            .overrides<&NativeView::otherMouseUp>(selectors::otherMouseUp)
+            .overrides<&NativeView::mouseEntered>(selectors::mouseEntered)
+            .overrides<&NativeView::mouseExited>(selectors::mouseExited)
+            .overrides<&NativeView::updateTrackingAreas>(selectors::updateTrackingAreas)
+            .overrides<&NativeView::layout>(selectors::layout)
+            .overrides<&NativeView::viewDidChangeEffectiveAppearance>(selectors::viewDidChangeEffectiveAppearance)
+            .overrides<&NativeView::accessibilityPerformPress>(selectors::accessibilityPerformPress)
+            .registered();
+    (void)registered;
+}
+
+NSView NativeView::make(ui::View& view) {
+    ensureRegistered();
+    return Class::create<NSView>(std::make_unique<NativeView>(view), selectors::initWithFrame, CGRect{});
+}
+
+NativeView* NativeView::of(const NSView& native) {
+    return Class::of(native);
+}
+
+NSView NativeView::hitTest(objc::Self self, CGPoint pointInSuperview) {
+    if (!view_) return {};
+    const NSView own(self.object);
+    const CGPoint point = own.convertPointFrom(pointInSuperview, own.superview());
+    ui::View* const hit = view_->hitTest({point.x, point.y});
+    return hit ? ViewTree::nativeOf(*hit) : NSView();
+}
+
+ui::MouseEvent NativeView::eventOf(objc::Self self, ui::MouseButton button, const NSEvent& event) const {
+    const CGPoint own = NSView(self.object).convertPointFrom(event.locationInWindow(), NSView());
+    const Rect<ViewSpace> inRoot = view_->boundsInRoot();
+    return {button, {own.x + inRoot.x, own.y + inRoot.y}};
+}
+
+void NativeView::mouseDown(objc::Self self, NSEvent event) {
+    if (!view_ || !view_->acceptsMouse()) return self.super(selectors::mouseDown, event);
+    // A left click with Control is the right click of those who have one button.
+    if (event.modifierFlags() & NSEventModifierFlagControl) return rightMouseDown(self, event);
+    pressed_ = ui::MouseButton::Left;
+    view_->mouseDown(eventOf(self, ui::MouseButton::Left, event));
+}
+
+void NativeView::mouseDragged(objc::Self self, NSEvent event) {
+    drag(self, event);
+}
+
+void NativeView::mouseUp(objc::Self self, NSEvent event) {
+    release(self, event);
+}
+
+void NativeView::rightMouseDown(objc::Self self, NSEvent event) {
+    if (!view_ || !view_->acceptsMouse()) return self.super(selectors::rightMouseDown, event);
+    view_->rightMouseDown(eventOf(self, ui::MouseButton::Right, event));
+}
+
+void NativeView::otherMouseDown(objc::Self self, NSEvent event) {
+    if (!view_ || !view_->acceptsMouse()) return self.super(selectors::otherMouseDown, event);
+    if (event.buttonNumber() != kMiddleButton) return;
+    pressed_ = ui::MouseButton::Middle;
+    view_->mouseDown(eventOf(self, ui::MouseButton::Middle, event));
+}
+
+void NativeView::otherMouseDragged(objc::Self self, NSEvent event) {
+    drag(self, event);
+}
+
+void NativeView::otherMouseUp(objc::Self self, NSEvent event) {
+    release(self, event);
+}
+
+void NativeView::drag(objc::Self self, const NSEvent& event) {
+    if (view_ && pressed_) view_->mouseDragged(eventOf(self, *pressed_, event));
+}
+
+void NativeView::release(objc::Self self, const NSEvent& event) {
+    if (!view_ || !pressed_) return;
+    const ui::MouseButton button = *std::exchange(pressed_, std::nullopt);
+    view_->mouseUp(eventOf(self, button, event));
+}
+
+void NativeView::mouseEntered(objc::Self self, NSEvent event) {
+    if (view_) view_->mouseEntered(eventOf(self, ui::MouseButton::Left, event));
+}
+
+void NativeView::mouseExited(objc::Self, NSEvent) {
+    if (view_) view_->mouseExited();
+}
+
+void NativeView::updateTrackingAreas(objc::Self self) {
+    self.super(selectors::updateTrackingAreas);
+    const NSView own(self.object);
+    if (trackingArea_) own.removeTrackingArea(std::exchange(trackingArea_, {}));
+    if (!view_ || !view_->tracksHover()) return;
+    trackingArea_ = NSTrackingArea::make(own.bounds(), kTrackingOptions, own);
+    own.addTrackingArea(trackingArea_);
+}
+
+void NativeView::layout(objc::Self self) {
+    self.super(selectors::layout);
+    if (view_ && !view_->parent()) view_->layoutIfNeeded();
+}
+
+void NativeView::viewDidChangeEffectiveAppearance(objc::Self self) {
+    self.super(selectors::viewDidChangeEffectiveAppearance);
+    // The whole tree has one appearance: its root answers for all.
+    if (view_ && !view_->parent()) ViewTree::resolveColors(*view_);
+}
+
+bool NativeView::accessibilityPerformPress(objc::Self) {
+    if (!view_ || !view_->acceptsMouse()) return false;
+    const ui::MouseEvent click{ui::MouseButton::Left, view_->boundsInRoot().center()};
+    view_->mouseDown(click);
+    if (view_) view_->mouseUp(click);
+    return true;
+}
+
+}  // namespace morvel::mac

@@ -1,0 +1,251 @@
+// The whole macOS host in the checked runtime: stories of a person at a Mac with two screens.
+#include "Platform/Mac/MacHost.h"
+
+#include "Application.h"
+#include "MacDesktop.h"
+#include "Platform/Mac/objc/AutoreleasePool.h"
+#include "Properties.h"
+#include "RuntimeTest.h"
+
+namespace morvel::mac::checked {
+namespace {
+
+using namespace std::chrono_literals;
+using Texts = std::vector<std::string>;
+
+class Host : public RuntimeTest {
+protected:
+    /// Runs the program from its launch; `story` is what happens until it ends.
+    void run(const std::function<void()>& story) {
+        const objc::AutoreleasePool pool;
+        MacHost host;
+        whileRunning([&] {
+            dispatch().runFor(1s);
+            story();
+        });
+        host.run();
+    }
+    static void wait(std::chrono::nanoseconds time = 2s) { dispatch().runFor(time); }
+    static Texts shown(std::size_t bar) {
+        const objc::AutoreleasePool pool;
+        const auto bars = MacDesktop::bars();
+        if (bar >= bars.size()) return {"no such bar"};
+        display(bars[bar].contentView());
+        return MacDesktop::buttons(bars[bar]);
+    }
+    static NSView content(std::size_t bar) { return MacDesktop::bars().at(bar).contentView(); }
+    static bool isMinimized(const Id& window) {
+        const auto* const value = payloadOf<Number>(accessibility().value(window, "AXMinimized").raw());
+        return value && std::get<bool>(*value);
+    }
+
+    MacDesktop mac;
+};
+
+TEST_F(Host, WaitsForThePermissionAndThenShowsABarOnEachScreen) {
+    accessibility().isTrusted = false;
+    mac.launch(42, "Editor");
+    mac.open(42, "notes.txt", {100, 100});
+    run([&] {
+        EXPECT_TRUE(MacDesktop::bars().empty());
+        EXPECT_TRUE(accessibility().hasPrompted);
+        const auto calls = runtime().calls();
+        const auto made = std::ranges::find(calls, "makeKeyAndOrderFront:", &Call::selector);
+        ASSERT_NE(made, calls.end());
+        const NSWindow prompt{Id(made->receiver)};
+        EXPECT_TRUE(prompt.isVisible());
+        accessibility().isTrusted = true;
+        wait();
+        EXPECT_FALSE(prompt.isVisible());
+        ASSERT_EQ(MacDesktop::bars().size(), 2U);
+        EXPECT_EQ(MacDesktop::bars()[0].frame().origin, (CGPoint{0, 0}));
+        EXPECT_EQ(MacDesktop::bars()[1].frame().origin, (CGPoint{1440, 0}));
+        EXPECT_EQ(shown(0), Texts{"notes.txt"});
+        EXPECT_EQ(shown(1), Texts{});
+    });
+}
+
+TEST_F(Host, ButtonsFollowWindows) {
+    mac.launch(42, "Editor");
+    Id notes = mac.open(42, "notes.txt", {100, 100});
+    run([&] {
+        EXPECT_EQ(shown(0), Texts{"notes.txt"});
+        const Id other = mac.open(42, "draft.txt", {1600, 100});
+        mac.launch(43, "Mail");
+        const Id inbox = mac.open(43, "Inbox", {200, 200});
+        wait();
+        EXPECT_EQ(shown(0), (Texts{"notes.txt", "Inbox"}));
+        EXPECT_EQ(shown(1), Texts{"draft.txt"});
+        mac.rename(inbox, "Inbox (3)");
+        wait();
+        EXPECT_EQ(shown(0), (Texts{"notes.txt", "Inbox (3)"}));
+        mac.close(notes);
+        wait();
+        EXPECT_EQ(shown(0), Texts{"Inbox (3)"});
+        workspace().quit(43);
+        wait();
+        EXPECT_EQ(shown(0), Texts{});
+        EXPECT_EQ(shown(1), Texts{"draft.txt"});
+    });
+}
+
+TEST_F(Host, AClickRaisesAndASecondOneMinimizes) {
+    mac.launch(42, "Editor");
+    const Id notes = mac.open(42, "notes.txt", {100, 100});
+    const Id draft = mac.open(42, "draft.txt", {200, 100});
+    mac.launch(43, "Mail");
+    const Id inbox = mac.open(43, "Inbox", {200, 200});
+    mac.focus(inbox);
+    run([&] {
+        accessibility().log.clear();
+        ASSERT_TRUE(MacDesktop::clickButton(content(0), "notes.txt"));
+        wait();
+        EXPECT_EQ(workspace().frontmost().processIdentifier(), 42);
+        EXPECT_EQ(std::ranges::count(accessibility().log, "perform AXRaise"), 1);
+        EXPECT_FALSE(isMinimized(notes));
+        ASSERT_TRUE(MacDesktop::clickButton(content(0), "notes.txt"));
+        wait();
+        EXPECT_TRUE(isMinimized(notes));
+        EXPECT_FALSE(isMinimized(draft));
+        for (const NSPanel& bar : MacDesktop::bars())
+            EXPECT_FALSE(send<bool>(bar, "canBecomeKeyWindow"_sel)) << "the clicks left the focus where it was";
+    });
+}
+
+TEST_F(Host, MenusOpenOnButtonsAndOnTheBar) {
+    mac.launch(42, "Editor");
+    mac.open(42, "notes.txt", {100, 100});
+    bool hasQuit = false;
+    run([&] {
+        Texts titles;
+        whenMenuPopsUp([&](const NSMenu& menu) {
+            titles.clear();
+            for (const NSMenuItem& item : menu.items().elements<NSMenuItem>())
+                titles.push_back(send<NSString>(item, "title"_sel).text());
+            EXPECT_TRUE(choose(itemTitled(menu, "Quit Editor")));
+        });
+        ASSERT_TRUE(MacDesktop::rightClickButton(content(0), "notes.txt"));
+        EXPECT_EQ(titles, (Texts{"Close Window", "Quit Editor", "Pin App to Morvel", "", "Move to Display"}));
+        wait();
+        EXPECT_FALSE(workspace().withPid(42));
+        EXPECT_EQ(shown(0), Texts{});
+
+        runtime().script("NSApplication", "terminate:", [&](Invocation& i) {
+            hasQuit = !i.object(0);
+            const Id delegate = send<Id>(i.receiver(), "delegate"_sel);
+            send(delegate, "applicationWillTerminate:"_sel, NSNotification());
+        });
+        whenMenuPopsUp([&](const NSMenu& menu) { EXPECT_TRUE(choose(itemTitled(menu, "Quit Morvel"))); });
+        sendMouse(content(0), "rightMouseDown:", mouseEvent(NSEventTypeRightMouseDown, {1300, 10}));
+    });
+    EXPECT_TRUE(hasQuit) << "with no sender";
+}
+
+TEST_F(Host, ACrowdedBarGroupsAndAPopoverListsAGroup) {
+    mac.launch(42, "Editor");
+    mac.launch(43, "Mail");
+    Id last;
+    for (int i = 0; i < 24; ++i) {
+        mac.open(42, "document " + std::to_string(i), {100, 100});
+        last = mac.open(43, "message " + std::to_string(i), {100, 100});
+    }
+    run([&] {
+        wait();
+        const Texts groups = shown(0);
+        ASSERT_EQ(groups.size(), 2U);
+        ASSERT_TRUE(MacDesktop::clickButton(content(0), groups[1]));
+        const auto calls = runtime().calls();
+        const auto opened = std::ranges::find(calls, "showRelativeToRect:ofView:preferredEdge:", &Call::selector);
+        ASSERT_NE(opened, calls.end());
+        const RawObject popover = opened->receiver;
+        const NSView rows{send<Id>(send<Id>(popover, "contentViewController"_sel), "view"_sel)};
+        EXPECT_EQ(rows.frame().size, (CGSize{280, 24 * 36}));
+        EXPECT_EQ(property<NSUInteger>(popover, "preferredEdge"), NSRectEdgeMaxY);
+        display(rows);
+        EXPECT_EQ(MacDesktop::buttonsIn(rows).size(), 24U);
+        mac.close(last);
+        wait();
+        EXPECT_EQ(rows.frame().size.height, 23 * 36) << "an open list follows its windows";
+        EXPECT_EQ(monitorCount(), 1U);
+        pressElsewhere(NSEventTypeLeftMouseDown);
+        EXPECT_FALSE(property<bool>(popover, "shown"));
+        EXPECT_EQ(monitorCount(), 0U);
+
+        ASSERT_TRUE(MacDesktop::clickButton(content(0), shown(0)[1]));
+        display(rows);
+        EXPECT_TRUE(MacDesktop::clickButton(rows, "message 7"));
+        wait();
+        EXPECT_EQ(workspace().frontmost().processIdentifier(), 43);
+        EXPECT_EQ(std::ranges::count(accessibility().log, "perform AXRaise"), 1);
+        EXPECT_FALSE(property<bool>(popover, "shown"));
+        EXPECT_EQ(monitorCount(), 0U);
+    });
+}
+
+TEST_F(Host, BarsShowTheWindowsOfTheSpace) {
+    mac.launch(42, "Editor");
+    mac.open(42, "notes.txt", {100, 100});
+    run([&] {
+        mac.showSpace(2);
+        wait();
+        EXPECT_EQ(shown(0), Texts{});
+        mac.open(42, "draft.txt", {100, 100});
+        wait();
+        EXPECT_EQ(shown(0), Texts{"draft.txt"});
+        mac.showSpace(1);
+        wait();
+        EXPECT_EQ(shown(0), Texts{"notes.txt"});
+    });
+}
+
+TEST_F(Host, AScreenIsUnpluggedAndComesBack) {
+    mac.launch(42, "Editor");
+    mac.open(42, "notes.txt", {1600, 100});
+    run([&] {
+        EXPECT_EQ(shown(1), Texts{"notes.txt"});
+        mac.unplugRight();
+        wait();
+        ASSERT_EQ(MacDesktop::bars().size(), 1U);
+        mac.plugInBoth();
+        wait();
+        EXPECT_EQ(MacDesktop::bars().size(), 2U);
+        EXPECT_EQ(shown(1), Texts{"notes.txt"});
+    });
+}
+
+TEST_F(Host, AnApplicationThatHangsKeepsItsButtonsAndHoldsNothingUp) {
+    mac.launch(42, "Editor");
+    mac.open(42, "notes.txt", {100, 100});
+    mac.launch(43, "Mail");
+    run([&] {
+        accessibility().failProcess(42, kAXErrorCannotComplete);
+        mac.open(43, "Inbox", {200, 200});
+        wait(5s);
+        EXPECT_EQ(shown(0), (Texts{"notes.txt", "Inbox"}));
+        ASSERT_TRUE(MacDesktop::clickButton(content(0), "notes.txt"));
+        wait(60s);
+        EXPECT_EQ(shown(0), (Texts{"notes.txt", "Inbox"})) << "silence is no closing";
+        accessibility().failProcess(42, kAXErrorSuccess);
+        mac.open(42, "draft.txt", {100, 100});
+        wait(5s);
+        EXPECT_EQ(shown(0).size(), 3U);
+    });
+}
+
+TEST_F(Host, RunsWhereThePrivateFunctionsAreMissing) {
+    for (const char* function :
+         {"CGSMainConnectionID", "CGSGetActiveSpace", "CGSCopyManagedDisplaySpaces", "CGSCopySpacesForWindows",
+          "CGSAddWindowsToSpaces", "CGSRemoveWindowsFromSpaces", "CGSMoveWindowsToManagedSpace",
+          "SLSRegisterConnectionNotifyProc", "_AXUIElementGetWindow"})
+        windowServer().hide(function);
+    mac.launch(42, "Editor");
+    mac.open(42, "notes.txt", {100, 100});
+    run([&] {
+        EXPECT_EQ(MacDesktop::bars().size(), 2U);
+        EXPECT_EQ(shown(0), Texts{"notes.txt"});
+        EXPECT_TRUE(MacDesktop::clickButton(content(0), "notes.txt"));
+    });
+}
+
+}  // namespace
+}  // namespace morvel::mac::checked
