@@ -116,6 +116,25 @@ TEST_F(WorkspaceOfTheMac, NoticesAboutNothingAreNotPassedOn) {
     EXPECT_EQ(heard_, Names{"launched 42"}) << "only from the workspace's centre";
 }
 
+TEST_F(WorkspaceOfTheMac, TheSessionIsSeenUnlessLockedAsleepOrSwitchedAway) {
+    int activations = 0;
+    const Subscription token = workspace_.observeSessionActivated([&] { ++activations; });
+    const Id nobody;
+    EXPECT_TRUE(workspace_.isSessionActive());
+    post(Center::Distributed, NSString::from("com.apple.screenIsLocked").raw(), nobody);
+    EXPECT_FALSE(workspace_.isSessionActive());
+    post(Center::Workspace, NSWorkspaceScreensDidSleepNotification, nobody);
+    post(Center::Workspace, NSWorkspaceScreensDidWakeNotification, nobody);
+    EXPECT_FALSE(workspace_.isSessionActive()) << "awake, but locked still";
+    EXPECT_EQ(activations, 0);
+    post(Center::Distributed, NSString::from("com.apple.screenIsUnlocked").raw(), nobody);
+    EXPECT_TRUE(workspace_.isSessionActive());
+    post(Center::Workspace, NSWorkspaceSessionDidResignActiveNotification, nobody);
+    EXPECT_FALSE(workspace_.isSessionActive());
+    post(Center::Workspace, NSWorkspaceSessionDidBecomeActiveNotification, nobody);
+    EXPECT_EQ(activations, 2);
+}
+
 TEST_F(WorkspaceOfTheMac, ApplicationsAreLocatedAndFilesRevealed) {
     runtime().script("NSWorkspace", "URLForApplicationWithBundleIdentifier:", [](Invocation& i) {
         if (textOf(i.object(0)) == "app.notes") i.answerObject(NSURL::file("/Applications/Notes.app"));

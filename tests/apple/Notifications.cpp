@@ -41,9 +41,11 @@ void installNotifications(Runtime& runtime) {
 
 void post(Center center, RawObject name, const Id& object, Entries userInfo) {
     const objc::AutoreleasePool pool;
-    const char* const owner =
-        center == Center::Default ? "NSNotificationCenter defaultCenter" : "NSWorkspace notificationCenter";
-    const Id target = runtime().shared("NSNotificationCenter", owner);
+    const Id target =
+        center == Center::Distributed
+            ? runtime().shared("NSDistributedNotificationCenter", "NSDistributedNotificationCenter defaultCenter")
+            : runtime().shared("NSNotificationCenter", center == Center::Default ? "NSNotificationCenter defaultCenter"
+                                                                                 : "NSWorkspace notificationCenter");
     const Id notification(objc::kAdopt, runtime().allocate(runtime().classNamed("NSNotification")));
     const Id info = makeDictionary(std::move(userInfo));
     setProperty(notification.raw(), "name", name);
@@ -76,6 +78,12 @@ extern const objc::RawObject NSWorkspaceDidActivateApplicationNotification =
     name("NSWorkspaceDidActivateApplicationNotification");
 extern const objc::RawObject NSWorkspaceActiveSpaceDidChangeNotification =
     name("NSWorkspaceActiveSpaceDidChangeNotification");
+extern const objc::RawObject NSWorkspaceScreensDidSleepNotification = name("NSWorkspaceScreensDidSleepNotification");
+extern const objc::RawObject NSWorkspaceScreensDidWakeNotification = name("NSWorkspaceScreensDidWakeNotification");
+extern const objc::RawObject NSWorkspaceSessionDidBecomeActiveNotification =
+    name("NSWorkspaceSessionDidBecomeActiveNotification");
+extern const objc::RawObject NSWorkspaceSessionDidResignActiveNotification =
+    name("NSWorkspaceSessionDidResignActiveNotification");
 extern const objc::RawObject NSWorkspaceApplicationKey = name("NSWorkspaceApplicationKey");
 extern const objc::RawObject NSApplicationDidChangeScreenParametersNotification =
     name("NSApplicationDidChangeScreenParametersNotification");

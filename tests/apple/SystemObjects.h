@@ -37,7 +37,7 @@ void installNotifications(Runtime& runtime);
 void installWorkspace(Runtime& runtime);
 
 /// Posts as the system does: to the observers of the default centre, or of NSWorkspace's.
-enum class Center { Default, Workspace };
+enum class Center { Default, Workspace, Distributed };
 void post(Center center, RawObject name, const Id& object, Entries userInfo = {});
 
 }  // namespace morvel::mac::checked

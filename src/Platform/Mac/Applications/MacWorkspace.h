@@ -1,6 +1,7 @@
 // Running applications as NSWorkspace and NSRunningApplication tell them.
 #pragma once
 
+#include "Platform/Mac/Applications/SessionWatch.h"
 #include "Platform/Workspace.h"
 
 namespace morvel::mac {
@@ -15,6 +16,7 @@ public:
     void terminate(ProcessID pid) override;
     void forceTerminate(ProcessID pid) override;
     bool isProcessAlive(ProcessID pid) override;
+    bool isSessionActive() override { return session_.isActive(); }
 
     std::optional<std::string> locate(const std::string& bundleID) override;
     void revealInFileManager(const std::string& path) override;
@@ -23,6 +25,12 @@ public:
     [[nodiscard]] Subscription observeTerminated(ApplicationNotice notice) override;
     [[nodiscard]] Subscription observeActivated(ApplicationNotice notice) override;
     [[nodiscard]] Subscription observeActiveSpaceChanged(std::function<void()> notice) override;
+    [[nodiscard]] Subscription observeSessionActivated(std::function<void()> notice) override {
+        return session_.observeActivated(std::move(notice));
+    }
+
+private:
+    SessionWatch session_;
 };
 
 }  // namespace morvel::mac

@@ -43,11 +43,26 @@ public:
     }
 };
 
+/// Notifications between processes of one person's session.
+class NSDistributedNotificationCenter : public NSNotificationCenter {
+public:
+    static constexpr const char* kClass = "NSDistributedNotificationCenter";
+    using NSNotificationCenter::NSNotificationCenter;
+
+    static NSDistributedNotificationCenter defaultCenter() {
+        return send<NSDistributedNotificationCenter>(ClassOf<NSDistributedNotificationCenter>{}, "defaultCenter"_sel);
+    }
+};
+
 extern "C" {
 extern const objc::RawObject NSWorkspaceDidLaunchApplicationNotification;
 extern const objc::RawObject NSWorkspaceDidTerminateApplicationNotification;
 extern const objc::RawObject NSWorkspaceDidActivateApplicationNotification;
 extern const objc::RawObject NSWorkspaceActiveSpaceDidChangeNotification;
+extern const objc::RawObject NSWorkspaceScreensDidSleepNotification;
+extern const objc::RawObject NSWorkspaceScreensDidWakeNotification;
+extern const objc::RawObject NSWorkspaceSessionDidBecomeActiveNotification;
+extern const objc::RawObject NSWorkspaceSessionDidResignActiveNotification;
 extern const objc::RawObject NSWorkspaceApplicationKey;
 extern const objc::RawObject NSApplicationDidChangeScreenParametersNotification;
 }
