@@ -1,6 +1,7 @@
 // The whole macOS host in the checked runtime: stories of a person at a Mac with two screens.
 #include "Platform/Mac/MacHost.h"
 
+#include "App/AppDelegate.h"
 #include "Application.h"
 #include "MacDesktop.h"
 #include "Platform/Mac/objc/AutoreleasePool.h"
@@ -19,11 +20,13 @@ protected:
     void run(const std::function<void()>& story) {
         const objc::AutoreleasePool pool;
         MacHost host;
+        morvel::AppDelegate application(host.platform());
         whileRunning([&] {
             dispatch().runFor(1s);
             story();
         });
-        host.run();
+        host.run({.launched = [&] { application.applicationDidFinishLaunching(); },
+                  .quitting = [&] { application.applicationWillTerminate(); }});
     }
     static void wait(std::chrono::nanoseconds time = 2s) { dispatch().runFor(time); }
     static Texts shown(std::size_t bar) {

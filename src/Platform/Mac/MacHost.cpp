@@ -1,25 +1,26 @@
-// Putting the program together.
 #include "Platform/Mac/MacHost.h"
-
-#include "Platform/Mac/AppDelegate.h"
 
 namespace morvel::mac {
 
-MacHost::MacHost()
-    : application_(NSApplication::shared()),
-      toolkit_(system_.mainLoop()),
-      appDelegate_({system_.mainLoop(), system_.log(), system_.accessibility(), system_.windowServer(),
-                    system_.workspace(), system_.screens(), system_.defaults(), system_.icons(), toolkit_,
-                    [] { NSApplication::shared().terminate(); }}),
-      delegate_(AppDelegate::make({.launched = [this] { appDelegate_.applicationDidFinishLaunching(); },
-                                   .quitting = [this] { appDelegate_.applicationWillTerminate(); }})) {
+Platform MacHost::platform() {
+    return {system_.mainLoop(),
+            system_.log(),
+            system_.accessibility(),
+            system_.windowServer(),
+            system_.workspace(),
+            system_.screens(),
+            system_.defaults(),
+            system_.icons(),
+            toolkit_,
+            [] { NSApplication::shared().terminate(); }};
+}
+
+void MacHost::run(AppDelegate::Callbacks application) {
+    delegate_ = AppDelegate::make(std::move(application));
     application_.setDelegate(delegate_);
     // No Dock icon, and no main menu of its own.
     application_.setActivationPolicy(NSApplicationActivationPolicyAccessory);
-}
-
-MacHost::~MacHost() {
-    application_.setDelegate(nullptr);
+    application_.run();
 }
 
 }  // namespace morvel::mac

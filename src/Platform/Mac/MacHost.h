@@ -1,10 +1,11 @@
-// The whole program on macOS: the application object, the host's seams, and the bar's application on top of them.
+// The macOS host as one piece: the application object, every seam, and the running of an application on top of them.
 #pragma once
 
-#include "App/AppDelegate.h"
+#include "Platform/Mac/AppDelegate.h"
 #include "Platform/Mac/MacSystem.h"
 #include "Platform/Mac/UI/MacToolkit.h"
 #include "Platform/Mac/apple/AppKit/NSApplication.h"
+#include "Platform/Platform.h"
 
 namespace morvel::mac {
 
@@ -12,19 +13,20 @@ namespace morvel::mac {
 /// AppKit keeps no reference to the delegate, and quitting ends the process from inside `run`.
 class MacHost {
 public:
-    MacHost();
-    ~MacHost();
+    MacHost() : application_(NSApplication::shared()), toolkit_(system_.mainLoop()) {}
+    ~MacHost() { application_.setDelegate(nullptr); }
     MacHost(const MacHost&) = delete;
     MacHost& operator=(const MacHost&) = delete;
 
-    void run() { application_.run(); }
-    morvel::AppDelegate& appDelegate() { return appDelegate_; }
+    /// What an application is made with; good as long as the host.
+    Platform platform();
+    /// Runs the application until it ends.
+    void run(AppDelegate::Callbacks application);
 
 private:
     NSApplication application_;
     MacSystem system_;
     MacToolkit toolkit_;
-    morvel::AppDelegate appDelegate_;
     NSObject delegate_;
 };
 

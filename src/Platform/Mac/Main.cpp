@@ -1,10 +1,13 @@
-// The entry point on macOS.
+// The entry point on macOS: hands the host to the application and runs it.
+#include "App/AppDelegate.h"
 #include "Platform/Mac/MacHost.h"
 #include "Platform/Mac/objc/AutoreleasePool.h"
 
 int main() {
     const morvel::mac::objc::AutoreleasePool pool;
     morvel::mac::MacHost host;
-    host.run();
+    morvel::AppDelegate application(host.platform());
+    host.run({.launched = [&] { application.applicationDidFinishLaunching(); },
+              .quitting = [&] { application.applicationWillTerminate(); }});
     return 0;
 }

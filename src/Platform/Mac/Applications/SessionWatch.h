@@ -1,4 +1,4 @@
-// Whether the person sees this session: it is shown, the displays are awake, and the screen is not locked.
+// Whether the person sees their session: it is shown, the displays are awake, and the screen is not locked.
 #pragma once
 
 #include <functional>
