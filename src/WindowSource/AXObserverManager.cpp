@@ -44,7 +44,7 @@ AXObserverManager::AXObserverManager(System system, WindowIDMint& mint, WindowSt
       notificationRetrier_(system.mainLoop) {}
 
 void AXObserverManager::start() {
-    const auto watch = lifeline_.watch();
+    const auto watch = lifetime_.watch();
     observeAppLifecycle();
     attachToAllRunningApps();
     if (watch.isAlive()) deadPIDSweepTimer_ = system_.mainLoop.every(kSweepPeriod, kSweepPeriod, [this] { sweep(); });
@@ -65,7 +65,7 @@ void AXObserverManager::observeAppLifecycle() {
 }
 
 void AXObserverManager::attachToAllRunningApps() {
-    const auto watch = lifeline_.watch();
+    const auto watch = lifetime_.watch();
     for (const RunningApplication& app : system_.workspace.runningApplications()) {
         if (app.policy == ActivationPolicy::Regular) attach(app);
         if (!watch.isAlive()) return;
@@ -73,7 +73,7 @@ void AXObserverManager::attachToAllRunningApps() {
 }
 
 void AXObserverManager::attach(const RunningApplication& app) {
-    const auto watch = lifeline_.watch();
+    const auto watch = lifetime_.watch();
     const ProcessID pid = app.pid;
     if (const auto known = attachedApps_.find(pid); known != attachedApps_.end()) {
         if (known->second.app.instance == app.instance) return;
@@ -105,7 +105,7 @@ void AXObserverManager::detach(ProcessID pid) {
 }
 
 void AXObserverManager::applicationActivated(const RunningApplication& app) {
-    const auto watch = lifeline_.watch();
+    const auto watch = lifetime_.watch();
     const ProcessID pid = app.pid;
     if (app.policy == ActivationPolicy::Regular) attach(app);
     if (!watch.isAlive()) return;
@@ -130,7 +130,7 @@ AXObserverManager::Notifications AXObserverManager::subscribe(Attached& attached
 }
 
 void AXObserverManager::startRetrier(ProcessID pid) {
-    notificationRetrier_.start(pid, kSubscriptionAttempts, doublingBackoff, [this, watch = lifeline_.watch(), pid] {
+    notificationRetrier_.start(pid, kSubscriptionAttempts, doublingBackoff, [this, watch = lifetime_.watch(), pid] {
         return !watch.isAlive() || retrySubscriptions(pid);
     });
 }
@@ -158,7 +158,7 @@ void AXObserverManager::lookAgain(ProcessID pid, uint64_t look) {
 void AXObserverManager::enumerateAllAgain() {
     // Applications list their windows on the visible Spaces alone, so a switch may bring new ones to light; those
     // that are hidden now stay.
-    const auto watch = lifeline_.watch();
+    const auto watch = lifetime_.watch();
     std::vector<ProcessID> pids;
     for (const auto& [pid, attached] : attachedApps_) pids.push_back(pid);
     for (const ProcessID pid : pids) {
@@ -168,13 +168,13 @@ void AXObserverManager::enumerateAllAgain() {
 }
 
 void AXObserverManager::sweep() {
-    const auto watch = lifeline_.watch();
+    const auto watch = lifetime_.watch();
     sweepDeadPIDs();
     if (watch.isAlive()) tracker_.sweepClosedWindows();
 }
 
 void AXObserverManager::sweepDeadPIDs() {
-    const auto watch = lifeline_.watch();
+    const auto watch = lifetime_.watch();
     std::set<ProcessID> pids;
     for (const auto& [pid, attached] : attachedApps_) pids.insert(pid);
     for (const auto& [id, record] : *store_.windows().value()) pids.insert(record.pid);
@@ -185,7 +185,7 @@ void AXObserverManager::sweepDeadPIDs() {
 }
 
 void AXObserverManager::processRecovered(ProcessID pid) {
-    const auto watch = lifeline_.watch();
+    const auto watch = lifetime_.watch();
     const auto found = attachedApps_.find(pid);
     if (found == attachedApps_.end()) return;
     if (!found->second.pendingNotifications.empty()) startRetrier(pid);

@@ -14,7 +14,7 @@
 #include "Platform/Screens.h"
 #include "Platform/WindowServer.h"
 #include "Platform/Workspace.h"
-#include "Util/Lifeline.h"
+#include "Util/Lifetime.h"
 #include "Util/RetryScheduler.h"
 #include "Util/WindowIDMint.h"
 #include "WindowSource/UnresponsiveProcesses.h"
@@ -93,7 +93,7 @@ private:
     uint64_t lastSecondLook_ = 0;
     Timer deadPIDSweepTimer_;
     Subscriptions workspaceObservers_;
-    Lifeline lifeline_;
+    Lifetime lifetime_;
 };
 
 }  // namespace morvel

@@ -54,7 +54,7 @@ void WindowTracker::enumerateAXWindows(ProcessID pid) {
 }
 
 void WindowTracker::refresh(ProcessID pid) {
-    const auto watch = lifeline_.watch();
+    const auto watch = lifetime_.watch();
     AXReader reader(system_.accessibility);
     Events events;
     for (const WindowID id : windows_.windowsOf(pid)) {
@@ -83,7 +83,7 @@ void WindowTracker::forget(ProcessID pid) {
 }
 
 void WindowTracker::sweepClosedWindows() {
-    const auto watch = lifeline_.watch();
+    const auto watch = lifetime_.watch();
     std::unordered_set<WindowNumber> listed;
     for (const ListedWindow& window : system_.windowServer.windowList(WindowListScope::All))
         listed.insert(window.number);
@@ -216,7 +216,7 @@ bool WindowTracker::isGone(WindowID id, const std::unordered_set<WindowNumber>& 
 }
 
 void WindowTracker::emit(const Events& events) {
-    const auto watch = lifeline_.watch();
+    const auto watch = lifetime_.watch();
     WindowStore& store = system_.store;
     for (const WindowEvent& event : events) {
         store.apply(event);

@@ -13,7 +13,7 @@
 #include "Platform/WindowServer.h"
 #include "Platform/Workspace.h"
 #include "Util/Debouncer.h"
-#include "Util/Lifeline.h"
+#include "Util/Lifetime.h"
 #include "Util/WindowIDMint.h"
 #include "WindowSource/TrackedWindows.h"
 #include "WindowSource/UnresponsiveProcesses.h"
@@ -86,7 +86,7 @@ private:
     TrackedWindows windows_;
     std::unordered_set<ProcessID> windowlessPIDs_;  // attached ones without windows; the store holds a placeholder each
     Debouncer<WindowID> titleDebouncer_;
-    Lifeline lifeline_;
+    Lifetime lifetime_;
 };
 
 }  // namespace morvel
