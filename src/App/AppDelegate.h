@@ -39,6 +39,7 @@ private:
     /// At most once.
     void startCore();
     BarActions makeBarActions();
+    void subscribeToSettings();
 
     Platform platform_;
     WindowIDMint mint_;
@@ -53,6 +54,7 @@ private:
     std::unique_ptr<IconCache> iconCache_;
     BarActions barActions_;
     std::unique_ptr<DisplayManager> displayManager_;
+    Subscriptions subscriptions_;
 };
 
 }  // namespace morvel

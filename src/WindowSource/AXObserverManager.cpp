@@ -50,6 +50,13 @@ void AXObserverManager::start() {
     if (watch.isAlive()) deadPIDSweepTimer_ = system_.mainLoop.every(kSweepPeriod, kSweepPeriod, [this] { sweep(); });
 }
 
+void AXObserverManager::adoptFocus() {
+    const auto frontmost = system_.workspace.frontmostApplication();
+    const auto found = frontmost ? attachedApps_.find(*frontmost) : attachedApps_.end();
+    if (found == attachedApps_.end()) return;
+    tracker_.handleNotice(AXElement(found->second.element), ax::kApplicationActivated, *frontmost);
+}
+
 void AXObserverManager::observeAppLifecycle() {
     Workspace& workspace = system_.workspace;
     workspaceObservers_.push_back(workspace.observeLaunched([this](const RunningApplication& app) {

@@ -44,6 +44,8 @@ public:
     AXObserverManager& operator=(const AXObserverManager&) = delete;
 
     void start();
+    /// Takes over the focus as it is now: no notice tells of a window that had it before it was observed.
+    void adoptFocus();
 
     /// Brings the window to the front, out of the Dock if it is minimized, and gives it the focus.
     void raiseWindow(WindowID id);
