@@ -60,7 +60,7 @@ void AXObserverManager::adoptFocus() {
 void AXObserverManager::observeAppLifecycle() {
     Workspace& workspace = system_.workspace;
     workspaceObservers_.push_back(workspace.observeLaunched([this](const RunningApplication& app) {
-        if (app.policy == ActivationPolicy::Regular) attach(app);
+        if (app.policy == ActivationPolicy::Regular) attachLate(app);
     }));
     workspaceObservers_.push_back(workspace.observeTerminated([this](const RunningApplication& app) {
         const auto found = attachedApps_.find(app.pid);
@@ -104,6 +104,14 @@ void AXObserverManager::attach(const RunningApplication& app) {
     if (watch.isAlive() && tracker_.becomeWindowless(app) && watch.isAlive()) scheduleSecondLook(pid);
 }
 
+void AXObserverManager::attachLate(const RunningApplication& app) {
+    const auto watch = lifetime_.watch();
+    const auto known = attachedApps_.find(app.pid);
+    if (known != attachedApps_.end() && known->second.app.instance == app.instance) return;
+    attach(app);
+    if (watch.isAlive() && system_.workspace.frontmostApplication() == app.pid) adoptFocus();
+}
+
 void AXObserverManager::detach(ProcessID pid) {
     attachedApps_.erase(pid);
     notificationRetrier_.cancel(pid);
@@ -114,7 +122,7 @@ void AXObserverManager::detach(ProcessID pid) {
 void AXObserverManager::applicationActivated(const RunningApplication& app) {
     const auto watch = lifetime_.watch();
     const ProcessID pid = app.pid;
-    if (app.policy == ActivationPolicy::Regular) attach(app);
+    if (app.policy == ActivationPolicy::Regular) attachLate(app);
     if (!watch.isAlive()) return;
     const auto found = attachedApps_.find(pid);
     // Retries that were given up get a new chance: the application is certainly up now.
@@ -148,7 +156,8 @@ bool AXObserverManager::retrySubscriptions(ProcessID pid) {
     Attached& attached = found->second;
     attached.pendingNotifications = subscribe(attached, std::exchange(attached.pendingNotifications, {}));
     if (!attached.pendingNotifications.empty()) return false;
-    tracker_.enumerateAXWindows(pid);
+    // What was found by a second look meanwhile may have changed without our hearing of it.
+    tracker_.refresh(pid);
     return true;
 }
 

@@ -14,6 +14,19 @@ using namespace std::chrono_literals;
 
 constexpr Duration kTitleQuiet = 200ms;
 
+/// Whether the store knows already what the event tells of a title or a frame.
+bool isStored(const WindowMap& stored, const WindowEvent& event) {
+    if (const auto* change = std::get_if<event::TitleChanged>(&event)) {
+        const auto record = stored.find(change->id);
+        return record != stored.end() && record->second.title == change->title;
+    }
+    if (const auto* change = std::get_if<event::FrameChanged>(&event)) {
+        const auto record = stored.find(change->id);
+        return record != stored.end() && record->second.frame == change->frame;
+    }
+    return false;
+}
+
 }  // namespace
 
 WindowTracker::WindowTracker(System system, std::function<void(ProcessID, const AXElement&)> registered)
@@ -61,6 +74,8 @@ void WindowTracker::refresh(ProcessID pid) {
         readTitle(*windows_.find(id), reader, events);
         readFrame(*windows_.find(id), reader, events);
     }
+    const WindowMap& stored = *system_.store.windows().value();
+    std::erase_if(events, [&](const WindowEvent& event) { return isStored(stored, event); });
     emit(events);
     if (watch.isAlive()) enumerateAXWindows(pid);
     if (watch.isAlive() && system_.workspace.frontmostApplication() == pid) handleAppActivated(pid);

@@ -47,7 +47,7 @@ public:
     void handleNotice(const AXElement& element, std::string_view notification, ProcessID pid);
     /// Adds the windows that the process lists and that are not tracked yet.
     void enumerateAXWindows(ProcessID pid);
-    /// Reads everything about the process's windows anew.
+    /// Reads everything about the process's windows anew and tells what has changed.
     void refresh(ProcessID pid);
 
     /// Puts a placeholder into the store for a process of which no window is known; false when one is.
