@@ -59,9 +59,8 @@ void AXObserverManager::adoptFocus() {
 
 void AXObserverManager::observeAppLifecycle() {
     Workspace& workspace = system_.workspace;
-    workspaceObservers_.push_back(workspace.observeLaunched([this](const RunningApplication& app) {
-        if (app.policy == ActivationPolicy::Regular) attachLate(app);
-    }));
+    workspaceObservers_.push_back(
+        workspace.observeLaunched([this](const RunningApplication& app) { attachLate(app); }));
     workspaceObservers_.push_back(workspace.observeTerminated([this](const RunningApplication& app) {
         const auto found = attachedApps_.find(app.pid);
         if (found != attachedApps_.end() && found->second.app.instance == app.instance) detach(app.pid);
@@ -105,9 +104,8 @@ void AXObserverManager::attach(const RunningApplication& app) {
 }
 
 void AXObserverManager::attachLate(const RunningApplication& app) {
+    if (app.policy != ActivationPolicy::Regular) return;
     const auto watch = lifetime_.watch();
-    const auto known = attachedApps_.find(app.pid);
-    if (known != attachedApps_.end() && known->second.app.instance == app.instance) return;
     attach(app);
     if (watch.isAlive() && system_.workspace.frontmostApplication() == app.pid) adoptFocus();
 }
@@ -122,7 +120,7 @@ void AXObserverManager::detach(ProcessID pid) {
 void AXObserverManager::applicationActivated(const RunningApplication& app) {
     const auto watch = lifetime_.watch();
     const ProcessID pid = app.pid;
-    if (app.policy == ActivationPolicy::Regular) attachLate(app);
+    attachLate(app);
     if (!watch.isAlive()) return;
     const auto found = attachedApps_.find(pid);
     // Retries that were given up get a new chance: the application is certainly up now.

@@ -71,7 +71,8 @@ private:
     void observeAppLifecycle();
     void attachToAllRunningApps();
     void attach(const RunningApplication& app);
-    /// For an application that came, or came to the front, while we run: what it told before it was attached is lost.
+    /// For a regular application that came, or came to the front, while we run: what it told of its focus before it was
+    /// attached, or while the system still called another one the front one, is lost.
     void attachLate(const RunningApplication& app);
     void detach(ProcessID pid);
     void applicationActivated(const RunningApplication& app);

@@ -49,7 +49,8 @@ void WindowTracker::handleNotice(const AXElement& element, std::string_view noti
     } else if (notification == ax::kWindowMoved || notification == ax::kWindowResized) {
         if (known) handleFrameChange(*known);
     } else if (notification == ax::kFocusedWindowChanged || notification == ax::kMainWindowChanged) {
-        handleFocusChange(element, pid);
+        const auto frontmost = system_.workspace.frontmostApplication();
+        frontmost.value_or(pid) == pid ? handleFocusChange(element, pid) : handleBackgroundFocusChange(element, pid);
     } else if (notification == ax::kApplicationActivated) {
         handleAppActivated(pid);
     }
@@ -172,6 +173,16 @@ void WindowTracker::handleFocusChange(const AXElement& element, ProcessID pid) {
     const auto id = registerWindow(element, pid, reader, events);
     // Silence does not mean that the focus left our windows.
     if (id || !reader.hasTimedOut()) events.push_back(event::Focused{id});
+    emit(events);
+}
+
+void WindowTracker::handleBackgroundFocusChange(const AXElement& element, ProcessID pid) {
+    AXReader reader(system_.accessibility);
+    Events events;
+    const auto id = registerWindow(element, pid, reader, events);
+    const auto marked = system_.store.focusedID().value();
+    const TrackedWindow* window = marked ? windows_.find(*marked) : nullptr;
+    if (!id && !reader.hasTimedOut() && window && window->pid == pid) events.push_back(event::Focused{});
     emit(events);
 }
 

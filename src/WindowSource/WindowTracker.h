@@ -71,6 +71,9 @@ private:
     void handleTitleChange(WindowID id);
     void handleFrameChange(WindowID id);
     void handleFocusChange(const AXElement& element, ProcessID pid);
+    /// A process behind another one moves its focus among its windows, as when one of them closes: that can take the
+    /// mark off a window of its own, never off the front process's.
+    void handleBackgroundFocusChange(const AXElement& element, ProcessID pid);
     void handleAppActivated(ProcessID pid);
     WindowAttributes readAttributes(const AXElement& element, AXReader& reader);
     void readTitle(const TrackedWindow& window, AXReader& reader, Events& events);

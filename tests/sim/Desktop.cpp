@@ -74,7 +74,7 @@ void Desktop::rearrange(const std::vector<DisplaySpec>& displays) {
     screens_.list.clear();
     for (const DisplaySpec& display : displays) {
         screens_.list.push_back(SimScreens::screenOf(display));
-        if (!windowServer_.display(SimScreens::uuidOf(display.id))) addDisplaySpaces(display.id);
+        addDisplaySpaces(display.id);
     }
     if (!displays.empty()) screens_.main = displays.front().id;
     mainLoop_.post([this] { screens_.changes.emit(); });
@@ -161,6 +161,7 @@ std::optional<DisplayID> Desktop::displayAt(Point<AXSpace> point) const {
 }
 
 void Desktop::addDisplaySpaces(DisplayID display) {
+    if (windowServer_.display(SimScreens::uuidOf(display))) return;  // not unplugged, only gone for a moment
     const SpaceID first{++lastSpace_};
     const ManagedSpace space{0, first, first};
     windowServer_.displays.push_back({SimScreens::uuidOf(display), {space}, space});
