@@ -4,6 +4,22 @@
 
 namespace morvel {
 
+namespace {
+
+ui::Appearance appearanceOf(Theme theme) {
+    switch (theme) {
+        case Theme::System:
+            break;
+        case Theme::Light:
+            return ui::Appearance::Light;
+        case Theme::Dark:
+            return ui::Appearance::Dark;
+    }
+    return ui::Appearance::System;
+}
+
+}  // namespace
+
 AppDelegate::AppDelegate(const Platform& platform)
     : platform_(platform), permissionGate_(platform.accessibility, platform.mainLoop) {}
 
@@ -35,8 +51,14 @@ void AppDelegate::startCore() {
         AXObserverManager::System{platform_.mainLoop, platform_.log, platform_.accessibility, platform_.windowServer,
                                   platform_.workspace, platform_.screens},
         mint_, *windowStore_);
-    observerManager_->onPermissionLost = [this] { askForPermission([this] { observerManager_->restart(); }); };
+    observerManager_->onPermissionLost = [this] {
+        askForPermission([this] {
+            observerManager_->restart();
+            observerManager_->adoptFocus();
+        });
+    };
     observerManager_->start();
+    observerManager_->adoptFocus();
     appCommands_ = std::make_unique<AppCommands>(platform_.workspace, platform_.mainLoop);
     spaceQuery_ = std::make_unique<SpaceQuery>(platform_.windowServer, platform_.screens);
     iconCache_ = std::make_unique<IconCache>(platform_.icons, platform_.mainLoop);
@@ -46,6 +68,12 @@ void AppDelegate::startCore() {
                     *windowStore_, *settings_, *iconCache_, mint_, barActions_},
         platform_.windowServer, platform_.workspace);
     displayManager_->start();
+    subscribeToSettings();
+}
+
+void AppDelegate::subscribeToSettings() {
+    subscriptions_.push_back(
+        settings_->theme.subscribe([this](Theme theme) { platform_.toolkit.setAppearance(appearanceOf(theme)); }));
 }
 
 BarActions AppDelegate::makeBarActions() {

@@ -41,6 +41,7 @@ private:
     /// Shows the permission window until the permission is there.
     void askForPermission(std::function<void()> granted);
     BarActions makeBarActions();
+    void subscribeToSettings();
 
     Platform platform_;
     WindowIDMint mint_;
@@ -55,6 +56,7 @@ private:
     std::unique_ptr<IconCache> iconCache_;
     BarActions barActions_;
     std::unique_ptr<DisplayManager> displayManager_;
+    Subscriptions subscriptions_;
 };
 
 }  // namespace morvel

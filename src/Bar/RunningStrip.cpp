@@ -1,5 +1,6 @@
 #include "Bar/RunningStrip.h"
 
+#include <algorithm>
 #include <unordered_set>
 
 #include "Bar/Layout/RunningZoneWidths.h"
@@ -45,7 +46,8 @@ GroupPopoverBindings RunningStrip::popoverBindings() {
 }
 
 void RunningStrip::apply(const RunningStripContent& content, bool iconOnly) {
-    groupPopover_.windowsChanged(*services_.store.windows().value());
+    const auto listed = std::ranges::find(content.groups, popoverGroup_, &RunningZoneLayout::Group::bundleID);
+    groupPopover_.windowsChanged(listed != content.groups.end() ? listed->windows : std::vector<WindowSnapshot>{});
     dropMissing(content);
     size_t index = 0;
     for (const RunningZoneLayout::Group& group : content.groups)
@@ -60,7 +62,6 @@ void RunningStrip::dropMissing(const RunningStripContent& content) {
     std::erase_if(windowButtons_, [&](const auto& entry) { return !windows.contains(entry.first); });
     std::unordered_set<std::string> groups;
     for (const RunningZoneLayout::Group& group : content.groups) groups.insert(group.bundleID);
-    if (!groups.contains(popoverGroup_)) groupPopover_.close();
     std::erase_if(groupedButtons_, [&](const auto& entry) { return !groups.contains(entry.first); });
 }
 

@@ -35,9 +35,7 @@ Subscription IconCache::icon(const std::optional<std::string>& bundleID, Process
 }
 
 void IconCache::postNextLoad() {
-    mainLoop_.post([weak = std::weak_ptr(self_)] {
-        if (const auto self = weak.lock()) (*self)->loadNext();
-    });
+    mainLoop_.post(lifetime_.whileAlive([this] { loadNext(); }));
 }
 
 void IconCache::loadNext() {

@@ -3,7 +3,6 @@
 
 #include <functional>
 #include <list>
-#include <memory>
 #include <optional>
 #include <string>
 #include <unordered_map>
@@ -11,6 +10,7 @@
 
 #include "Platform/Icons.h"
 #include "Platform/MainLoop.h"
+#include "Util/Lifetime.h"
 #include "Util/Signal.h"
 
 namespace morvel {
@@ -63,7 +63,7 @@ private:
     std::unordered_map<std::string, Entries::iterator> byKey_;
     Requests requests_;  // in flight, oldest first; a turn is posted exactly while there are any
     std::unordered_map<std::string, Requests::iterator> requestByKey_;
-    std::shared_ptr<IconCache*> self_ = std::make_shared<IconCache*>(this);  // lets a posted turn see that we are gone
+    Lifetime lifetime_;
 };
 
 }  // namespace morvel

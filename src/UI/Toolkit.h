@@ -46,10 +46,17 @@ public:
     virtual void close() = 0;
 };
 
+/// How roles of colours are resolved; System follows what the person chose for all programs.
+enum class Appearance { System, Light, Dark };
+
 /// Main thread only.
 class Toolkit {
 public:
     virtual ~Toolkit() = default;
+
+    /// From now on everything is shown in this appearance, what is on the screen included. Ignored by hosts that know
+    /// only one.
+    virtual void setAppearance(Appearance) {}
 
     /// The content view fills the panel and outlives the peer.
     virtual std::unique_ptr<PanelPeer> makePanel(const PanelOptions& options, View& content) = 0;

@@ -46,17 +46,23 @@ AXObserverManager::AXObserverManager(System system, WindowIDMint& mint, WindowSt
       notificationRetrier_(system.mainLoop) {}
 
 void AXObserverManager::start() {
-    const auto watch = lifeline_.watch();
+    const auto watch = lifetime_.watch();
     observeAppLifecycle();
     attachToAllRunningApps();
     if (watch.isAlive()) deadPIDSweepTimer_ = system_.mainLoop.every(kSweepPeriod, kSweepPeriod, [this] { sweep(); });
 }
 
+void AXObserverManager::adoptFocus() {
+    const auto frontmost = system_.workspace.frontmostApplication();
+    const auto found = frontmost ? attachedApps_.find(*frontmost) : attachedApps_.end();
+    if (found == attachedApps_.end()) return;
+    tracker_.handleNotice(AXElement(found->second.element), ax::kApplicationActivated, *frontmost);
+}
+
 void AXObserverManager::observeAppLifecycle() {
     Workspace& workspace = system_.workspace;
-    workspaceObservers_.push_back(workspace.observeLaunched([this](const RunningApplication& app) {
-        if (app.policy == ActivationPolicy::Regular) attach(app);
-    }));
+    workspaceObservers_.push_back(
+        workspace.observeLaunched([this](const RunningApplication& app) { attachLate(app); }));
     workspaceObservers_.push_back(workspace.observeTerminated([this](const RunningApplication& app) {
         const auto found = attachedApps_.find(app.pid);
         if (found != attachedApps_.end() && found->second.app.instance == app.instance) detach(app.pid);
@@ -68,7 +74,7 @@ void AXObserverManager::observeAppLifecycle() {
 }
 
 void AXObserverManager::attachToAllRunningApps() {
-    const auto watch = lifeline_.watch();
+    const auto watch = lifetime_.watch();
     for (const RunningApplication& app : system_.workspace.runningApplications()) {
         if (app.policy == ActivationPolicy::Regular) attach(app);
         if (!watch.isAlive()) return;
@@ -76,7 +82,7 @@ void AXObserverManager::attachToAllRunningApps() {
 }
 
 void AXObserverManager::attach(const RunningApplication& app) {
-    const auto watch = lifeline_.watch();
+    const auto watch = lifetime_.watch();
     const ProcessID pid = app.pid;
     if (const auto known = attachedApps_.find(pid); known != attachedApps_.end()) {
         if (known->second.app.instance == app.instance) return;
@@ -100,6 +106,13 @@ void AXObserverManager::attach(const RunningApplication& app) {
     if (watch.isAlive() && tracker_.becomeWindowless(app) && watch.isAlive()) scheduleSecondLook(pid);
 }
 
+void AXObserverManager::attachLate(const RunningApplication& app) {
+    if (app.policy != ActivationPolicy::Regular) return;
+    const auto watch = lifetime_.watch();
+    attach(app);
+    if (watch.isAlive() && system_.workspace.frontmostApplication() == app.pid) adoptFocus();
+}
+
 void AXObserverManager::detach(ProcessID pid) {
     attachedApps_.erase(pid);
     notificationRetrier_.cancel(pid);
@@ -108,9 +121,9 @@ void AXObserverManager::detach(ProcessID pid) {
 }
 
 void AXObserverManager::applicationActivated(const RunningApplication& app) {
-    const auto watch = lifeline_.watch();
+    const auto watch = lifetime_.watch();
     const ProcessID pid = app.pid;
-    if (app.policy == ActivationPolicy::Regular) attach(app);
+    attachLate(app);
     if (!watch.isAlive()) return;
     const auto found = attachedApps_.find(pid);
     // Retries that were given up get a new chance: the application is certainly up now.
@@ -136,7 +149,7 @@ AXObserverManager::Notifications AXObserverManager::subscribe(Attached& attached
 }
 
 void AXObserverManager::startRetrier(ProcessID pid) {
-    notificationRetrier_.start(pid, kSubscriptionAttempts, doublingBackoff, [this, watch = lifeline_.watch(), pid] {
+    notificationRetrier_.start(pid, kSubscriptionAttempts, doublingBackoff, [this, watch = lifetime_.watch(), pid] {
         return !watch.isAlive() || retrySubscriptions(pid);
     });
 }
@@ -147,7 +160,8 @@ bool AXObserverManager::retrySubscriptions(ProcessID pid) {
     Attached& attached = found->second;
     attached.pendingNotifications = subscribe(attached, std::exchange(attached.pendingNotifications, {}));
     if (!attached.pendingNotifications.empty()) return false;
-    tracker_.enumerateAXWindows(pid);
+    // What was found by a second look meanwhile may have changed without our hearing of it.
+    tracker_.refresh(pid);
     return true;
 }
 
@@ -164,7 +178,7 @@ void AXObserverManager::lookAgain(ProcessID pid, uint64_t look) {
 void AXObserverManager::enumerateAllAgain() {
     // Applications list their windows on the visible Spaces alone, so a switch may bring new ones to light; those
     // that are hidden now stay.
-    const auto watch = lifeline_.watch();
+    const auto watch = lifetime_.watch();
     std::vector<ProcessID> pids;
     for (const auto& [pid, attached] : attachedApps_) pids.push_back(pid);
     for (const ProcessID pid : pids) {
@@ -174,14 +188,14 @@ void AXObserverManager::enumerateAllAgain() {
 }
 
 void AXObserverManager::sweep() {
-    const auto watch = lifeline_.watch();
+    const auto watch = lifetime_.watch();
     sweepDeadPIDs();
     // While nobody sees the session, applications and the window list tell of no windows though they have some.
     if (watch.isAlive() && system_.workspace.isSessionActive()) tracker_.sweepClosedWindows();
 }
 
 void AXObserverManager::sweepDeadPIDs() {
-    const auto watch = lifeline_.watch();
+    const auto watch = lifetime_.watch();
     std::set<ProcessID> pids;
     for (const auto& [pid, attached] : attachedApps_) pids.insert(pid);
     for (const auto& [id, record] : *store_.windows().value()) pids.insert(record.pid);
@@ -192,7 +206,7 @@ void AXObserverManager::sweepDeadPIDs() {
 }
 
 void AXObserverManager::processRecovered(ProcessID pid) {
-    const auto watch = lifeline_.watch();
+    const auto watch = lifetime_.watch();
     const auto found = attachedApps_.find(pid);
     if (found == attachedApps_.end()) return;
     if (!found->second.pendingNotifications.empty()) startRetrier(pid);
@@ -200,7 +214,7 @@ void AXObserverManager::processRecovered(ProcessID pid) {
 }
 
 void AXObserverManager::restart() {
-    const auto watch = lifeline_.watch();
+    const auto watch = lifetime_.watch();
     permissionLoss_.reset();
     std::vector<ProcessID> pids;
     for (const auto& [pid, attached] : attachedApps_) pids.push_back(pid);

@@ -14,7 +14,7 @@
 #include "Platform/Screens.h"
 #include "Platform/WindowServer.h"
 #include "Platform/Workspace.h"
-#include "Util/Lifeline.h"
+#include "Util/Lifetime.h"
 #include "Util/RetryScheduler.h"
 #include "Util/WindowIDMint.h"
 #include "WindowSource/UnresponsiveProcesses.h"
@@ -46,9 +46,11 @@ public:
     void start();
     /// Observes every application anew, as after the permission was taken away and given back.
     void restart();
-
     /// Called in a later turn, once for each loss, when this program is no longer trusted though it was.
     std::function<void()> onPermissionLost;
+
+    /// Takes over the focus as it is now: no notice tells of a window that had it before it was observed.
+    void adoptFocus();
 
     /// Brings the window to the front, out of the Dock if it is minimized, and gives it the focus.
     void raiseWindow(WindowID id);
@@ -74,6 +76,9 @@ private:
     void observeAppLifecycle();
     void attachToAllRunningApps();
     void attach(const RunningApplication& app);
+    /// For a regular application that came, or came to the front, while we run: what it told of its focus before it was
+    /// attached, or while the system still called another one the front one, is lost.
+    void attachLate(const RunningApplication& app);
     void detach(ProcessID pid);
     void applicationActivated(const RunningApplication& app);
     /// The ones that were refused.
@@ -102,7 +107,7 @@ private:
     Timer raiseCheck_;      // of the window that was raised last
     Timer permissionLoss_;  // while it is about to be told, and after that until `restart`
     Subscriptions workspaceObservers_;
-    Lifeline lifeline_;
+    Lifetime lifetime_;
 };
 
 }  // namespace morvel

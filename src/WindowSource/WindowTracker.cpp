@@ -14,6 +14,19 @@ using namespace std::chrono_literals;
 
 constexpr Duration kTitleQuiet = 200ms;
 
+/// Whether the store knows already what the event tells of a title or a frame.
+bool isStored(const WindowMap& stored, const WindowEvent& event) {
+    if (const auto* change = std::get_if<event::TitleChanged>(&event)) {
+        const auto record = stored.find(change->id);
+        return record != stored.end() && record->second.title == change->title;
+    }
+    if (const auto* change = std::get_if<event::FrameChanged>(&event)) {
+        const auto record = stored.find(change->id);
+        return record != stored.end() && record->second.frame == change->frame;
+    }
+    return false;
+}
+
 }  // namespace
 
 WindowTracker::WindowTracker(System system, std::function<void(ProcessID, const AXElement&)> foundOlder)
@@ -36,7 +49,8 @@ void WindowTracker::handleNotice(const AXElement& element, std::string_view noti
     } else if (notification == ax::kWindowMoved || notification == ax::kWindowResized) {
         if (known) handleFrameChange(*known);
     } else if (notification == ax::kFocusedWindowChanged || notification == ax::kMainWindowChanged) {
-        handleFocusChange(element, pid);
+        const auto frontmost = system_.workspace.frontmostApplication();
+        frontmost.value_or(pid) == pid ? handleFocusChange(element, pid) : handleBackgroundFocusChange(element, pid);
     } else if (notification == ax::kApplicationActivated) {
         handleAppActivated(pid);
     }
@@ -54,13 +68,15 @@ void WindowTracker::enumerateAXWindows(ProcessID pid) {
 }
 
 void WindowTracker::refresh(ProcessID pid) {
-    const auto watch = lifeline_.watch();
+    const auto watch = lifetime_.watch();
     AXReader reader(system_.accessibility);
     Events events;
     for (const WindowID id : windows_.windowsOf(pid)) {
         readTitle(*windows_.find(id), reader, events);
         readFrame(*windows_.find(id), reader, events);
     }
+    const WindowMap& stored = *system_.store.windows().value();
+    std::erase_if(events, [&](const WindowEvent& event) { return isStored(stored, event); });
     emit(events);
     if (watch.isAlive()) enumerateAXWindows(pid);
     if (watch.isAlive() && system_.workspace.frontmostApplication() == pid) handleAppActivated(pid);
@@ -83,7 +99,7 @@ void WindowTracker::forget(ProcessID pid) {
 }
 
 void WindowTracker::sweepClosedWindows() {
-    const auto watch = lifeline_.watch();
+    const auto watch = lifetime_.watch();
     std::unordered_set<WindowNumber> listed;
     for (const ListedWindow& window : system_.windowServer.windowList(WindowListScope::All))
         listed.insert(window.number);
@@ -160,6 +176,16 @@ void WindowTracker::handleFocusChange(const AXElement& element, ProcessID pid) {
     emit(events);
 }
 
+void WindowTracker::handleBackgroundFocusChange(const AXElement& element, ProcessID pid) {
+    AXReader reader(system_.accessibility);
+    Events events;
+    const auto id = registerWindow(element, pid, reader, events);
+    const auto marked = system_.store.focusedID().value();
+    const TrackedWindow* window = marked ? windows_.find(*marked) : nullptr;
+    if (!id && !reader.hasTimedOut() && window && window->pid == pid) events.push_back(event::Focused{});
+    emit(events);
+}
+
 void WindowTracker::handleAppActivated(ProcessID pid) {
     AXReader reader(system_.accessibility);
     const auto focused = reader.readElement(system_.accessibility.applicationElement(pid), ax::kFocusedWindow);
@@ -216,7 +242,7 @@ bool WindowTracker::isGone(WindowID id, const std::unordered_set<WindowNumber>& 
 }
 
 void WindowTracker::emit(const Events& events) {
-    const auto watch = lifeline_.watch();
+    const auto watch = lifetime_.watch();
     WindowStore& store = system_.store;
     for (const WindowEvent& event : events) {
         store.apply(event);

@@ -13,7 +13,7 @@
 #include "Platform/WindowServer.h"
 #include "Platform/Workspace.h"
 #include "Util/Debouncer.h"
-#include "Util/Lifeline.h"
+#include "Util/Lifetime.h"
 #include "Util/WindowIDMint.h"
 #include "WindowSource/TrackedWindows.h"
 #include "WindowSource/UnresponsiveProcesses.h"
@@ -48,7 +48,7 @@ public:
     void handleNotice(const AXElement& element, std::string_view notification, ProcessID pid);
     /// Adds the windows that the process lists and that are not tracked yet.
     void enumerateAXWindows(ProcessID pid);
-    /// Reads everything about the process's windows anew.
+    /// Reads everything about the process's windows anew and tells what has changed.
     void refresh(ProcessID pid);
 
     /// Puts a placeholder into the store for a process of which no window is known; false when one is.
@@ -74,6 +74,9 @@ private:
     void handleTitleChange(WindowID id);
     void handleFrameChange(WindowID id);
     void handleFocusChange(const AXElement& element, ProcessID pid);
+    /// A process behind another one moves its focus among its windows, as when one of them closes: that can take the
+    /// mark off a window of its own, never off the front process's.
+    void handleBackgroundFocusChange(const AXElement& element, ProcessID pid);
     void handleAppActivated(ProcessID pid);
     WindowAttributes readAttributes(const AXElement& element, AXReader& reader);
     void readTitle(const TrackedWindow& window, AXReader& reader, Events& events);
@@ -89,7 +92,7 @@ private:
     TrackedWindows windows_;
     std::unordered_set<ProcessID> windowlessPIDs_;  // attached ones without windows; the store holds a placeholder each
     Debouncer<WindowID> titleDebouncer_;
-    Lifeline lifeline_;
+    Lifetime lifetime_;
 };
 
 }  // namespace morvel

@@ -235,6 +235,22 @@ TEST(Bar, SettingsAreSeenAtOnce) {
     EXPECT_FALSE(desktop.toolkit().panels().front()->reservesSpace);
 }
 
+TEST(Bar, TakesTheDesktopOverAsItFindsIt) {
+    BarDesktop desktop;
+    auto& editor = desktop.launch("Editor");
+    editor.open({.title = "one"});
+    editor.open({.title = "two"}).focus();
+    desktop.launch("Mail").open({.title = "Inbox"});
+    desktop.defaults().set("theme", {std::string("dark")});
+    desktop.startMorvel();
+    EXPECT_EQ(desktop.strip(), "one two* Inbox") << "what has the focus is marked before it moves for the first time";
+    EXPECT_EQ(desktop.toolkit().appearance(), ui::Appearance::Dark);
+    desktop.settings().theme.set(Theme::Light);
+    EXPECT_EQ(desktop.toolkit().appearance(), ui::Appearance::Light);
+    desktop.settings().theme.set(Theme::System);
+    EXPECT_EQ(desktop.toolkit().appearance(), ui::Appearance::System);
+}
+
 TEST(Bar, WaitsForThePermissionAndQuitsFromItsMenu) {
     BarDesktop desktop;
     desktop.launch("Editor").open({.title = "one"});

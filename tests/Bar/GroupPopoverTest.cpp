@@ -172,13 +172,13 @@ TEST(GroupPopover, RowsFollowTheirWindows) {
     world.popover->show(*world.button, world.windows(2), MorvelEdge::Bottom);
     WindowSnapshot renamed = world.window(2);
     renamed.title = "renamed";
-    world.popover->windowsChanged({{renamed.id, renamed}, {WindowID{0, 7}, world.window(7)}});
+    world.popover->windowsChanged({renamed, world.window(7)});
     EXPECT_EQ(world.listSize().height, 36);
     EXPECT_EQ(world.row(0).titleLabel().text(), "renamed");
     world.popover->windowsChanged({});
     EXPECT_FALSE(world.popover->isShown());
     EXPECT_EQ(world.pins, 0);
-    world.popover->windowsChanged({{renamed.id, renamed}});
+    world.popover->windowsChanged({renamed});
     EXPECT_EQ(world.pins, 0) << "a closed list follows nothing";
 }
 

@@ -77,7 +77,7 @@ void Desktop::rearrange(const std::vector<DisplaySpec>& displays) {
     screens_.list.clear();
     for (const DisplaySpec& display : displays) {
         screens_.list.push_back(SimScreens::screenOf(display));
-        if (!windowServer_.display(SimScreens::uuidOf(display.id))) addDisplaySpaces(display.id);
+        addDisplaySpaces(display.id);
     }
     if (!displays.empty()) screens_.main = displays.front().id;
     rescueWindows();
@@ -174,6 +174,7 @@ void Desktop::rescueWindows() {
 }
 
 void Desktop::addDisplaySpaces(DisplayID display) {
+    if (windowServer_.display(SimScreens::uuidOf(display))) return;  // not unplugged, only gone for a moment
     const SpaceID first{++lastSpace_};
     const ManagedSpace space{0, first, first};
     windowServer_.displays.push_back({SimScreens::uuidOf(display), {space}, space});

@@ -39,6 +39,7 @@ public:
 
     explicit SimToolkit(MainLoop& mainLoop) : mainLoop_(mainLoop) {}
 
+    void setAppearance(ui::Appearance wanted) override { appearance_ = wanted; }
     std::unique_ptr<ui::PanelPeer> makePanel(const ui::PanelOptions& options, ui::View& content) override;
     std::unique_ptr<ui::PopoverPeer> makePopover(ui::View& content, std::function<void()> closed) override;
     void popUpMenu(ui::Menu menu, ui::View& anchor, Point<ViewSpace> locationInRoot,
@@ -47,6 +48,7 @@ public:
     Subscription observeOutsidePresses(std::function<void()> pressed) override;
 
     // --- What is on the screen ---
+    ui::Appearance appearance() const { return appearance_; }
     const std::vector<SimPanel*>& panels() const { return panels_; }
     const std::vector<SimPopover*>& popovers() const { return popovers_; }
     /// The popover that is shown; null for none.
@@ -88,6 +90,7 @@ private:
     const ui::Menu* menuAt(const std::vector<std::string>& path, size_t depth) const;
 
     MainLoop& mainLoop_;
+    ui::Appearance appearance_ = ui::Appearance::System;
     std::vector<SimPanel*> panels_;
     std::vector<SimPopover*> popovers_;
     std::optional<OpenMenu> menu_;

@@ -32,11 +32,13 @@ void GroupPopover::show(ui::View& anchor, const std::vector<WindowSnapshot>& win
     outsideClickMonitor_ = services_.toolkit.observeOutsidePresses([popover = popover_.get()] { popover->close(); });
 }
 
-void GroupPopover::windowsChanged(const WindowMap& windows) {
-    const auto gone = [&](const Row& row) { return !windows.contains(row->snapshot().id); };
-    const bool fewer = std::erase_if(rows_, gone) > 0;
-    for (const Row& row : rows_) row->update(windows.at(row->snapshot().id));
-    if (fewer) rowsChanged();
+void GroupPopover::windowsChanged(const std::vector<WindowSnapshot>& group) {
+    const auto updateOrDrop = [&](const Row& row) {
+        const auto window = std::ranges::find(group, row->snapshot().id, &WindowSnapshot::id);
+        if (window != group.end()) row->update(*window);
+        return window == group.end();
+    };
+    if (std::erase_if(rows_, updateOrDrop) > 0) rowsChanged();
 }
 
 std::vector<WindowSnapshot> GroupPopover::currentWindows() const {

@@ -12,7 +12,6 @@
 #include "Settings/SettingsEnums.h"
 #include "UI/Popover.h"
 #include "UI/StackView.h"
-#include "WindowSource/WindowStore.h"
 
 namespace morvel {
 
@@ -44,8 +43,9 @@ public:
     void close() { popover_->close(); }
     bool isShown() const { return popover_->isShown(); }
 
-    /// Lets the rows follow their windows' titles and vanish with their windows. Does nothing while closed.
-    void windowsChanged(const WindowMap& windows);
+    /// Lets the rows follow their windows' titles and vanish when their windows leave the group. `group` is as the
+    /// button has it now; its new windows get no rows. Does nothing while closed.
+    void windowsChanged(const std::vector<WindowSnapshot>& group);
 
     /// The windows listed, in their rows' order. Empty while closed.
     std::vector<WindowSnapshot> currentWindows() const;

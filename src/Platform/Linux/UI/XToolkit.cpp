@@ -15,6 +15,22 @@ XToolkit::XToolkit(XConnection& connection, MainLoop& mainLoop, XScreens& screen
 
 XToolkit::~XToolkit() = default;
 
+void XToolkit::setAppearance(ui::Appearance appearance) {
+    Palette palette = context_.palette();
+    switch (appearance) {
+        case ui::Appearance::System:
+            palette.appearance = paletteFromEnvironment().appearance;
+            break;
+        case ui::Appearance::Light:
+            palette.appearance = Appearance::Light;
+            break;
+        case ui::Appearance::Dark:
+            palette.appearance = Appearance::Dark;
+            break;
+    }
+    context_.setPalette(palette);
+}
+
 std::unique_ptr<ui::PanelPeer> XToolkit::makePanel(const ui::PanelOptions& options, ui::View& content) {
     return std::make_unique<PanelWindow>(context_, options, content);
 }

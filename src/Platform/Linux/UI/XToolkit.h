@@ -19,6 +19,7 @@ public:
     XToolkit(XConnection& connection, MainLoop& mainLoop, XScreens& screens);
     ~XToolkit() override;
 
+    void setAppearance(ui::Appearance appearance) override;
     /// Light or dark, and the accent: what is shown changes at once.
     void setPalette(const Palette& palette) { context_.setPalette(palette); }
     const Palette& palette() const { return context_.palette(); }
