@@ -89,6 +89,8 @@ public:
     virtual void mouseDragged(const MouseEvent&) {}
     virtual void mouseUp(const MouseEvent&) {}
     virtual void rightMouseDown(const MouseEvent&) {}
+    /// Whether the view used it; one that does not leaves it to the view around it.
+    virtual bool scrollWheel(const WheelEvent&) { return false; }
     /// Whether the view wants to be told when the pointer enters and leaves its bounds.
     virtual bool tracksHover() const { return false; }
     virtual void mouseEntered(const MouseEvent&) {}
@@ -107,6 +109,11 @@ public:
     virtual void draggingEnded() {}
     /// Dropped here. Whether the drop was taken.
     virtual bool performDragOperation(const DragInfo&) { return false; }
+    /// Told to a window's root alone, whatever views the drag was or was not over: it came into the window, left it,
+    /// and is over wherever it was dropped. The end may be told without a drag having been here.
+    virtual void windowDragEntered(const DragInfo&) {}
+    virtual void windowDragExited() {}
+    virtual void windowDragEnded() {}
     /// The deepest visible view under the point (in this view's space) that accepts what is dragged.
     View* dragTarget(Point<ViewSpace> point, const DragPasteboard& pasteboard);
 
