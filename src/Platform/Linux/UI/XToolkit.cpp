@@ -8,7 +8,7 @@
 namespace morvel::x11 {
 
 XToolkit::XToolkit(XConnection& connection, MainLoop& mainLoop, XScreens& screens)
-    : context_(connection, mainLoop, screens), outsidePresses_(context_) {
+    : context_(connection, mainLoop, screens), outsidePresses_(context_), dropTarget_(context_) {
     // Asked for now, so that the first large picture does not wait for the answer.
     xcb_prefetch_maximum_request_length(connection.get());
 }

@@ -4,6 +4,7 @@
 #include <memory>
 #include <vector>
 
+#include "Platform/Linux/UI/Drag/XdndTarget.h"
 #include "Platform/Linux/UI/MenuSession.h"
 #include "Platform/Linux/UI/OutsidePresses.h"
 #include "Platform/Linux/UI/ToolkitContext.h"
@@ -43,6 +44,7 @@ private:
 
     ToolkitContext context_;
     OutsidePresses outsidePresses_;
+    XdndTarget dropTarget_;
     std::unique_ptr<MenuSession> menu_;
     std::vector<EndedMenu> endedMenus_;
     Timer finish_;
