@@ -49,6 +49,29 @@ void XToolkit::finishMenus() {
     }
 }
 
+void XToolkit::beginDrag(ui::View& view, ui::DragItem item, std::function<void(ui::DragOperation)> ended) {
+    ViewWindow* window = context_.windowShowing(view);
+    if (!window || context_.isMenuOpen()) return dragEnded({ui::DragOperation::None, std::move(ended), nullptr});
+    if (drag_) drag_->cancel();
+    drag_ = std::make_unique<DragSession>(context_, *window, view, std::move(item),
+                                          [this, ended = std::move(ended)](ui::DragOperation operation) {
+                                              dragEnded({operation, ended, std::move(drag_)});
+                                          });
+}
+
+// In a turn of its own: a drag ends inside its own handling of an event.
+void XToolkit::dragEnded(EndedDrag ended) {
+    endedDrags_.push_back(std::move(ended));
+    finishDrags_ = context_.mainLoop().after(Duration{}, [this] { finishDrags(); });
+}
+
+void XToolkit::finishDrags() {
+    for (EndedDrag& drag : std::exchange(endedDrags_, {})) {
+        drag.session.reset();
+        drag.ended(drag.operation);
+    }
+}
+
 Size XToolkit::textSize(std::string_view text, const ui::Font& font) {
     return context_.layouts().lineSize(text, font);
 }
