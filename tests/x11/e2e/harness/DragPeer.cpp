@@ -77,6 +77,9 @@ void DragPeer::serve() {
             case XCB_SELECTION_REQUEST:
                 if (!isSilent_) handOut(reinterpret_cast<const xcb_selection_request_event_t&>(*event));
                 break;
+            case XCB_PROPERTY_NOTIFY:
+                handOutPiece(reinterpret_cast<const xcb_property_notify_event_t&>(*event));
+                break;
             case XCB_SELECTION_NOTIFY:
                 takeIn();
                 break;
@@ -111,10 +114,29 @@ void DragPeer::handOut(const xcb_selection_request_event_t& request) {
     const auto found = offers_.find(connection_.atomName(request.target));
     if (found != offers_.end()) {
         notice.property = request.property;
-        xcb_change_property(connection_, XCB_PROP_MODE_REPLACE, request.requestor, request.property, request.target, 8,
-                            static_cast<uint32_t>(found->second.size()), found->second.data());
+        if (pieceSize_) {
+            request_ = request;
+            remaining_ = found->second;
+            const uint32_t events = XCB_EVENT_MASK_PROPERTY_CHANGE;
+            xcb_change_window_attributes(connection_, request.requestor, XCB_CW_EVENT_MASK, &events);
+            connection_.setCardinals(request.requestor, "XdndSelection", "INCR", {1});
+        } else {
+            xcb_change_property(connection_, XCB_PROP_MODE_REPLACE, request.requestor, request.property, request.target,
+                                8, static_cast<uint32_t>(found->second.size()), found->second.data());
+        }
     }
     xcb_send_event(connection_, 0, request.requestor, XCB_EVENT_MASK_NO_EVENT, reinterpret_cast<const char*>(&notice));
+    connection_.flush();
+}
+
+// An empty piece is the end.
+void DragPeer::handOutPiece(const xcb_property_notify_event_t& taken) {
+    if (!request_.requestor || taken.window != request_.requestor || taken.state != XCB_PROPERTY_DELETE) return;
+    const std::string piece = remaining_.substr(0, *pieceSize_);
+    remaining_.erase(0, piece.size());
+    xcb_change_property(connection_, XCB_PROP_MODE_REPLACE, request_.requestor, request_.property, request_.target, 8,
+                        static_cast<uint32_t>(piece.size()), piece.data());
+    if (piece.empty()) request_ = {};
     connection_.flush();
 }
 

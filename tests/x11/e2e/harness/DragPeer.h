@@ -26,6 +26,8 @@ public:
     // --- As a source ---
     /// From now on it owns what is dragged, and hands out these bytes under this type.
     void offer(const std::string& type, std::string bytes);
+    /// From now on contents are handed out in pieces of at most this many bytes.
+    void handOutInPieces(size_t bytes) { pieceSize_ = bytes; }
     /// Types beyond the third are told in the window's list.
     void enter(xcb_window_t target, const std::vector<std::string>& types, uint32_t version = 5);
     void moveTo(xcb_window_t target, Spot spot, const std::string& action = "XdndActionCopy");
@@ -51,12 +53,16 @@ public:
 private:
     void answer(const xcb_client_message_event_t& event);
     void handOut(const xcb_selection_request_event_t& request);
+    void handOutPiece(const xcb_property_notify_event_t& taken);
     void takeIn();
 
     Desktop& desktop_;  // outlives us
     Connection connection_;
     xcb_window_t window_;
     std::map<std::string, std::string> offers_;
+    std::optional<size_t> pieceSize_;
+    std::string remaining_;  // of what is being handed out in pieces
+    xcb_selection_request_event_t request_{};
     std::string accepted_;
     xcb_window_t partner_ = XCB_NONE;  // the source of what is dragged over us
     std::optional<std::string> received_;
