@@ -286,9 +286,11 @@ TEST_F(DragToolkit, EndsWithItsSourceOrWhenTheButtonIsLetGoElsewhere) {
     EXPECT_TRUE(isTold(right_, {"entered", "exited", "entered", "exited", "ended"}));
 
     right_.told.clear();
+    pointer_.press();
     ASSERT_TRUE(hover(peer, {kType}));
     peer.destroyWindow();
     EXPECT_TRUE(isTold(right_, {"entered", "exited", "ended"})) << "its source is gone";
+    pointer_.release();
 
     DragPeer mute(server_, desktop_);
     right_.told.clear();
