@@ -45,6 +45,7 @@ void AppDelegate::startCore() {
 BarActions AppDelegate::makeBarActions() {
     BarActions actions;
     actions.onActivate = [this](WindowID id) { observerManager_->raiseWindow(id); };
+    actions.onActivateApp = [this](ProcessID pid) { platform_.workspace.activate(pid); };
     actions.onClickRunningWindow = [this](WindowID id) { observerManager_->clickWindow(id); };
     actions.onMinimizeWindow = [this](WindowID id) { observerManager_->minimizeWindow(id); };
     actions.onClose = [this](WindowID id) { observerManager_->closeWindow(id); };

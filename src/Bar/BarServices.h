@@ -24,6 +24,7 @@ namespace morvel {
 /// menu item cannot be chosen.
 struct BarActions {
     std::function<void(WindowID)> onActivate;
+    std::function<void(ProcessID)> onActivateApp;  ///< always set
     std::function<void(WindowID)> onClickRunningWindow;
     std::function<void(WindowID)> onMinimizeWindow;
     std::function<void(WindowID)> onClose;

@@ -3,6 +3,9 @@
 #include <algorithm>
 #include <utility>
 
+#include "Bar/Drag/RunningWindowDrag.h"
+#include "Theme/AccentResolver.h"
+
 namespace morvel {
 
 namespace {
@@ -23,8 +26,7 @@ MorvelView::MorvelView(const BarServices& services, DisplayID screenID, std::opt
       backgroundLayer_(*this),
       pinnedStack_(ui::StackView::Axis::Horizontal, kStripSpacing),
       systemStack_(ui::StackView::Axis::Horizontal, kStripSpacing),
-      running_(services, screenID,
-               {lifetime_.whileAlive([this] { pinReveal(); }), lifetime_.whileAlive([this] { unpinReveal(); })}) {
+      running_(services, screenID, reveal(), drops()) {
     pinnedStack_.setInsets(kBarInset, 0);
     systemStack_.setInsets(0, kBarInset);
     divider_.setBackground(ui::kSeparatorColor);
@@ -37,6 +39,15 @@ MorvelView::MorvelView(const BarServices& services, DisplayID screenID, std::opt
     subscribeToSettings();
     // Shown with its contents from the first frame on.
     rebuildRunningIfNeeded(*services_.store.windows().value());
+}
+
+RunningStrip::Reveal MorvelView::reveal() {
+    return {lifetime_.whileAlive([this] { pinReveal(); }), lifetime_.whileAlive([this] { unpinReveal(); })};
+}
+
+RunningStrip::Drops MorvelView::drops() {
+    return {[this](const ui::DragPasteboard& pasteboard) { return foreignRunningWindowUUID(pasteboard); },
+            [this](const WindowID& id, size_t index) { return runningWindowDropped(id, index); }};
 }
 
 void MorvelView::subscribeToStore() {
@@ -167,12 +178,69 @@ void MorvelView::rightMouseDown(const ui::MouseEvent& event) {
                                 lifetime_.whileAlive([this] { unpinReveal(); }));
 }
 
+std::optional<WindowID> MorvelView::foreignRunningWindowUUID(const ui::DragPasteboard& pasteboard) const {
+    const auto id = RunningWindowDrag::window(pasteboard);
+    return id && !running_.shows(*id) ? id : std::nullopt;
+}
+
+void MorvelView::moveRunningWindow(const WindowID& id, size_t position) {
+    arranger_.moveRunningWindow(id, position);
+    schedule(Rebuild::Forced);
+}
+
+void MorvelView::adoptRunningOrder(const RunningStripArranger& former) {
+    arranger_.adopt(former);
+    forceRebuildRunning();
+}
+
+bool MorvelView::runningWindowDropped(const WindowID& id, size_t index) {
+    const WindowMap& windows = *services_.store.windows().value();
+    const auto window = windows.find(id);
+    if (window == windows.end()) return false;  // closed while it was dragged
+    if (running_.shows(id)) {
+        moveRunningWindow(id, index);
+        return true;
+    }
+    if (window->second.isWindowless || !services_.actions.onMoveWindow) return false;
+    arranger_.expectArrival(id, index);
+    services_.actions.onMoveWindow(id, screenID_);
+    return true;
+}
+
+void MorvelView::installDragHighlightIfNeeded() {
+    if (dragHighlightView_) return;
+    dragHighlightView_ = std::make_unique<DragHighlightView>(services_.mainLoop);
+    const auto strips = std::ranges::find(subviews(), &pinnedStack_);  // the background lies before them
+    insertSubview(*dragHighlightView_, static_cast<size_t>(strips - subviews().begin()));
+}
+
+void MorvelView::setForeignDragHighlight(bool on) {
+    if (std::exchange(isForeignDragActive_, on) == on) return;
+    installDragHighlightIfNeeded();
+    dragHighlightView_->setOn(on, AccentResolver::resolved(services_.settings));
+}
+
+void MorvelView::windowDragEntered(const ui::DragInfo& info) {
+    const auto window = RunningWindowDrag::window(info.pasteboard);
+    setForeignDragHighlight(!window || !running_.shows(*window));
+}
+
+void MorvelView::windowDragExited() {
+    setForeignDragHighlight(false);
+}
+
+void MorvelView::windowDragEnded() {
+    setForeignDragHighlight(false);
+    running_.dragEnded();
+}
+
 void MorvelView::layout() {
     const double width = bounds().width;
     const double height = bounds().height;
     const double pinned = pinnedStack_.intrinsicSize().width;
     const double system = systemStack_.intrinsicSize().width;
     backgroundLayer_.layout();
+    if (dragHighlightView_) dragHighlightView_->setFrame(bounds());
     pinnedStack_.setFrame({0, 0, pinned, height});
     systemStack_.setFrame({width - system, 0, system, height});
     divider_.setHidden(pinnedStack_.arrangedSubviews().empty());

@@ -2,10 +2,12 @@
 #pragma once
 
 #include <functional>
+#include <memory>
 #include <optional>
 
 #include "Bar/BarBackgroundLayer.h"
 #include "Bar/BarServices.h"
+#include "Bar/Drag/DragHighlightView.h"
 #include "Bar/Layout/RunningStripArranger.h"
 #include "Bar/Layout/RunningZoneWidths.h"
 #include "Bar/Layout/WindowProjection.h"
@@ -30,12 +32,26 @@ public:
     /// Rebuilds the running strip though the windows have not changed.
     void forceRebuildRunning();
 
+    /// Puts a window at a position in the running order, counted without it; the strip follows in a later turn.
+    void moveRunningWindow(const WindowID& id, size_t position);
+    /// The window whose button is dragged here from another bar, as far as it can be told.
+    std::optional<WindowID> foreignRunningWindowUUID(const ui::DragPasteboard& pasteboard) const;
+    /// Tints the whole bar while something from elsewhere is dragged over it.
+    void setForeignDragHighlight(bool on);
+
+    /// The order that a person gave the windows, for the bar that takes this one's place.
+    const RunningStripArranger& runningOrder() const { return arranger_; }
+    void adoptRunningOrder(const RunningStripArranger& former);
+
     /// Keep an auto-hidden bar shown while a menu or popover of it is open, and release it.
     std::function<void()> pinReveal = [] {};
     std::function<void()> unpinReveal = [] {};
 
     bool acceptsMouse() const override { return true; }
     void rightMouseDown(const ui::MouseEvent& event) override;
+    void windowDragEntered(const ui::DragInfo& info) override;
+    void windowDragExited() override;
+    void windowDragEnded() override;
 
 protected:
     void layout() override;
@@ -46,6 +62,10 @@ private:
     void subscribeToStore();
     void subscribeToSettings();
     void schedule(Rebuild rebuild);
+    RunningStrip::Reveal reveal();
+    RunningStrip::Drops drops();
+    bool runningWindowDropped(const WindowID& id, size_t index);
+    void installDragHighlightIfNeeded();
     ProjectionContext projectionContext() const;
     SpaceQueryCache makeSpaceQueryCache() const;
     double availableWidth() const;
@@ -56,6 +76,8 @@ private:
     DisplayID screenID_;
     std::optional<SpaceID> spaceID_;
     BarBackgroundLayer backgroundLayer_;
+    std::unique_ptr<DragHighlightView> dragHighlightView_;  // once it was needed
+    bool isForeignDragActive_ = false;
     ui::StackView pinnedStack_;
     ui::StackView systemStack_;
     ui::View divider_;

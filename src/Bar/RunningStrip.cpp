@@ -1,7 +1,9 @@
 #include "Bar/RunningStrip.h"
 
+#include <algorithm>
 #include <unordered_set>
 
+#include "Bar/Drag/DragPlaceholderButton.h"
 #include "Bar/Layout/RunningZoneWidths.h"
 #include "Theme/AccentResolver.h"
 
@@ -20,12 +22,51 @@ std::function<void(Rest...)> bound(const std::function<void(Argument, Rest...)>&
 
 }  // namespace
 
-RunningStrip::RunningStrip(const BarServices& services, DisplayID screenID, Reveal reveal)
+RunningStrip::RunningStrip(const BarServices& services, DisplayID screenID, Reveal reveal, Drops drops)
     : services_(services),
       screenID_(screenID),
       reveal_(std::move(reveal)),
-      runningStack_(ui::StackView::Axis::Horizontal, kRunningSpacing),
-      groupPopover_(buttonServices(), popoverBindings()) {}
+      drops_(std::move(drops)),
+      runningStack_(services.mainLoop, kRunningSpacing, stackHooks()),
+      groupPopover_(buttonServices(), popoverBindings()),
+      dragHoverClock_(services.mainLoop),
+      dragHover_(dragHoverClock_, dragHoverActions()) {}
+
+RunningStackHooks RunningStrip::stackHooks() {
+    return {.ownButton = [this](const WindowID& id) -> ui::View* {
+                // Among groups only placeholders have buttons of their own, and theirs is a fixed order.
+                const auto found = windowButtons_.find(id);
+                return isGrouped_ || found == windowButtons_.end() ? nullptr : found->second.get();
+            },
+            .placeholder = [this](const ui::DragPasteboard& pasteboard) { return placeholder(pasteboard); },
+            .onDrop = drops_.dropped,
+            .onWheel = [this](double notches) { wheelTurned(notches); }};
+}
+
+std::unique_ptr<ui::View> RunningStrip::placeholder(const ui::DragPasteboard& pasteboard) const {
+    const auto id = drops_.foreignWindow(pasteboard);
+    if (!id) return nullptr;
+    const WindowMap& windows = *services_.store.windows().value();
+    const auto window = windows.find(*id);
+    // A windowless application has nothing that could be moved to another display.
+    if (window == windows.end() || window->second.isWindowless) return nullptr;
+    return std::make_unique<DragPlaceholderButton>(services_.iconCache, window->second.bundleID, window->second.pid);
+}
+
+DragHoverActions RunningStrip::dragHoverActions() {
+    DragHoverActions a;
+    a.modeProvider = [&settings = services_.settings] { return settings.dragHoverRaiseMode.value(); };
+    a.raiseWindow = [this](WindowID id) { services_.actions.onActivate(id); };
+    a.activateApp = [this](ProcessID pid) { services_.actions.onActivateApp(pid); };
+    a.openGroupPopover = [this](const std::string& bundleID) {
+        const auto button = groupedButtons_.find(bundleID);
+        if (button != groupedButtons_.end()) openGroupPopover(*button->second);
+    };
+    a.closeGroupPopover = [this] { groupPopover_.close(); };
+    a.pinReveal = reveal_.pin;
+    a.unpinReveal = reveal_.unpin;
+    return a;
+}
 
 GroupPopoverBindings RunningStrip::popoverBindings() {
     const BarActions& actions = services_.actions;
@@ -39,6 +80,17 @@ GroupPopoverBindings RunningStrip::popoverBindings() {
     b.onMoveWindow = actions.onMoveWindow;
     b.app = actions.app;
     b.otherScreensProvider = [this] { return services_.actions.otherScreens(screenID_); };
+    // The rows speak for their group's button, so that the list stays open on the way to them.
+    b.onRowDragEntered = [this](WindowID id, const ui::DragPasteboard& pasteboard) {
+        const auto button = groupedButtons_.find(popoverGroup_);
+        if (button != groupedButtons_.end())
+            dragHover_.dragEntered(button->second->buttonID(), WindowTarget{id}, pasteboard);
+    };
+    b.onRowDragExited = [this](WindowID) {
+        const auto button = groupedButtons_.find(popoverGroup_);
+        if (button != groupedButtons_.end()) dragHover_.dragExited(button->second->buttonID());
+    };
+    b.onRowDragEnded = [this] { dragHover_.dragEnded(); };
     b.onWillShow = reveal_.pin;
     b.onDidClose = reveal_.unpin;
     return b;
@@ -52,6 +104,17 @@ void RunningStrip::apply(const RunningStripContent& content, bool iconOnly) {
         runningStack_.insertArrangedSubview(groupedButton(group), index++);
     for (const WindowSnapshot& window : content.buttons)
         runningStack_.insertArrangedSubview(windowButton(window, window.isWindowless && iconOnly), index++);
+    isGrouped_ = content.isGrouped;
+    shownWindows_.clear();
+    for (const RunningZoneLayout::Group& group : content.groups)
+        for (const WindowSnapshot& window : group.windows) shownWindows_.push_back(window.id);
+    for (const WindowSnapshot& window : content.buttons)
+        if (!window.isWindowless) shownWindows_.push_back(window.id);
+    runningStack_.contentsChanged();
+}
+
+bool RunningStrip::shows(const WindowID& id) const {
+    return windowButtons_.contains(id) || std::ranges::count(shownWindows_, id) > 0;
 }
 
 void RunningStrip::dropMissing(const RunningStripContent& content) {
@@ -85,6 +148,7 @@ GroupedAppButton& RunningStrip::groupedButton(const RunningZoneLayout::Group& gr
         b.app = services_.actions.app;
         b.bordersProvider = [&settings = services_.settings] { return settings.showButtonBorders.value(); };
         b.accentProvider = [&settings = services_.settings] { return AccentResolver::resolved(settings); };
+        b.dragHoverProvider = [this] { return &dragHover_; };
         b.pinReveal = reveal_.pin;
         b.unpinReveal = reveal_.unpin;
         button =
@@ -96,11 +160,15 @@ GroupedAppButton& RunningStrip::groupedButton(const RunningZoneLayout::Group& gr
 
 void RunningStrip::groupClicked(GroupedAppButton& button) {
     if (button.windows().size() == 1) return services_.actions.onClickRunningWindow(button.windows().front().id);
+    openGroupPopover(button);
+}
+
+void RunningStrip::openGroupPopover(GroupedAppButton& button) {
     popoverGroup_ = button.bundleID();
     groupPopover_.show(button, button.windows(), services_.settings.barEdge.value());
 }
 
-WindowButtonBindings RunningStrip::bindings(const WindowSnapshot& snapshot) const {
+WindowButtonBindings RunningStrip::bindings(const WindowSnapshot& snapshot) {
     const BarActions& actions = services_.actions;
     SettingsStore& settings = services_.settings;
     WindowButtonBindings b;
@@ -119,9 +187,23 @@ WindowButtonBindings RunningStrip::bindings(const WindowSnapshot& snapshot) cons
     b.activeStyleProvider = [&settings] { return settings.activeButtonStyle.value(); };
     b.accentProvider = [&settings] { return AccentResolver::resolved(settings); };
     b.barEdgeProvider = [&settings] { return settings.barEdge.value(); };
+    b.dragHoverProvider = [this] { return &dragHover_; };
     b.pinReveal = reveal_.pin;
     b.unpinReveal = reveal_.unpin;
     return b;
+}
+
+void RunningStrip::wheelTurned(double notches) {
+    const int step = wheel_.turned(notches, services_.mainLoop.now());
+    const auto at = std::ranges::find(shownWindows_, focused_);
+    const auto focused = at == shownWindows_.end() ? std::nullopt : std::optional<size_t>(at - shownWindows_.begin());
+    if (const auto next = FocusWheel::next(focused, shownWindows_.size(), step))
+        services_.actions.onActivate(shownWindows_[*next]);
+}
+
+void RunningStrip::dragEnded() {
+    dragHover_.dragEnded();
+    runningStack_.draggingEnded();
 }
 
 void RunningStrip::applyFocus(const std::optional<WindowID>& focused) {

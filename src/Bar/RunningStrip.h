@@ -12,8 +12,11 @@
 #include "Bar/Buttons/GroupPopover.h"
 #include "Bar/Buttons/GroupedAppButton.h"
 #include "Bar/Buttons/WindowButton.h"
+#include "Bar/Drag/RunningStackView.h"
+#include "Bar/DragHoverRaise/DragHoverRaiseController.h"
+#include "Bar/DragHoverRaise/RunLoopDragHoverClock.h"
+#include "Bar/FocusWheel.h"
 #include "Bar/Layout/RunningStripArranger.h"
-#include "UI/StackView.h"
 
 namespace morvel {
 
@@ -26,13 +29,24 @@ public:
         std::function<void()> unpin;
     };
 
-    RunningStrip(const BarServices& services, DisplayID screenID, Reveal reveal);
+    /// What is dragged and dropped here, which the order of the windows decides. Both are set.
+    struct Drops {
+        /// The window that is dragged, if it is one that this bar does not list.
+        std::function<std::optional<WindowID>(const ui::DragPasteboard&)> foreignWindow;
+        /// A window was dropped at an index among the strip's other buttons; whether it could be taken.
+        std::function<bool(const WindowID&, size_t index)> dropped;
+    };
 
-    ui::StackView& stack() { return runningStack_; }
+    RunningStrip(const BarServices& services, DisplayID screenID, Reveal reveal, Drops drops);
+
+    LiveReorderStackView& stack() { return runningStack_; }
     /// Between neighbours, in points.
     double spacing() const { return runningStack_.spacing(); }
 
     void setScreenID(DisplayID screenID) { screenID_ = screenID; }
+
+    /// Whether the window, or placeholder, has a button or a row here.
+    bool shows(const WindowID& id) const;
 
     /// Shows the content; `iconOnly` is how its placeholders look.
     void apply(const RunningStripContent& content, bool iconOnly);
@@ -42,12 +56,19 @@ public:
     void applyAppearance();
     /// The width of the buttons has changed.
     void applyWidth();
+    /// A drag that was over the bar is over.
+    void dragEnded();
 
 private:
     WindowButton& windowButton(const WindowSnapshot& snapshot, bool iconOnly);
     GroupedAppButton& groupedButton(const RunningZoneLayout::Group& group);
-    WindowButtonBindings bindings(const WindowSnapshot& snapshot) const;
+    WindowButtonBindings bindings(const WindowSnapshot& snapshot);
     GroupPopoverBindings popoverBindings();
+    RunningStackHooks stackHooks();
+    DragHoverActions dragHoverActions();
+    std::unique_ptr<ui::View> placeholder(const ui::DragPasteboard& pasteboard) const;
+    void openGroupPopover(GroupedAppButton& button);
+    void wheelTurned(double notches);
     ButtonServices buttonServices() const { return {services_.toolkit, services_.icons, services_.iconCache}; }
     void groupClicked(GroupedAppButton& button);
     void dropMissing(const RunningStripContent& content);
@@ -55,11 +76,17 @@ private:
     BarServices services_;
     DisplayID screenID_;
     Reveal reveal_;
-    ui::StackView runningStack_;
+    Drops drops_;
+    RunningStackView runningStack_;
     GroupPopover groupPopover_;
-    std::string popoverGroup_;  // the key of the group whose windows the popover listed last
+    RunLoopDragHoverClock dragHoverClock_;
+    DragHoverRaiseController dragHover_;  // after the popover, which it closes at its end
+    std::string popoverGroup_;            // the key of the group whose windows the popover listed last
     std::unordered_map<WindowID, std::unique_ptr<WindowButton>> windowButtons_;
     std::map<std::string, std::unique_ptr<GroupedAppButton>> groupedButtons_;  // by group key
+    std::vector<WindowID> shownWindows_;  // from the leading end, without placeholders
+    FocusWheel wheel_;
+    bool isGrouped_ = false;
     std::optional<WindowID> focused_;
 };
 

@@ -62,9 +62,15 @@ void DisplayManager::rebuild() {
 }
 
 void DisplayManager::rebuildAll() {
+    // The bars that are made go on with the order that the windows had on the former ones.
+    std::map<DisplayID, RunningStripArranger> orders;
+    for (const auto& [display, controller] : controllers_) orders.emplace(display, controller->view().runningOrder());
     controllers_.clear();
     uuids_.clear();
     rebuild();
+    for (const auto& [display, controller] : controllers_)
+        if (const auto order = orders.find(display); order != orders.end())
+            controller->view().adoptRunningOrder(order->second);
 }
 
 void DisplayManager::refreshCompactTop() {

@@ -13,4 +13,11 @@ struct MouseEvent {
     Point<ViewSpace> location;
 };
 
+struct WheelEvent {
+    /// In the space of the root view.
+    Point<ViewSpace> location;
+    /// How far the wheel was turned, positive towards the person (down). A touchpad sends parts of a notch.
+    double notches = 0;
+};
+
 }  // namespace morvel::ui

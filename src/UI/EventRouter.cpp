@@ -49,7 +49,17 @@ void EventRouter::buttonReleased(const MouseEvent& event) {
     std::exchange(pressed_, nullptr)->mouseUp(event);
 }
 
+bool EventRouter::wheelTurned(const WheelEvent& event) {
+    std::vector<View*> found;
+    collect(
+        root_, event.location, [](const View&) { return true; }, found);
+    for (View* view = found.empty() ? nullptr : found.back(); view; view = view->parent())
+        if (view->scrollWheel(event)) return true;
+    return false;
+}
+
 DragOperation EventRouter::dragMoved(const DragInfo& info) {
+    if (!std::exchange(isDragInside_, true)) root_.windowDragEntered(info);
     View* target = root_.dragTarget(info.location, info.pasteboard);
     if (target == dragTarget_) return target ? target->draggingUpdated(info) : DragOperation::None;
     if (View* left = std::exchange(dragTarget_, nullptr)) left->draggingExited();
@@ -62,16 +72,20 @@ DragOperation EventRouter::dragMoved(const DragInfo& info) {
 
 void EventRouter::dragExited() {
     if (View* left = std::exchange(dragTarget_, nullptr)) left->draggingExited();
+    if (std::exchange(isDragInside_, false)) root_.windowDragExited();
 }
 
 bool EventRouter::dragDropped(const DragInfo& info) {
     View* target = std::exchange(dragTarget_, nullptr);
-    return target && target->performDragOperation(info);
+    const bool isTaken = target && target->performDragOperation(info);
+    if (std::exchange(isDragInside_, false)) root_.windowDragExited();
+    return isTaken;
 }
 
 void EventRouter::dragEnded() {
     dragExited();
     if (View* last = std::exchange(lastDragTarget_, nullptr)) last->draggingEnded();
+    root_.windowDragEnded();
 }
 
 void EventRouter::viewWillDetach(View& view) {

@@ -20,6 +20,8 @@ public:
     /// The return value says whether a view took the press.
     bool buttonPressed(const MouseEvent& event);
     void buttonReleased(const MouseEvent& event);
+    /// Goes to the deepest view under the pointer that uses it; whether there was one.
+    bool wheelTurned(const WheelEvent& event);
 
     /// A drag is over the window; the answer is what a drop here would do.
     DragOperation dragMoved(const DragInfo& info);
@@ -27,7 +29,7 @@ public:
     void dragExited();
     /// It was dropped here; whether a view took it. The end is told apart, by `dragEnded`.
     bool dragDropped(const DragInfo& info);
-    /// The drag is over, wherever it was dropped.
+    /// The drag is over, wherever it was dropped. Hosts tell every window that it has been over, or simply all.
     void dragEnded();
 
     /// The host passes on each leaving view.
@@ -49,6 +51,7 @@ private:
     std::vector<View*> hovered_;
     std::vector<View*> entering_;     // under the pointer, not told yet; only while hover is worked out
     View* dragTarget_ = nullptr;      // has been told that the drag entered it
+    bool isDragInside_ = false;       // as the root was told
     View* lastDragTarget_ = nullptr;  // to be told of the end
     bool inside_ = false;
     Point<ViewSpace> location_;

@@ -26,20 +26,29 @@ Size StackView::intrinsicSize() const {
     return axis_ == Axis::Horizontal ? Size{along, across} : Size{across, along};
 }
 
-void StackView::layout() {
+std::vector<Rect<ViewSpace>> StackView::arrangedFrames() const {
+    std::vector<Rect<ViewSpace>> frames;
     double position = leading_;
-    for (View* view : subviews()) {
+    for (const View* view : subviews()) {
         if (view->isHidden()) continue;
         const Size size = view->intrinsicSize();
         if (axis_ == Axis::Horizontal) {
             const double height = std::min(size.height, frame().height);
-            view->setFrame({position, (frame().height - height) / 2, size.width, height});
+            frames.push_back({position, (frame().height - height) / 2, size.width, height});
             position += size.width + spacing_;
         } else {
-            view->setFrame({0, position, frame().width, size.height});
+            frames.push_back({0, position, frame().width, size.height});
             position += size.height + spacing_;
         }
     }
+    return frames;
+}
+
+void StackView::layout() {
+    const std::vector<Rect<ViewSpace>> frames = arrangedFrames();
+    auto next = frames.begin();
+    for (View* view : subviews())
+        if (!view->isHidden()) view->setFrame(*next++);
 }
 
 }  // namespace morvel::ui

@@ -25,6 +25,10 @@ public:
     /// Moves or inserts; the index is bounded by the number of the other views.
     void insertArrangedSubview(View& view, size_t index) { insertSubview(view, index); }
 
+    /// Where the layout puts the shown arranged views, in their order, in the stack's space. Their frames differ while
+    /// layout is due or they are on their way.
+    std::vector<Rect<ViewSpace>> arrangedFrames() const;
+
     Size intrinsicSize() const override;
 
 protected:

@@ -13,6 +13,9 @@
 
 namespace morvel::ui {
 
+/// What a view is to a person who does not see it. None: a mere part of what contains it.
+enum class AccessibilityRole { None, Button, List, ListItem };
+
 /// Views link to each other but do not own each other: whoever made a view owns it, and a view that is destroyed
 /// leaves the tree by itself. Main thread only.
 class View {
@@ -65,6 +68,9 @@ public:
     void setTooltip(std::string text);
     const std::string& accessibilityLabel() const { return accessibilityLabel_; }
     void setAccessibilityLabel(std::string text);
+    virtual AccessibilityRole accessibilityRole() const { return AccessibilityRole::None; }
+    /// Does what a click does, without a pointer. Whether there was something to do. May destroy the view.
+    virtual bool accessibilityPress() { return false; }
 
     // --- Layout ---
     /// The size the view wants, in points.
@@ -83,6 +89,8 @@ public:
     virtual void mouseDragged(const MouseEvent&) {}
     virtual void mouseUp(const MouseEvent&) {}
     virtual void rightMouseDown(const MouseEvent&) {}
+    /// Whether the view used it; one that does not leaves it to the view around it.
+    virtual bool scrollWheel(const WheelEvent&) { return false; }
     /// Whether the view wants to be told when the pointer enters and leaves its bounds.
     virtual bool tracksHover() const { return false; }
     virtual void mouseEntered(const MouseEvent&) {}
@@ -101,6 +109,11 @@ public:
     virtual void draggingEnded() {}
     /// Dropped here. Whether the drop was taken.
     virtual bool performDragOperation(const DragInfo&) { return false; }
+    /// Told to a window's root alone, whatever views the drag was or was not over: it came into the window, left it,
+    /// and is over wherever it was dropped. The end may be told without a drag having been here.
+    virtual void windowDragEntered(const DragInfo&) {}
+    virtual void windowDragExited() {}
+    virtual void windowDragEnded() {}
     /// The deepest visible view under the point (in this view's space) that accepts what is dragged.
     View* dragTarget(Point<ViewSpace> point, const DragPasteboard& pasteboard);
 

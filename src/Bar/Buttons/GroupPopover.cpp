@@ -70,6 +70,15 @@ GroupPopover::Row GroupPopover::makeRow(const WindowSnapshot& window) {
         closePopover();
     };
     row.otherScreensProvider = bindings_.otherScreensProvider;
+    row.onDragEntered = [entered = bindings_.onRowDragEntered, id](const ui::DragPasteboard& pasteboard) {
+        if (entered) entered(id, pasteboard);
+    };
+    row.onDragExited = [exited = bindings_.onRowDragExited, id] {
+        if (exited) exited(id);
+    };
+    row.onDragEnded = [ended = bindings_.onRowDragEnded] {
+        if (ended) ended();
+    };
     return std::make_unique<GroupRowButton>(services_, window, std::move(row));
 }
 

@@ -25,6 +25,10 @@ struct GroupPopoverBindings {
     std::function<void(WindowID, DisplayID)> onMoveWindow;
     AppActions app;
     std::function<std::vector<OtherScreen>()> otherScreensProvider;
+    /// A drag is over the row of a window.
+    std::function<void(WindowID, const ui::DragPasteboard&)> onRowDragEntered;
+    std::function<void(WindowID)> onRowDragExited;
+    std::function<void()> onRowDragEnded;
     /// Called in pairs, however often the popover moves from one button to another while it is open, to keep the bar
     /// shown meanwhile.
     std::function<void()> onWillShow;

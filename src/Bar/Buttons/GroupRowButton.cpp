@@ -7,6 +7,7 @@
 #include "Bar/Buttons/ButtonGeometry.h"
 #include "Bar/Buttons/ButtonTexts.h"
 #include "Bar/Buttons/WindowMenus.h"
+#include "Bar/Drag/RunningWindowDrag.h"
 
 namespace morvel {
 
@@ -47,9 +48,19 @@ Size GroupRowButton::intrinsicSize() const {
 }
 
 void GroupRowButton::mouseUp(const ui::MouseEvent& event) {
-    if (event.button != ui::MouseButton::Left || !bounds().contains(fromRoot(event.location))) return;
+    if (!bounds().contains(fromRoot(event.location))) return;
+    if (event.button == ui::MouseButton::Left) {
+        accessibilityPress();
+    } else if (event.button == ui::MouseButton::Middle) {
+        const auto close = bindings_.onCloseClicked;  // destroys this row
+        close();
+    }
+}
+
+bool GroupRowButton::accessibilityPress() {
     const auto activate = bindings_.onActivate;  // may close the popover and with it destroy this row
     activate();
+    return true;
 }
 
 void GroupRowButton::rightMouseDown(const ui::MouseEvent& event) {
@@ -65,6 +76,26 @@ void GroupRowButton::mouseEntered(const ui::MouseEvent&) {
 
 void GroupRowButton::mouseExited() {
     apply(rowAppearance(false), *this);
+}
+
+bool GroupRowButton::acceptsDrag(const ui::DragPasteboard& pasteboard) const {
+    return !RunningWindowDrag::isIn(pasteboard);
+}
+
+ui::DragOperation GroupRowButton::draggingEntered(const ui::DragInfo& info) {
+    apply(rowAppearance(true), *this);
+    bindings_.onDragEntered(info.pasteboard);
+    return ui::DragOperation::None;
+}
+
+void GroupRowButton::draggingExited() {
+    apply(rowAppearance(false), *this);
+    bindings_.onDragExited();
+}
+
+void GroupRowButton::draggingEnded() {
+    const auto ended = bindings_.onDragEnded;  // closes the popover and with it destroys this row
+    ended();
 }
 
 void GroupRowButton::layout() {

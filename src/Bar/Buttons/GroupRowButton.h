@@ -23,6 +23,9 @@ struct GroupRowBindings {
     std::function<void()> onQuit;
     std::function<void(DisplayID)> onMoveTo;
     std::function<std::vector<OtherScreen>()> otherScreensProvider;
+    std::function<void(const ui::DragPasteboard&)> onDragEntered;
+    std::function<void()> onDragExited;
+    std::function<void()> onDragEnded;
 };
 
 class GroupRowButton : public ui::View {
@@ -44,6 +47,13 @@ public:
     void rightMouseDown(const ui::MouseEvent& event) override;
     void mouseEntered(const ui::MouseEvent& event) override;
     void mouseExited() override;
+    bool acceptsDrag(const ui::DragPasteboard& pasteboard) const override;
+    ui::DragOperation draggingEntered(const ui::DragInfo& info) override;
+    ui::DragOperation draggingUpdated(const ui::DragInfo&) override { return ui::DragOperation::None; }
+    void draggingExited() override;
+    void draggingEnded() override;
+    ui::AccessibilityRole accessibilityRole() const override { return ui::AccessibilityRole::Button; }
+    bool accessibilityPress() override;
 
 protected:
     void layout() override;

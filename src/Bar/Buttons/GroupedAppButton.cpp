@@ -7,6 +7,7 @@
 #include "Bar/Buttons/ButtonGeometry.h"
 #include "Bar/Buttons/ButtonTexts.h"
 #include "Bar/Buttons/WindowMenus.h"
+#include "Bar/Drag/RunningWindowDrag.h"
 #include "Bar/Layout/RunningZoneLayout.h"
 
 namespace morvel {
@@ -72,9 +73,14 @@ Size GroupedAppButton::intrinsicSize() const {
 }
 
 void GroupedAppButton::mouseDown(const ui::MouseEvent& event) {
-    if (event.button != ui::MouseButton::Left || !bindings_.onClick) return;
+    if (event.button == ui::MouseButton::Left) accessibilityPress();
+}
+
+bool GroupedAppButton::accessibilityPress() {
+    if (!bindings_.onClick) return false;
     const auto click = bindings_.onClick;  // the click may destroy this button
     click(*this);
+    return true;
 }
 
 void GroupedAppButton::rightMouseDown(const ui::MouseEvent& event) {
@@ -93,6 +99,28 @@ void GroupedAppButton::mouseEntered(const ui::MouseEvent&) {
 void GroupedAppButton::mouseExited() {
     isHovered_ = false;
     applyAppearance();
+}
+
+bool GroupedAppButton::acceptsDrag(const ui::DragPasteboard& pasteboard) const {
+    return !RunningWindowDrag::isIn(pasteboard);
+}
+
+ui::DragOperation GroupedAppButton::draggingEntered(const ui::DragInfo& info) {
+    auto* hover = bindings_.dragHoverProvider();
+    if (!hover || windows_.empty()) return ui::DragOperation::None;
+    // One window needs no list, as with a click.
+    const ButtonKind kind =
+        windows_.size() == 1 ? ButtonKind(WindowTarget{windows_.front().id}) : ButtonKind(GroupedTarget{bundleID_});
+    hover->dragEntered(buttonID_, kind, info.pasteboard);
+    return ui::DragOperation::None;
+}
+
+void GroupedAppButton::draggingExited() {
+    if (auto* hover = bindings_.dragHoverProvider()) hover->dragExited(buttonID_);
+}
+
+void GroupedAppButton::draggingEnded() {
+    if (auto* hover = bindings_.dragHoverProvider()) hover->dragEnded();
 }
 
 void GroupedAppButton::layout() {

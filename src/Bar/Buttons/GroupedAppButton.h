@@ -10,6 +10,7 @@
 #include "Bar/Buttons/ButtonServices.h"
 #include "Bar/Buttons/CountBadge.h"
 #include "Bar/Buttons/NowPlayingButtonOverlay.h"
+#include "Bar/DragHoverRaise/DragHoverRaiseController.h"
 #include "WindowSource/WindowSnapshot.h"
 
 namespace morvel {
@@ -25,6 +26,8 @@ struct GroupedAppButtonBindings {
 
     std::function<bool()> bordersProvider;
     std::function<ui::Color()> accentProvider;
+    /// Who opens the group's list when a drag rests on the button; null for nobody.
+    std::function<DragHoverRaiseController*()> dragHoverProvider = [] { return nullptr; };
 
     std::function<void()> pinReveal;
     std::function<void()> unpinReveal;
@@ -57,6 +60,13 @@ public:
     void rightMouseDown(const ui::MouseEvent& event) override;
     void mouseEntered(const ui::MouseEvent& event) override;
     void mouseExited() override;
+    bool acceptsDrag(const ui::DragPasteboard& pasteboard) const override;
+    ui::DragOperation draggingEntered(const ui::DragInfo& info) override;
+    ui::DragOperation draggingUpdated(const ui::DragInfo&) override { return ui::DragOperation::None; }
+    void draggingExited() override;
+    void draggingEnded() override;
+    ui::AccessibilityRole accessibilityRole() const override { return ui::AccessibilityRole::Button; }
+    bool accessibilityPress() override;
 
 protected:
     void layout() override;

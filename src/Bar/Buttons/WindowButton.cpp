@@ -7,6 +7,7 @@
 #include "Bar/Buttons/ButtonGeometry.h"
 #include "Bar/Buttons/ButtonTexts.h"
 #include "Bar/Buttons/WindowMenus.h"
+#include "Bar/Drag/RunningWindowDrag.h"
 
 namespace morvel {
 
@@ -17,6 +18,8 @@ constexpr double kIconToLabel = 6;
 constexpr double kLabelTrailing = 8;
 /// How far the now-playing badge stands out of the icon's lower right corner.
 constexpr double kOverlayOutset = 2;
+/// Of the button whose picture is being dragged.
+constexpr double kDraggedAlpha = 0.3;
 
 }  // namespace
 
@@ -52,11 +55,15 @@ void WindowButton::update(const WindowSnapshot& snapshot) {
 
 void WindowButton::showTexts() {
     ButtonTexts texts = buttonTexts(snapshot_);
-    setAlpha(texts.alpha);
+    showAlpha();
     setTooltip(std::move(texts.tooltip));
     setAccessibilityLabel(texts.label);
     titleLabel_.setText(std::move(texts.label));
     applyWidthConstraint();
+}
+
+void WindowButton::showAlpha() {
+    setAlpha(isDragged_ ? kDraggedAlpha : buttonTexts(snapshot_).alpha);
 }
 
 void WindowButton::setActive(bool active) {
@@ -104,14 +111,34 @@ void WindowButton::mouseDown(const ui::MouseEvent& event) {
 }
 
 void WindowButton::mouseDragged(const ui::MouseEvent& event) {
-    press_.drag(event.location);
+    if (event.button != ui::MouseButton::Left) return;
+    if (press_.drag(event.location) == PressOutcome::DragStart) beginDrag();
+}
+
+void WindowButton::beginDrag() {
+    isDragged_ = true;
+    toolkit_.beginDrag(*this, RunningWindowDrag::item(snapshot_.id), lifetime_.whileAlive([this](ui::DragOperation) {
+        isDragged_ = false;
+        showAlpha();
+    }));
+    showAlpha();  // only now: the picture is of the button as it was
 }
 
 void WindowButton::mouseUp(const ui::MouseEvent& event) {
+    if (event.button == ui::MouseButton::Middle && !snapshot_.isWindowless &&
+        bounds().contains(fromRoot(event.location)) && bindings_.onClose) {
+        const auto close = bindings_.onClose;
+        return close();
+    }
     if (event.button != ui::MouseButton::Left) return;
-    if (press_.up() != PressOutcome::Click || !bindings_.onClick) return;
+    if (press_.up() == PressOutcome::Click) accessibilityPress();
+}
+
+bool WindowButton::accessibilityPress() {
+    if (!bindings_.onClick) return false;
     const auto click = bindings_.onClick;  // the click may destroy this button
     click();
+    return true;
 }
 
 void WindowButton::rightMouseDown(const ui::MouseEvent& event) {
@@ -129,6 +156,25 @@ void WindowButton::mouseEntered(const ui::MouseEvent&) {
 void WindowButton::mouseExited() {
     isHovered_ = false;
     applyAppearance();
+}
+
+bool WindowButton::acceptsDrag(const ui::DragPasteboard& pasteboard) const {
+    return !RunningWindowDrag::isIn(pasteboard);  // our own buttons are the strip's
+}
+
+ui::DragOperation WindowButton::draggingEntered(const ui::DragInfo& info) {
+    const ButtonKind kind =
+        snapshot_.isWindowless ? ButtonKind(WindowlessTarget{snapshot_.pid}) : ButtonKind(WindowTarget{snapshot_.id});
+    if (auto* hover = bindings_.dragHoverProvider()) hover->dragEntered(snapshot_.id, kind, info.pasteboard);
+    return ui::DragOperation::None;
+}
+
+void WindowButton::draggingExited() {
+    if (auto* hover = bindings_.dragHoverProvider()) hover->dragExited(snapshot_.id);
+}
+
+void WindowButton::draggingEnded() {
+    if (auto* hover = bindings_.dragHoverProvider()) hover->dragEnded();
 }
 
 void WindowButton::layout() {

@@ -11,6 +11,7 @@
 #include "Bar/Buttons/NowPlayingButtonOverlay.h"
 #include "Bar/Buttons/OtherScreen.h"
 #include "Bar/Buttons/PressTracker.h"
+#include "Bar/DragHoverRaise/DragHoverRaiseController.h"
 #include "Settings/SettingsEnums.h"
 #include "UI/Label.h"
 #include "WindowSource/WindowSnapshot.h"
@@ -34,6 +35,8 @@ struct WindowButtonBindings {
     std::function<ActiveButtonStyle()> activeStyleProvider;
     std::function<ui::Color()> accentProvider;
     std::function<MorvelEdge()> barEdgeProvider;
+    /// Who raises the window when a drag rests on the button; null for nobody.
+    std::function<DragHoverRaiseController*()> dragHoverProvider = [] { return nullptr; };
 
     /// Called in pairs around a menu, to keep the bar shown meanwhile.
     std::function<void()> pinReveal;
@@ -72,12 +75,22 @@ public:
     void rightMouseDown(const ui::MouseEvent& event) override;
     void mouseEntered(const ui::MouseEvent& event) override;
     void mouseExited() override;
+    /// What is dropped is not taken: a drag that rests here raises the window and goes on to it.
+    bool acceptsDrag(const ui::DragPasteboard& pasteboard) const override;
+    ui::DragOperation draggingEntered(const ui::DragInfo& info) override;
+    ui::DragOperation draggingUpdated(const ui::DragInfo&) override { return ui::DragOperation::None; }
+    void draggingExited() override;
+    void draggingEnded() override;
+    ui::AccessibilityRole accessibilityRole() const override { return ui::AccessibilityRole::Button; }
+    bool accessibilityPress() override;
 
 protected:
     void layout() override;
 
 private:
     void showTexts();
+    void showAlpha();
+    void beginDrag();
     void layoutUnderline();
     ui::Menu contextMenu() const;
 
@@ -91,10 +104,12 @@ private:
     std::optional<ui::Edge> underlineEdge_;
     double width_ = 0;  // what intrinsicSize tells, in points
     PressTracker press_;
+    bool isDragged_ = false;
     bool isActive_ = false;
     bool isHovered_ = false;
     bool isIconOnly_;
     bool isNowPlaying_ = false;
+    Lifetime lifetime_;
 };
 
 }  // namespace morvel

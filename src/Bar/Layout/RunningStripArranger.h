@@ -26,11 +26,31 @@ public:
     /// The order the flat buttons were last in.
     const std::vector<WindowID>& runningWindowOrder() const { return runningWindowOrder_; }
 
+    /// Puts a window at a position of the order, counted without it and bounded by its length.
+    void moveRunningWindow(const WindowID& id, size_t position);
+    /// A window that is on its way here is to stand before what now has this place in the strip, once it has come.
+    /// Only the last one is remembered: a person drops one at a time.
+    void expectArrival(const WindowID& id, size_t slot);
+
+    /// Goes on from another arranger's order, as of a bar that is made anew.
+    void adopt(const RunningStripArranger& former) { *this = former; }
+
 private:
+    struct Arrival {
+        WindowID id;
+        std::optional<WindowID> before;  // nothing: at the end
+    };
+
     RunningStripContent arrangeFlat(std::vector<WindowSnapshot> windows);
+    RunningStripContent arrangeGrouped(std::vector<RunningZoneLayout::Group> groups,
+                                       std::vector<WindowSnapshot> windowless);
+    /// The next order of the windows.
+    std::vector<WindowID> nextOrder(const std::vector<WindowSnapshot>& windows) const;
 
     std::vector<WindowID> runningWindowOrder_;
     std::unordered_map<WindowID, ProcessID> runningWindowPIDs_;  // of the windows in the order
+    std::optional<Arrival> arrival_;
+    std::vector<WindowID> slots_;  // what stands in the strip; of a group, its first window
 };
 
 }  // namespace morvel

@@ -215,8 +215,10 @@ void ViewWindow::pressed(const xcb_button_press_event_t& event) {
     cancelTooltip();
     if (const auto button = mouseButton(event.detail)) {
         router_.buttonPressed({*button, pointer_});
-    } else if (options_.wheelTurned && (event.detail == kWheelUp || event.detail == kWheelDown)) {
-        options_.wheelTurned(event.detail == kWheelUp ? -1 : 1);
+    } else if (event.detail == kWheelUp || event.detail == kWheelDown) {
+        const int notches = event.detail == kWheelUp ? -1 : 1;
+        if (router_.wheelTurned({pointer_, static_cast<double>(notches)}) || !options_.wheelTurned) return;
+        options_.wheelTurned(notches);
         pointer_ = inRootView(event);
         moved();  // against views that now lie elsewhere
     }

@@ -23,7 +23,7 @@ struct ViewWindowOptions {
     std::function<void(XWindow&)> prepare = {};
     /// Takes the window's input instead of its views; may be empty.
     std::function<void(const xcb_generic_event_t&)> input = {};
-    /// The wheel was turned a notch: -1 up, 1 down. May be empty.
+    /// The wheel was turned a notch, -1 up, 1 down, and no view used it. May be empty.
     std::function<void(int)> wheelTurned = {};
 };
 
