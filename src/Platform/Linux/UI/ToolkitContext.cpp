@@ -69,6 +69,11 @@ ViewWindow* ToolkitContext::windowShowing(const ui::View& view) const {
     return found == windows_.end() ? nullptr : *found;
 }
 
+ViewWindow* ToolkitContext::windowWithID(xcb_window_t id) const {
+    const auto found = std::ranges::find_if(windows_, [&](ViewWindow* window) { return window->window().id() == id; });
+    return found == windows_.end() ? nullptr : *found;
+}
+
 bool ToolkitContext::isPointerInside() const {
     return std::ranges::any_of(windows_, [](const ViewWindow* window) { return window->isPointerInside(); });
 }

@@ -50,6 +50,8 @@ public:
     const std::vector<ViewWindow*>& windows() const { return windows_; }
     /// The window in which the view is shown now, or null.
     ViewWindow* windowShowing(const ui::View& view) const;
+    /// The window that is this one on the server now, or null.
+    ViewWindow* windowWithID(xcb_window_t id) const;
     bool isPointerInside() const;
 
     /// Takes the window off the screen at once and destroys it in a later turn: it may be in the middle of telling its

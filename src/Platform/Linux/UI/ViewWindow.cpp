@@ -2,6 +2,7 @@
 
 #include <utility>
 
+#include "Platform/Linux/UI/Drag/XdndMessages.h"
 #include "Platform/Linux/UI/TooltipWindow.h"
 #include "Platform/Linux/UI/ViewInspection.h"
 
@@ -72,6 +73,8 @@ void ViewWindow::makeWindow() {
     isPointerInside_ = false;
     canvas_.setComposited(window_->format().isTranslucent);
     canvas_.damageAll();
+    // Where something else takes the input, nothing can be dropped.
+    if (!options_.input) window_->setCardinals(context_.connection().atoms().xdndAware, XCB_ATOM_ATOM, {kXdndVersion});
     if (options_.prepare) options_.prepare(*window_);
     applyShape();
 }
@@ -132,6 +135,10 @@ Rect<RootSpace> ViewWindow::onRoot(const ui::View& view) const {
 
 Point<RootSpace> ViewWindow::onRoot(Point<ViewSpace> inRootView) const {
     return {frame_.x + canvas_.origin().x + inRootView.x, frame_.y + canvas_.origin().y + inRootView.y};
+}
+
+Point<ViewSpace> ViewWindow::inRootView(Point<RootSpace> onRoot) const {
+    return {onRoot.x - frame_.x - canvas_.origin().x, onRoot.y - frame_.y - canvas_.origin().y};
 }
 
 void ViewWindow::handle(const xcb_generic_event_t& event) {

@@ -53,6 +53,12 @@ public:
     /// Where the view is on the root window.
     Rect<RootSpace> onRoot(const ui::View& view) const;
     Point<RootSpace> onRoot(Point<ViewSpace> inRootView) const;
+    Point<ViewSpace> inRootView(Point<RootSpace> onRoot) const;
+    /// Where the pointer was last over this window, on the root.
+    Point<RootSpace> pointer() const { return onRoot(pointer_); }
+    ui::EventRouter& router() { return router_; }
+    /// Whether drags may be dropped on it now.
+    bool takesDrags() const { return !isRetired_ && !options_.input && window_->isMapped(); }
     bool isPointerInside() const { return isPointerInside_; }
     void menuClosed();
 

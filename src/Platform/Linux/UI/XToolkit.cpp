@@ -8,7 +8,7 @@
 namespace morvel::x11 {
 
 XToolkit::XToolkit(XConnection& connection, MainLoop& mainLoop, XScreens& screens)
-    : context_(connection, mainLoop, screens), outsidePresses_(context_) {
+    : context_(connection, mainLoop, screens), outsidePresses_(context_), dropTarget_(context_) {
     // Asked for now, so that the first large picture does not wait for the answer.
     xcb_prefetch_maximum_request_length(connection.get());
 }
@@ -62,6 +62,29 @@ void XToolkit::finishMenus() {
         ended.session.reset();
         if (ended.action) ended.action();
         if (ended.closed) ended.closed();
+    }
+}
+
+void XToolkit::beginDrag(ui::View& view, ui::DragItem item, std::function<void(ui::DragOperation)> ended) {
+    ViewWindow* window = context_.windowShowing(view);
+    if (!window || context_.isMenuOpen()) return dragEnded({ui::DragOperation::None, std::move(ended), nullptr});
+    if (drag_) drag_->cancel();
+    drag_ = std::make_unique<DragSession>(context_, *window, view, std::move(item),
+                                          [this, ended = std::move(ended)](ui::DragOperation operation) {
+                                              dragEnded({operation, ended, std::move(drag_)});
+                                          });
+}
+
+// In a turn of its own: a drag ends inside its own handling of an event.
+void XToolkit::dragEnded(EndedDrag ended) {
+    endedDrags_.push_back(std::move(ended));
+    finishDrags_ = context_.mainLoop().after(Duration{}, [this] { finishDrags(); });
+}
+
+void XToolkit::finishDrags() {
+    for (EndedDrag& drag : std::exchange(endedDrags_, {})) {
+        drag.session.reset();
+        drag.ended(drag.operation);
     }
 }
 

@@ -4,6 +4,8 @@
 #include <memory>
 #include <vector>
 
+#include "Platform/Linux/UI/Drag/DragSession.h"
+#include "Platform/Linux/UI/Drag/XdndTarget.h"
 #include "Platform/Linux/UI/MenuSession.h"
 #include "Platform/Linux/UI/OutsidePresses.h"
 #include "Platform/Linux/UI/ToolkitContext.h"
@@ -28,6 +30,7 @@ public:
     std::unique_ptr<ui::PopoverPeer> makePopover(ui::View& content, std::function<void()> closed) override;
     void popUpMenu(ui::Menu menu, ui::View& anchor, Point<ViewSpace> locationInRoot,
                    std::function<void()> closed) override;
+    void beginDrag(ui::View& view, ui::DragItem item, std::function<void(ui::DragOperation)> ended) override;
     Size textSize(std::string_view text, const ui::Font& font) override;
     [[nodiscard]] Subscription observeOutsidePresses(std::function<void()> pressed) override;
 
@@ -39,14 +42,27 @@ private:
         std::unique_ptr<MenuSession> session;
     };
 
+    /// A drag that is over but whose beginner is still to be told.
+    struct EndedDrag {
+        ui::DragOperation operation;
+        std::function<void(ui::DragOperation)> ended;
+        std::unique_ptr<DragSession> session;
+    };
+
     void menuEnded(EndedMenu ended);
+    void dragEnded(EndedDrag ended);
+    void finishDrags();
     void finishMenus();
 
     ToolkitContext context_;
     OutsidePresses outsidePresses_;
+    XdndTarget dropTarget_;
     std::unique_ptr<MenuSession> menu_;
     std::vector<EndedMenu> endedMenus_;
     Timer finish_;
+    std::unique_ptr<DragSession> drag_;
+    std::vector<EndedDrag> endedDrags_;
+    Timer finishDrags_;
 };
 
 }  // namespace morvel::x11
