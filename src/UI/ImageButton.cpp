@@ -3,9 +3,14 @@
 namespace morvel::ui {
 
 void ImageButton::mouseUp(const MouseEvent& event) {
-    if (event.button != MouseButton::Left || !onClick || !bounds().contains(fromRoot(event.location))) return;
+    if (event.button == MouseButton::Left && bounds().contains(fromRoot(event.location))) accessibilityPress();
+}
+
+bool ImageButton::accessibilityPress() {
+    if (!onClick) return false;
     const auto click = onClick;  // the action may destroy this button
     click();
+    return true;
 }
 
 }  // namespace morvel::ui

@@ -17,6 +17,8 @@ public:
 
     bool acceptsMouse() const override { return true; }
     void mouseUp(const MouseEvent& event) override;
+    AccessibilityRole accessibilityRole() const override { return AccessibilityRole::Button; }
+    bool accessibilityPress() override;
 
 protected:
     void layout() override { imageView_.setFrame(bounds()); }

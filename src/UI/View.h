@@ -13,6 +13,9 @@
 
 namespace morvel::ui {
 
+/// What a view is to a person who does not see it. None: a mere part of what contains it.
+enum class AccessibilityRole { None, Button, List, ListItem };
+
 /// Views link to each other but do not own each other: whoever made a view owns it, and a view that is destroyed
 /// leaves the tree by itself. Main thread only.
 class View {
@@ -65,6 +68,9 @@ public:
     void setTooltip(std::string text);
     const std::string& accessibilityLabel() const { return accessibilityLabel_; }
     void setAccessibilityLabel(std::string text);
+    virtual AccessibilityRole accessibilityRole() const { return AccessibilityRole::None; }
+    /// Does what a click does, without a pointer. Whether there was something to do. May destroy the view.
+    virtual bool accessibilityPress() { return false; }
 
     // --- Layout ---
     /// The size the view wants, in points.

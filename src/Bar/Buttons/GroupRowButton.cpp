@@ -47,9 +47,13 @@ Size GroupRowButton::intrinsicSize() const {
 }
 
 void GroupRowButton::mouseUp(const ui::MouseEvent& event) {
-    if (event.button != ui::MouseButton::Left || !bounds().contains(fromRoot(event.location))) return;
+    if (event.button == ui::MouseButton::Left && bounds().contains(fromRoot(event.location))) accessibilityPress();
+}
+
+bool GroupRowButton::accessibilityPress() {
     const auto activate = bindings_.onActivate;  // may close the popover and with it destroy this row
     activate();
+    return true;
 }
 
 void GroupRowButton::rightMouseDown(const ui::MouseEvent& event) {

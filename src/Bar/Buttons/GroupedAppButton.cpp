@@ -72,9 +72,14 @@ Size GroupedAppButton::intrinsicSize() const {
 }
 
 void GroupedAppButton::mouseDown(const ui::MouseEvent& event) {
-    if (event.button != ui::MouseButton::Left || !bindings_.onClick) return;
+    if (event.button == ui::MouseButton::Left) accessibilityPress();
+}
+
+bool GroupedAppButton::accessibilityPress() {
+    if (!bindings_.onClick) return false;
     const auto click = bindings_.onClick;  // the click may destroy this button
     click(*this);
+    return true;
 }
 
 void GroupedAppButton::rightMouseDown(const ui::MouseEvent& event) {

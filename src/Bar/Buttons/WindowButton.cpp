@@ -109,9 +109,14 @@ void WindowButton::mouseDragged(const ui::MouseEvent& event) {
 
 void WindowButton::mouseUp(const ui::MouseEvent& event) {
     if (event.button != ui::MouseButton::Left) return;
-    if (press_.up() != PressOutcome::Click || !bindings_.onClick) return;
+    if (press_.up() == PressOutcome::Click) accessibilityPress();
+}
+
+bool WindowButton::accessibilityPress() {
+    if (!bindings_.onClick) return false;
     const auto click = bindings_.onClick;  // the click may destroy this button
     click();
+    return true;
 }
 
 void WindowButton::rightMouseDown(const ui::MouseEvent& event) {

@@ -72,6 +72,8 @@ public:
     void rightMouseDown(const ui::MouseEvent& event) override;
     void mouseEntered(const ui::MouseEvent& event) override;
     void mouseExited() override;
+    ui::AccessibilityRole accessibilityRole() const override { return ui::AccessibilityRole::Button; }
+    bool accessibilityPress() override;
 
 protected:
     void layout() override;
