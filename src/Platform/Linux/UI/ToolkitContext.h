@@ -4,6 +4,7 @@
 #include <memory>
 #include <vector>
 
+#include "Platform/Linux/Accessibility/AccessibilityBridge.h"
 #include "Platform/Linux/Screens/XScreens.h"
 #include "Platform/Linux/UI/Compositing.h"
 #include "Platform/Linux/UI/Palette.h"
@@ -52,6 +53,10 @@ public:
     ViewWindow* windowShowing(const ui::View& view) const;
     bool isPointerInside() const;
 
+    /// Who is told of windows and views, or null. Null at first; the caller owns the bridge and takes it away in time.
+    AccessibilityBridge* accessibility() const { return accessibility_; }
+    void setAccessibilityBridge(AccessibilityBridge* bridge);
+
     /// Takes the window off the screen at once and destroys it in a later turn: it may be in the middle of telling its
     /// views about an event. Null is nothing.
     void retire(std::unique_ptr<ViewWindow> window);
@@ -70,6 +75,7 @@ private:
     Rect<RootSpace> root_;
     xcb_atom_t inspectionProperty_ = 0;
     bool isMenuOpen_ = false;
+    AccessibilityBridge* accessibility_ = nullptr;
     std::vector<ViewWindow*> windows_;
     Signal<> geometryChanged_;
     std::vector<std::unique_ptr<ViewWindow>> retired_;
