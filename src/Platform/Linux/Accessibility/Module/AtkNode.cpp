@@ -148,6 +148,7 @@ gboolean press(AtkAction* action, gint index) {
 void morvel_action_init(AtkActionIface* interface) {
     interface->get_n_actions = actionCount;
     interface->get_name = actionName;
+    interface->get_localized_name = actionName;  // what assistive programs are shown
     interface->do_action = press;
 }
 
