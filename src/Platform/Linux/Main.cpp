@@ -3,6 +3,7 @@
 #include <memory>
 
 #include "App/AppDelegate.h"
+#include "Platform/Linux/Accessibility/AccessibilityService.h"
 #include "Platform/Linux/System/StderrLog.h"
 #include "Platform/Linux/UI/XToolkit.h"
 #include "Platform/Linux/XSystem.h"
@@ -29,6 +30,7 @@ int run() {
     AppDelegate delegate({loop, log, system.accessibility(), system.windowServer(), system.workspace(),
                           system.screens(), system.defaults(), system.icons(), toolkit, [&loop] { loop.quit(); }});
     delegate.applicationDidFinishLaunching();
+    AccessibilityService accessibility(loop, log, toolkit);
 
     // Log-out and Ctrl-C end the program like its own menu does.
     Subscriptions signals;

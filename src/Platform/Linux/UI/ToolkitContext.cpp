@@ -60,7 +60,16 @@ std::vector<Rect<RootSpace>> ToolkitContext::monitors() {
 
 Subscription ToolkitContext::registerWindow(ViewWindow& window) {
     windows_.push_back(&window);
-    return Subscription([this, &window] { std::erase(windows_, &window); });
+    return Subscription([this, &window] {
+        std::erase(windows_, &window);
+        if (accessibility_) accessibility_->windowRemoved(window);
+    });
+}
+
+void ToolkitContext::setAccessibilityBridge(AccessibilityBridge* bridge) {
+    accessibility_ = bridge;
+    if (!accessibility_) return;
+    for (ViewWindow* window : windows_) accessibility_->windowChanged(*window);
 }
 
 ViewWindow* ToolkitContext::windowShowing(const ui::View& view) const {

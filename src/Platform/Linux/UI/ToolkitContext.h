@@ -4,6 +4,7 @@
 #include <memory>
 #include <vector>
 
+#include "Platform/Linux/Accessibility/AccessibilityBridge.h"
 #include "Platform/Linux/Screens/XScreens.h"
 #include "Platform/Linux/UI/Compositing.h"
 #include "Platform/Linux/UI/Palette.h"
@@ -54,6 +55,10 @@ public:
     ViewWindow* windowWithID(xcb_window_t id) const;
     bool isPointerInside() const;
 
+    /// Who is told of windows and views, or null. Null at first; the caller owns the bridge and takes it away in time.
+    AccessibilityBridge* accessibility() const { return accessibility_; }
+    void setAccessibilityBridge(AccessibilityBridge* bridge);
+
     /// Takes the window off the screen at once and destroys it in a later turn: it may be in the middle of telling its
     /// views about an event. Null is nothing.
     void retire(std::unique_ptr<ViewWindow> window);
@@ -72,6 +77,7 @@ private:
     Rect<RootSpace> root_;
     xcb_atom_t inspectionProperty_ = 0;
     bool isMenuOpen_ = false;
+    AccessibilityBridge* accessibility_ = nullptr;
     std::vector<ViewWindow*> windows_;
     Signal<> geometryChanged_;
     std::vector<std::unique_ptr<ViewWindow>> retired_;

@@ -51,7 +51,7 @@ ViewWindow::ViewWindow(ToolkitContext& context, ui::View& root, ViewWindowOption
                    },
                .present = [this](const DamageRegion& damage) { window_->put(canvas_.surface(), damage.rects()); },
                .laidOut = [this] { router_.layoutChanged(); },
-               .changedTexts = [this] { inspect(); },
+               .changedTexts = [this] { describe(); },
                .willDetach = [this](ui::View& view) { willDetach(view); }}) {
     makeWindow();
     compositing_ = context_.compositing().observeChanges([this] {
@@ -98,12 +98,15 @@ void ViewWindow::show() {
     if (isRetired_) return;
     canvas_.paintNow();
     if (isRetired_ || !canvas_.surface()) return;
-    window_->isMapped() ? window_->raise() : window_->map(canvas_.surface());
+    if (window_->isMapped()) return window_->raise();
+    window_->map(canvas_.surface());
+    if (auto* bridge = context_.accessibility()) bridge->windowChanged(*this);
 }
 
 void ViewWindow::hide() {
     cancelTooltip();
     window_->unmap();
+    if (auto* bridge = context_.accessibility()) bridge->windowChanged(*this);
     pointerExited();
 }
 
@@ -248,6 +251,12 @@ void ViewWindow::showTooltip() {
 void ViewWindow::willDetach(ui::View& view) {
     router_.viewWillDetach(view);
     if (tooltipView_ == &view) cancelTooltip();
+    if (auto* bridge = context_.accessibility()) bridge->viewWillDetach(view);
+}
+
+void ViewWindow::describe() {
+    inspect();
+    if (auto* bridge = context_.accessibility(); bridge && !isRetired_) bridge->windowChanged(*this);
 }
 
 void ViewWindow::inspect() {

@@ -29,7 +29,7 @@ struct ViewWindowOptions {
 
 /// Main thread only. The window lives until `retire`; the object may be called back by its own events after that, so
 /// its owner hands it to the context, which keeps it until the turn is over.
-class ViewWindow {
+class ViewWindow final : public AccessibleWindow {
 public:
     /// The root view and the context outlive the window.
     ViewWindow(ToolkitContext& context, ui::View& root, ViewWindowOptions options);
@@ -41,7 +41,7 @@ public:
     /// is painted below the views; else an opaque window has the window background below them.
     void setFrame(const PixelRect& frame, Point<ViewSpace> origin = {}, std::optional<Bubble> bubble = {});
     const PixelRect& frame() const { return frame_; }
-    Rect<RootSpace> frameOnRoot() const;
+    Rect<RootSpace> frameOnRoot() const override;
     /// The window itself, when tooltips and menus are to leave it free.
     std::optional<Rect<RootSpace>> keptFree() const;
     void show();
@@ -51,7 +51,7 @@ public:
     XWindow& window() { return *window_; }
     ViewCanvas& canvas() { return canvas_; }
     /// Where the view is on the root window.
-    Rect<RootSpace> onRoot(const ui::View& view) const;
+    Rect<RootSpace> onRoot(const ui::View& view) const override;
     Point<RootSpace> onRoot(Point<ViewSpace> inRootView) const;
     Point<ViewSpace> inRootView(Point<RootSpace> onRoot) const;
     /// Where the pointer was last over this window, on the root.
@@ -59,6 +59,8 @@ public:
     ui::EventRouter& router() { return router_; }
     /// Whether drags may be dropped on it now.
     bool takesDrags() const { return !isRetired_ && !options_.input && window_->isMapped(); }
+    ui::View& rootView() const override { return canvas_.root(); }
+    bool isShown() const override { return window_->isMapped(); }
     bool isPointerInside() const { return isPointerInside_; }
     void menuClosed();
 
@@ -76,6 +78,7 @@ private:
     void cancelTooltip();
     void showTooltip();
     void willDetach(ui::View& view);
+    void describe();
     void inspect();
 
     ToolkitContext& context_;

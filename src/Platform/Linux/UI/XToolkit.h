@@ -26,6 +26,9 @@ public:
     void setPalette(const Palette& palette) { context_.setPalette(palette); }
     const Palette& palette() const { return context_.palette(); }
 
+    /// From now on tells the bridge what the windows show; null ends it, which has to come before the bridge's end.
+    void setAccessibilityBridge(AccessibilityBridge* bridge) { context_.setAccessibilityBridge(bridge); }
+
     std::unique_ptr<ui::PanelPeer> makePanel(const ui::PanelOptions& options, ui::View& content) override;
     std::unique_ptr<ui::PopoverPeer> makePopover(ui::View& content, std::function<void()> closed) override;
     void popUpMenu(ui::Menu menu, ui::View& anchor, Point<ViewSpace> locationInRoot,

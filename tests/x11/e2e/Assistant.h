@@ -1,0 +1,68 @@
+// An assistive program, as a screen reader is one: looks at other programs' objects, presses them and hears what
+// happens.
+#pragma once
+
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "SessionBus.h"
+
+namespace morvel::e2e {
+
+/// An object of some program on the accessibility bus.
+struct AccessibleObject {
+    std::string program;  // its name on the bus
+    std::string path;
+};
+
+class Assistant {
+public:
+    /// Hears changes of names and of children from now on. Throws std::runtime_error when the bus cannot be reached.
+    explicit Assistant(const SessionBus& session);
+    ~Assistant();
+
+    std::optional<AccessibleObject> application(const std::string& name);
+    /// The first object with this role ("push button") and name in the application.
+    std::optional<AccessibleObject> find(const std::string& application, const std::string& role,
+                                         const std::string& name);
+    std::vector<AccessibleObject> childrenOf(const AccessibleObject& object);
+
+    std::string nameOf(const AccessibleObject& object) { return text(object, "Name"); }
+    std::string descriptionOf(const AccessibleObject& object) { return text(object, "Description"); }
+    std::string roleOf(const AccessibleObject& object);
+    /// By AT-SPI's number of the state.
+    bool hasState(const AccessibleObject& object, unsigned state);
+    /// On the screen. Empty: it has no place.
+    Box extentsOf(const AccessibleObject& object);
+    /// The names of its actions.
+    std::vector<std::string> actionsOf(const AccessibleObject& object);
+    /// Whether the first action was done.
+    bool press(const AccessibleObject& object);
+
+    /// Whether the program of the object told of such an event with this detail: "ChildrenChanged" "add", for instance.
+    bool hasHeard(const AccessibleObject& of, const std::string& event, const std::string& detail);
+    void forgetWhatWasHeard();
+
+    static constexpr unsigned kSensitive = 24, kShowing = 25, kVisible = 30, kFocusable = 11;
+
+private:
+    struct Event {
+        std::string program;
+        std::string kind;
+        std::string detail;
+    };
+
+    void listen();
+    Variant ask(const AccessibleObject& object, const std::string& interface, const std::string& method,
+                GVariant* arguments = nullptr);
+    std::string text(const AccessibleObject& object, const char* property);
+    std::optional<AccessibleObject> findBelow(const AccessibleObject& top, const std::string& role,
+                                              const std::string& name);
+
+    BusConnection bus_;
+    guint listening_ = 0;
+    std::vector<Event> heard_;
+};
+
+}  // namespace morvel::e2e
