@@ -8,6 +8,7 @@
 
 #include "App/AppDelegate.h"
 #include "Platform/Linux/System/StderrLog.h"
+#include "Platform/Linux/UI/TextLayouts.h"
 #include "Platform/Linux/UI/XToolkit.h"
 #include "Platform/Linux/XSystem.h"
 
@@ -22,6 +23,7 @@ std::string defaultsPath() {
 }
 
 int run() {
+    startReadingFonts();
     StderrLog log;
     GLibMainLoop loop;
     const auto connection = XConnection::open("", log, [&] {

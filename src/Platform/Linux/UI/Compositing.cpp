@@ -1,6 +1,5 @@
 #include "Platform/Linux/UI/Compositing.h"
 
-#include <string>
 #include <utility>
 
 namespace morvel::x11 {
@@ -10,12 +9,7 @@ Compositing::Compositing(XConnection& connection) : connection_(connection) {
     opaque_ = {screen.root_visual, screen.root_depth, screen.default_colormap, false};
     findTranslucentVisual();
 
-    const std::string name = "_NET_WM_CM_S" + std::to_string(connection_.screenNumber());
-    const XPtr<xcb_intern_atom_reply_t> atom(xcb_intern_atom_reply(
-        connection_.get(), xcb_intern_atom(connection_.get(), 0, static_cast<uint16_t>(name.size()), name.data()),
-        nullptr));
-    if (!atom) return;
-    selection_ = atom->atom;
+    selection_ = connection_.atoms().compositorSelection;
     connection_.addRootEvents(XCB_EVENT_MASK_STRUCTURE_NOTIFY);
     rootEvents_ = connection_.observeRoot([this](const xcb_generic_event_t& event) {
         // A manager that takes over a selection says so on the root window.
