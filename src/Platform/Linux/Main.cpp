@@ -5,6 +5,7 @@
 #include "App/AppDelegate.h"
 #include "Platform/Linux/Accessibility/AccessibilityService.h"
 #include "Platform/Linux/System/StderrLog.h"
+#include "Platform/Linux/UI/TextLayouts.h"
 #include "Platform/Linux/UI/XToolkit.h"
 #include "Platform/Linux/XSystem.h"
 
@@ -15,6 +16,7 @@ constexpr int kExitNoDisplay = 1;
 constexpr int kExitDisplayLost = 2;
 
 int run() {
+    startReadingFonts();
     StderrLog log;
     GLibMainLoop loop;
     const auto connection = XConnection::open("", log, [&] {

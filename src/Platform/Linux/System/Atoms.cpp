@@ -3,11 +3,14 @@
 #include <array>
 #include <cstdlib>
 #include <memory>
+#include <string>
 #include <string_view>
 
 namespace morvel::x11 {
 
 namespace {
+
+constexpr std::string_view kCompositorOfScreen = "_NET_WM_CM_S";  // and the screen's number
 
 struct Row {
     xcb_atom_t Atoms::*atom;
@@ -92,17 +95,21 @@ constexpr auto kTable = std::to_array<Row>({
 
 }  // namespace
 
-Atoms internAtoms(xcb_connection_t* connection) {
-    std::array<xcb_intern_atom_cookie_t, kTable.size()> cookies;
-    for (size_t i = 0; i < kTable.size(); ++i)
-        cookies[i] =
-            xcb_intern_atom(connection, 0, static_cast<uint16_t>(kTable[i].name.size()), kTable[i].name.data());
-    Atoms atoms;
-    for (size_t i = 0; i < kTable.size(); ++i) {
+Atoms internAtoms(xcb_connection_t* connection, int screenNumber) {
+    const auto ask = [connection](std::string_view name) {
+        return xcb_intern_atom(connection, 0, static_cast<uint16_t>(name.size()), name.data());
+    };
+    const auto answer = [connection](xcb_intern_atom_cookie_t cookie, xcb_atom_t& atom) {
         const std::unique_ptr<xcb_intern_atom_reply_t, decltype(&std::free)> reply(
-            xcb_intern_atom_reply(connection, cookies[i], nullptr), &std::free);
-        if (reply) atoms.*kTable[i].atom = reply->atom;
-    }
+            xcb_intern_atom_reply(connection, cookie, nullptr), &std::free);
+        if (reply) atom = reply->atom;
+    };
+    std::array<xcb_intern_atom_cookie_t, kTable.size()> cookies;
+    for (size_t i = 0; i < kTable.size(); ++i) cookies[i] = ask(kTable[i].name);
+    const auto compositor = ask(std::string(kCompositorOfScreen) + std::to_string(screenNumber));
+    Atoms atoms;
+    for (size_t i = 0; i < kTable.size(); ++i) answer(cookies[i], atoms.*kTable[i].atom);
+    answer(compositor, atoms.compositorSelection);
     return atoms;
 }
 

@@ -10,6 +10,7 @@ namespace morvel::x11 {
 struct Atoms {
     // Text and connection
     xcb_atom_t utf8String = 0, compoundText = 0, manager = 0;
+    xcb_atom_t compositorSelection = 0;  ///< whose owner blends translucent windows of the connection's screen
 
     // The window manager's root properties
     xcb_atom_t netSupported = 0, netSupportingWmCheck = 0, netClientList = 0, netClientListStacking = 0;
@@ -40,6 +41,6 @@ struct Atoms {
 };
 
 /// One round trip. Whatever the server does not answer stays 0.
-Atoms internAtoms(xcb_connection_t* connection);
+Atoms internAtoms(xcb_connection_t* connection, int screenNumber);
 
 }  // namespace morvel::x11

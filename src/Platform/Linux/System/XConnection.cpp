@@ -1,5 +1,7 @@
 #include "Platform/Linux/System/XConnection.h"
 
+#include <xcb/bigreq.h>
+#include <xcb/randr.h>
 #include <xcb/xcbext.h>
 
 #include <algorithm>
@@ -69,7 +71,10 @@ XConnection::XConnection(xcb_connection_t* connection, int screenNumber, Log& lo
     screen_ = screens.data;
     for (int i = 0; screens.rem > 0; ++i, xcb_screen_next(&screens))
         if (i == screenNumber_) screen_ = screens.data;
-    atoms_ = internAtoms(connection_);
+    // Answered with the atoms: their first use would wait for a round trip each.
+    for (xcb_extension_t* extension : {&xcb_randr_id, &xcb_big_requests_id})
+        xcb_prefetch_extension_data(connection_, extension);
+    atoms_ = internAtoms(connection_, screenNumber_);
 
     static GSourceFuncs funcs{prepare, check, dispatch, nullptr, nullptr, nullptr};
     source_ = g_source_new(&funcs, sizeof(EventSource));

@@ -2,8 +2,6 @@
 
 #include <xcb/xfixes.h>
 
-#include <string>
-
 namespace morvel::x11 {
 
 Compositing::Compositing(XConnection& connection) : connection_(connection) {
@@ -11,14 +9,10 @@ Compositing::Compositing(XConnection& connection) : connection_(connection) {
     opaque_ = {screen.root_visual, screen.root_depth, screen.default_colormap, false};
     findTranslucentVisual();
 
-    const std::string name = "_NET_WM_CM_S" + std::to_string(connection_.screenNumber());
-    const XPtr<xcb_intern_atom_reply_t> atom(xcb_intern_atom_reply(
-        connection_.get(), xcb_intern_atom(connection_.get(), 0, static_cast<uint16_t>(name.size()), name.data()),
-        nullptr));
-    if (!atom) return;
-    watchOwner(atom->atom);
+    const xcb_atom_t selection = connection_.atoms().compositorSelection;
+    watchOwner(selection);
     const XPtr<xcb_get_selection_owner_reply_t> owner(xcb_get_selection_owner_reply(
-        connection_.get(), xcb_get_selection_owner(connection_.get(), atom->atom), nullptr));
+        connection_.get(), xcb_get_selection_owner(connection_.get(), selection), nullptr));
     if (owner) setOwner(owner->owner);
 }
 

@@ -42,6 +42,10 @@ std::string shownText(std::string_view text) {
     return shown(text, LineBreaks::Replace);
 }
 
+void startReadingFonts() {
+    pango_cairo_font_map_get_default();
+}
+
 Size sizeOf(PangoLayout* layout) {
     int width = 0, height = 0;
     pango_layout_get_size(layout, &width, &height);

@@ -27,6 +27,10 @@ inline constexpr size_t kMaxShownBytes = 4 * kMaxShownCharacters;
 /// characters become spaces, and it ends after `kMaxShownCharacters`.
 std::string shownText(std::string_view text);
 
+/// Pango reads the system's font settings, some 150 files, on a thread of its own from the moment its font map exists.
+/// Started before anything waits for the X server, it is done when the first text is shaped.
+void startReadingFonts();
+
 /// Main thread only. Sizes are absolute: one point is one pixel, whatever resolution the server claims to have.
 class TextLayouts {
 public:

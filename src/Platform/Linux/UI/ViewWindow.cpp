@@ -12,6 +12,13 @@ namespace {
 
 constexpr Duration kTooltipDelay = std::chrono::milliseconds(600);
 
+// A window manager that is just starting can lose what it is asked: openbox 3.6.1 announces itself on the root window
+// and afterwards drops the requests that arrived while it set itself up, so that in about one start of ten beside it
+// the bar was never mapped. The first delay is long against an answer of a busy window manager, and asking again does
+// no harm where the answer was only slow.
+constexpr Duration kMappingDelay = std::chrono::milliseconds(250);
+constexpr int kMappingTries = 5;  // each waits twice as long as the one before: eight seconds in all
+
 constexpr xcb_button_t kWheelUp = 4;
 constexpr xcb_button_t kWheelDown = 5;
 
@@ -101,9 +108,20 @@ void ViewWindow::show() {
     if (window_->isMapped()) return window_->raise();
     window_->map(canvas_.surface());
     if (auto* bridge = context_.accessibility()) bridge->windowChanged(*this);
+    if (options_.management == Management::Managed) awaitMapping(kMappingTries);
+}
+
+void ViewWindow::awaitMapping(int triesLeft) {
+    if (triesLeft == 0) return mapping_.reset();
+    const Duration delay = kMappingDelay * (1 << (kMappingTries - triesLeft));
+    mapping_ = context_.mainLoop().after(delay, [this, triesLeft] {
+        window_->askAgain();
+        awaitMapping(triesLeft - 1);
+    });
 }
 
 void ViewWindow::hide() {
+    mapping_.reset();
     cancelTooltip();
     window_->unmap();
     if (auto* bridge = context_.accessibility()) bridge->windowChanged(*this);
@@ -112,6 +130,7 @@ void ViewWindow::hide() {
 
 void ViewWindow::retire() {
     if (std::exchange(isRetired_, true)) return;
+    mapping_.reset();
     cancelTooltip();
     events_.reset();
     compositing_.reset();
@@ -149,6 +168,9 @@ void ViewWindow::handle(const xcb_generic_event_t& event) {
     switch (event.response_type & 0x7F) {
         case XCB_EXPOSE:
             window_->exposed(canvas_.surface(), reinterpret_cast<const xcb_expose_event_t&>(event));
+            break;
+        case XCB_MAP_NOTIFY:
+            mapping_.reset();
             break;
         case XCB_ENTER_NOTIFY:
         case XCB_LEAVE_NOTIFY:

@@ -67,6 +67,7 @@ public:
 private:
     void makeWindow();
     void applyShape();
+    void awaitMapping(int triesLeft);
     void handle(const xcb_generic_event_t& event);
     void handleInput(const xcb_generic_event_t& event);
     void crossed(const xcb_enter_notify_event_t& event);
@@ -93,6 +94,7 @@ private:
     Point<ViewSpace> pointer_;         // in the root view's space
     ui::View* tooltipView_ = nullptr;  // that waits for its tooltip or shows it
     Timer tooltipTimer_;
+    Timer mapping_;  // runs while a managed window is asked for but not yet told to be mapped
     Subscription events_;
     Subscription registration_;
     Subscription compositing_;

@@ -60,9 +60,12 @@ XWindow::~XWindow() {
 }
 
 void XWindow::setFrame(const PixelRect& frame) {
-    if (std::exchange(frame_, frame) == frame) return;
-    const std::array<uint32_t, 4> values{static_cast<uint32_t>(frame.x), static_cast<uint32_t>(frame.y),
-                                         extent(frame.width), extent(frame.height)};
+    if (std::exchange(frame_, frame) != frame) configureFrame();
+}
+
+void XWindow::configureFrame() {
+    const std::array<uint32_t, 4> values{static_cast<uint32_t>(frame_.x), static_cast<uint32_t>(frame_.y),
+                                         extent(frame_.width), extent(frame_.height)};
     xcb_configure_window(connection_.get(), id_,
                          XCB_CONFIG_WINDOW_X | XCB_CONFIG_WINDOW_Y | XCB_CONFIG_WINDOW_WIDTH | XCB_CONFIG_WINDOW_HEIGHT,
                          values.data());
@@ -81,6 +84,12 @@ void XWindow::map(cairo_surface_t* content) {
     // manager maps later than it is asked to.
     xcb_free_pixmap(connection_.get(), pixmap);
     hasBackground_ = true;
+}
+
+void XWindow::askAgain() {
+    configureFrame();
+    raise();
+    xcb_map_window(connection_.get(), id_);
 }
 
 void XWindow::unmap() {

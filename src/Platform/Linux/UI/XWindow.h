@@ -33,6 +33,8 @@ public:
     void setFrame(const PixelRect& frame);
     /// Shows the window above the others, with these pixels from the first moment on.
     void map(cairo_surface_t* content);
+    /// Asks for the frame and the mapping once more, where the window manager has not done it.
+    void askAgain();
     void unmap();
     void raise();
 
@@ -50,6 +52,7 @@ public:
     void removeProperty(xcb_atom_t property);
 
 private:
+    void configureFrame();
     void putStripe(xcb_drawable_t target, cairo_surface_t* surface, const PixelRect& stripe);
     long maxPixelsPerRequest() const;
 
