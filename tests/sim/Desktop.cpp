@@ -8,7 +8,7 @@
 namespace morvel::sim {
 
 Desktop::Desktop(const std::vector<DisplaySpec>& displays)
-    : platform_{mainLoop_, log_, accessibility_, windowServer_, workspace_, screens_, defaults_, icons_, toolkit_} {
+    : platform_{mainLoop_, log_, accessibility_, windowServer_, workspace_, screens_, defaults_, icons_, toolkit_, {}} {
     for (const DisplaySpec& display : displays) {
         screens_.list.push_back(SimScreens::screenOf(display));
         addDisplaySpaces(display.id);

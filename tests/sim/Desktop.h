@@ -26,9 +26,9 @@ namespace morvel::sim {
 using namespace std::chrono_literals;
 
 struct LaunchOptions {
-    std::optional<std::string> bundleID;  ///< by default made of the name: "com.example.editor"
+    std::optional<std::string> bundleID = {};  ///< by default made of the name: "com.example.editor"
     ActivationPolicy policy = ActivationPolicy::Regular;
-    std::optional<ProcessID> pid;  ///< a number to reuse; by default the next one
+    std::optional<ProcessID> pid = {};  ///< a number to reuse; by default the next one
 };
 
 /// What a person or a program does sends the notices that a real system would send, in a later turn of the main loop.
