@@ -130,6 +130,7 @@ TEST_F(ScreenReader, IsNotNeededByABarThatGoesOnWithoutItsBuses) {
     startAccessibleBar();
     awaitButton("Window");
     session->kill();
+    EXPECT_TRUE(eventually([&] { return assistant->isCutOff(); }));
     client.openAndWait({.title = "Later"});
     EXPECT_TRUE(showsButton("Later"));
     desktop.runFor(500ms);
