@@ -21,17 +21,25 @@ RunningStripContent RunningStripArranger::arrange(RunningZoneLayout::Result deci
 }
 
 RunningStripContent RunningStripArranger::arrangeFlat(std::vector<WindowSnapshot> windows) {
+    // Most changes are of titles and frames; while no window comes or goes, each keeps its place.
+    if (!areInOrder(windows)) updateOrder(windows);
+    RunningStripContent content;
+    content.buttons.resize(runningWindowOrder_.size());
+    for (WindowSnapshot& window : windows) content.buttons[places_.at(window.id)] = std::move(window);
+    return content;
+}
+
+bool RunningStripArranger::areInOrder(const std::vector<WindowSnapshot>& windows) const {
+    return windows.size() == places_.size() &&
+           std::ranges::all_of(windows, [this](const WindowSnapshot& window) { return places_.contains(window.id); });
+}
+
+void RunningStripArranger::updateOrder(const std::vector<WindowSnapshot>& windows) {
     runningWindowOrder_ = RunningWindowOrder::sync(runningWindowOrder_, runningWindowPIDs_, windows);
     runningWindowPIDs_.clear();
-    std::unordered_map<WindowID, WindowSnapshot*> byID;
-    for (WindowSnapshot& window : windows) {
-        runningWindowPIDs_.emplace(window.id, window.pid);
-        byID.emplace(window.id, &window);
-    }
-    RunningStripContent content;
-    content.buttons.reserve(windows.size());
-    for (const WindowID& id : runningWindowOrder_) content.buttons.push_back(std::move(*byID.at(id)));
-    return content;
+    for (const WindowSnapshot& window : windows) runningWindowPIDs_.emplace(window.id, window.pid);
+    places_.clear();
+    for (const WindowID& id : runningWindowOrder_) places_.emplace(id, places_.size());
 }
 
 }  // namespace morvel

@@ -28,9 +28,12 @@ public:
 
 private:
     RunningStripContent arrangeFlat(std::vector<WindowSnapshot> windows);
+    bool areInOrder(const std::vector<WindowSnapshot>& windows) const;
+    void updateOrder(const std::vector<WindowSnapshot>& windows);
 
     std::vector<WindowID> runningWindowOrder_;
     std::unordered_map<WindowID, ProcessID> runningWindowPIDs_;  // of the windows in the order
+    std::unordered_map<WindowID, size_t> places_;                // in the order
 };
 
 }  // namespace morvel
