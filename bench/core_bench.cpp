@@ -39,12 +39,10 @@ struct World {
     bool project() {
         SpaceQueryCache spaces([](WindowNumber) { return std::set<SpaceID>{kSpace}; },
                                [](DisplayID) { return std::optional(kSpace); });
-        const auto filtered = windowsOnThisScreen(*store.windows().value(), context, spaces);
-        auto projection = makeRunningProjection(filtered, context, mode);
-        if (last == projection) return false;
-        last = std::move(projection);
-        auto plan =
-            RunningZoneLayout::planRunningZone(filtered, rule, 1900, mode, WindowlessDisplayMode::FollowGrouping);
+        auto filtered = windowsOnThisScreen(*store.windows().value(), context, spaces);
+        if (!last.update(filtered, context, mode)) return false;
+        auto plan = RunningZoneLayout::planRunningZone(std::move(filtered), rule, 1900, mode,
+                                                       WindowlessDisplayMode::FollowGrouping);
         content = arranger.arrange(std::move(plan.decision), std::move(plan.windowless));
         return true;
     }
@@ -57,7 +55,7 @@ struct World {
     ProjectionContext context;
     GroupingMode mode = GroupingMode::Never;
     RunningZoneLayout::FlatWidthRule rule{WindowButtonWidthMode::Fixed, 150, 4, nullptr};
-    std::optional<RunningProjection> last;
+    RunningProjection last;
     RunningStripArranger arranger;
     RunningStripContent content;
 };

@@ -109,10 +109,12 @@ void MorvelView::rebuildRunningIfNeeded(const WindowMap& windows) {
     const ProjectionContext context = projectionContext();
     SpaceQueryCache spaces = makeSpaceQueryCache();
     std::vector<WindowSnapshot> filtered = windowsOnThisScreen(windows, context, spaces);
-    RunningProjection projection = makeRunningProjection(filtered, context, services_.settings.groupingMode.value());
-    if (lastRunningProjection_ == projection && lastAvailableWidth_ == availableWidth()) return;
-    lastRunningProjection_ = std::move(projection);
-    rebuildRunning(filtered);
+    const GroupingMode mode = services_.settings.groupingMode.value();
+    const bool isFirst = !lastRunningProjection_;
+    if (isFirst) lastRunningProjection_.emplace();
+    const bool isChanged = lastRunningProjection_->update(filtered, context, mode) || isFirst;
+    if (!isChanged && lastAvailableWidth_ == availableWidth()) return;
+    rebuildRunning(std::move(filtered));
 }
 
 void MorvelView::forceRebuildRunning() {
@@ -156,7 +158,7 @@ double MorvelView::availableWidth() const {
     return RunningZoneLayout::availableRunningWidth(room);
 }
 
-void MorvelView::rebuildRunning(const std::vector<WindowSnapshot>& filtered) {
+void MorvelView::rebuildRunning(std::vector<WindowSnapshot> filtered) {
     const SettingsStore& settings = services_.settings;
     lastAvailableWidth_ = availableWidth();
     const RunningZoneLayout::FlatWidthRule rule{
@@ -166,7 +168,7 @@ void MorvelView::rebuildRunning(const std::vector<WindowSnapshot>& filtered) {
         }};
     // The compact bar's expanded state would lift the mode Never; no bar can be expanded yet.
     const auto mode = RunningZoneLayout::effectiveMode(settings.groupingMode.value(), false);
-    auto plan = RunningZoneLayout::planRunningZone(filtered, rule, lastAvailableWidth_, mode,
+    auto plan = RunningZoneLayout::planRunningZone(std::move(filtered), rule, lastAvailableWidth_, mode,
                                                    settings.windowlessDisplayMode.value());
     running_.apply(arranger_.arrange(std::move(plan.decision), std::move(plan.windowless)), plan.windowlessIconOnly);
 }

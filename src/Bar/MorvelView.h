@@ -69,7 +69,7 @@ private:
     ProjectionContext projectionContext() const;
     SpaceQueryCache makeSpaceQueryCache() const;
     double availableWidth() const;
-    void rebuildRunning(const std::vector<WindowSnapshot>& filtered);
+    void rebuildRunning(std::vector<WindowSnapshot> filtered);
 
     Lifetime lifetime_;  // before the strips, which hand what it guards to menus; it ends when all of this does
     BarServices services_;

@@ -200,9 +200,18 @@ void AXObserverManager::sweepDeadPIDs() {
     for (const auto& [pid, attached] : attachedApps_) pids.insert(pid);
     for (const auto& [id, record] : *store_.windows().value()) pids.insert(record.pid);
     for (const ProcessID pid : pids) {
-        if (!system_.workspace.isProcessAlive(pid)) detach(pid);
+        const auto successor = successorOf(pid);
+        if (successor || !system_.workspace.isProcessAlive(pid)) detach(pid);
+        if (watch.isAlive() && successor) attachLate(*successor);
         if (!watch.isAlive()) return;
     }
+}
+
+std::optional<RunningApplication> AXObserverManager::successorOf(ProcessID pid) const {
+    const auto attached = attachedApps_.find(pid);
+    if (attached == attachedApps_.end()) return std::nullopt;
+    auto now = system_.workspace.runningApplication(pid);
+    return now && now->instance != attached->second.app.instance ? now : std::nullopt;
 }
 
 void AXObserverManager::processRecovered(ProcessID pid) {

@@ -3,6 +3,7 @@
 
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <set>
 #include <string_view>
 #include <unordered_map>
@@ -92,6 +93,8 @@ private:
     void answerDenied();
     void sweep();
     void sweepDeadPIDs();
+    /// The process that has the number of an attached one now, of whose end nobody told.
+    std::optional<RunningApplication> successorOf(ProcessID pid) const;
     void processRecovered(ProcessID pid);
 
     System system_;

@@ -136,6 +136,17 @@ void SimToolkit::press(ui::View& view) {
     EXPECT_TRUE(surface->router().buttonPressed({ui::MouseButton::Left, location_})) << "nothing takes presses";
 }
 
+void SimToolkit::turnWheel(ui::View& view, double notches) {
+    if (SimSurface* surface = pointAt(view)) surface->router().wheelTurned({location_, notches});
+}
+
+void SimToolkit::middleClick(ui::View& view) {
+    SimSurface* surface = pointAt(view);
+    if (!surface) return;
+    surface->router().buttonPressed({ui::MouseButton::Middle, location_});
+    if (isAlive(surface)) surface->router().buttonReleased({ui::MouseButton::Middle, location_});
+}
+
 void SimToolkit::drag(Point<ViewSpace> location) {
     location_ = location;
     if (isAlive(pointed_)) pointed_->router().pointerMoved(location);

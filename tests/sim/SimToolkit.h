@@ -8,6 +8,7 @@
 
 #include "UI/Toolkit.h"
 #include "Util/Signal.h"
+#include "sim/SimDrags.h"
 #include "sim/SimSurface.h"
 
 namespace morvel::sim {
@@ -44,6 +45,9 @@ public:
     std::unique_ptr<ui::PopoverPeer> makePopover(ui::View& content, std::function<void()> closed) override;
     void popUpMenu(ui::Menu menu, ui::View& anchor, Point<ViewSpace> locationInRoot,
                    std::function<void()> closed) override;
+    void beginDrag(ui::View&, ui::DragItem item, std::function<void(ui::DragOperation)> ended) override {
+        drags_.begin(item, std::move(ended));
+    }
     Size textSize(std::string_view text, const ui::Font& font) override;
     Subscription observeOutsidePresses(std::function<void()> pressed) override;
 
@@ -68,6 +72,10 @@ public:
     void leave();
     /// Presses at the centre of the view and holds.
     void press(ui::View& view);
+    /// Turns the wheel over the middle of the view; positive is down.
+    void turnWheel(ui::View& view, double notches);
+    void middleClick(ui::View& view);
+    SimDrags& drags() { return drags_; }
     /// Moves the held pointer to a point in the space of the pressed window's root.
     void drag(Point<ViewSpace> location);
     void release();
@@ -80,6 +88,7 @@ public:
 private:
     friend class SimPanelPeer;
     friend class SimPopoverPeer;
+    friend class SimDrags;
     struct OpenMenu {
         ui::Menu items;
         std::function<void()> closed;
@@ -97,6 +106,7 @@ private:
     Signal<> outsidePresses_;
     SimSurface* pointed_ = nullptr;  // the window under the pointer; compared with the living ones before use
     Point<ViewSpace> location_;
+    SimDrags drags_{*this};
 };
 
 }  // namespace morvel::sim

@@ -75,6 +75,14 @@ std::vector<WindowSnapshot> stableSorted(std::vector<WindowSnapshot> windows) {
     return sorted;
 }
 
+std::vector<WindowSnapshot> stableSorted(std::vector<const WindowSnapshot*> windows) {
+    std::ranges::sort(windows, [](const WindowSnapshot* a, const WindowSnapshot* b) { return precedes(*a, *b); });
+    std::vector<WindowSnapshot> sorted;
+    sorted.reserve(windows.size());
+    for (const WindowSnapshot* window : windows) sorted.push_back(*window);
+    return sorted;
+}
+
 std::string groupKey(const WindowSnapshot& window) {
     return window.bundleID ? *window.bundleID : "appName:" + window.appName;
 }

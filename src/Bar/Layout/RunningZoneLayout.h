@@ -52,6 +52,8 @@ bool windowlessIconOnly(WindowlessDisplayMode mode, const Result& windowedDecisi
 
 /// By application name, then title, then id: plain comparisons, so that no order of tracking shows through.
 std::vector<WindowSnapshot> stableSorted(std::vector<WindowSnapshot> windows);
+/// The same of records that somebody else keeps; each is copied once, to its place.
+std::vector<WindowSnapshot> stableSorted(std::vector<const WindowSnapshot*> windows);
 
 /// The key under which an application's windows are grouped.
 std::string groupKey(const WindowSnapshot& window);

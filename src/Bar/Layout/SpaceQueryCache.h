@@ -1,4 +1,4 @@
-// The Spaces of windows and displays, each asked for at most once while one projection is made.
+// The Spaces of windows and displays, as one projection asks for them.
 #pragma once
 
 #include <functional>
@@ -19,10 +19,9 @@ public:
     SpaceQueryCache(SpacesOfWindow spacesOfWindow, FirstUserSpace firstUserSpace)
         : askSpaces_(std::move(spacesOfWindow)), askFirstUserSpace_(std::move(firstUserSpace)) {}
 
-    const std::set<SpaceID>& spaces(WindowNumber window) {
-        const auto known = spaces_.find(window);
-        return known != spaces_.end() ? known->second : spaces_.emplace(window, askSpaces_(window)).first->second;
-    }
+    /// Not remembered: a projection looks at each window once, and remembering hundreds of sets costs more than they
+    /// do.
+    std::set<SpaceID> spaces(WindowNumber window) const { return askSpaces_(window); }
 
     /// The first user Space of the display, in the window server's order; an absent answer is remembered too.
     std::optional<SpaceID> firstUserSpaceID(DisplayID display) {
@@ -34,7 +33,6 @@ public:
 private:
     SpacesOfWindow askSpaces_;
     FirstUserSpace askFirstUserSpace_;
-    std::unordered_map<WindowNumber, std::set<SpaceID>> spaces_;
     std::unordered_map<DisplayID, std::optional<SpaceID>> firstUserSpaces_;
 };
 

@@ -54,6 +54,14 @@ private:
     std::optional<std::unordered_set<ProcessID>> pidsWithWindows_;  // gathered when the first placeholder asks
 };
 
+/// Whether the value had to be changed.
+template <class T>
+bool assign(T& to, const T& from) {
+    if (to == from) return false;
+    to = from;
+    return true;
+}
+
 }  // namespace
 
 std::vector<WindowSnapshot> windowsOnThisScreen(const WindowMap& windows, const ProjectionContext& context,
@@ -61,20 +69,41 @@ std::vector<WindowSnapshot> windowsOnThisScreen(const WindowMap& windows, const 
     const auto screen = std::ranges::find(context.screens, std::optional(context.screenID), &Screen::displayID);
     if (screen == context.screens.end()) return {};
     Projector projector(windows, context, spaces, screen->frame);
-    std::vector<WindowSnapshot> shown;
+    std::vector<const WindowSnapshot*> shown;
+    shown.reserve(windows.size());
     for (const auto& [id, window] : windows)
-        if (projector.shows(window)) shown.push_back(window);
+        if (projector.shows(window)) shown.push_back(&window);
     return RunningZoneLayout::stableSorted(std::move(shown));
 }
 
 RunningProjection makeRunningProjection(const std::vector<WindowSnapshot>& filtered, const ProjectionContext& context,
                                         GroupingMode groupingMode) {
-    RunningProjection projection{
-        {}, context.spaceID, groupingMode, context.windowSpaceMode, context.windowlessAppsMode};
-    projection.entries.reserve(filtered.size());
-    for (const WindowSnapshot& w : filtered)
-        projection.entries.push_back({w.id, w.pid, w.bundleID, w.title, w.frame, w.isFullscreen, w.isWindowless});
+    RunningProjection projection;
+    projection.update(filtered, context, groupingMode);
     return projection;
+}
+
+bool RunningProjection::Entry::update(const WindowSnapshot& window) {
+    bool isChanged = assign(id, window.id);
+    isChanged |= assign(pid, window.pid);
+    isChanged |= assign(bundleID, window.bundleID);
+    isChanged |= assign(title, window.title);
+    isChanged |= assign(frame, window.frame);
+    isChanged |= assign(isFullscreen, window.isFullscreen);
+    isChanged |= assign(isWindowless, window.isWindowless);
+    return isChanged;
+}
+
+bool RunningProjection::update(const std::vector<WindowSnapshot>& filtered, const ProjectionContext& context,
+                               GroupingMode mode) {
+    bool isChanged = assign(spaceID, context.spaceID);
+    isChanged |= assign(groupingMode, mode);
+    isChanged |= assign(windowSpaceMode, context.windowSpaceMode);
+    isChanged |= assign(windowlessAppsMode, context.windowlessAppsMode);
+    isChanged |= entries.size() != filtered.size();
+    entries.resize(filtered.size());
+    for (size_t i = 0; i < filtered.size(); ++i) isChanged |= entries[i].update(filtered[i]);
+    return isChanged;
 }
 
 }  // namespace morvel

@@ -43,6 +43,8 @@ public:
     /// Whether the program of the object told of such an event with this detail: "ChildrenChanged" "add", for instance.
     bool hasHeard(const AccessibleObject& of, const std::string& event, const std::string& detail);
     void forgetWhatWasHeard();
+    /// The accessibility bus has ended.
+    bool isCutOff() const { return g_dbus_connection_is_closed(bus_.get()); }
 
     static constexpr unsigned kSensitive = 24, kShowing = 25, kVisible = 30, kFocusable = 11;
 

@@ -107,5 +107,88 @@ TEST_F(Drags, EndWithASourceThatDies) {
     expectAlive("Target");
 }
 
+TEST_F(Drags, OfFilesThatRestOnAButtonRaiseItsWindow) {
+    startWithWindow("Target");
+    const auto front = client.openAndWait({.title = "In front", .box = {150, 120, 320, 200}});
+    ASSERT_TRUE(showsButton("In front"));
+    ASSERT_TRUE(becomesActive(front));
+    const Spot button = bar->button("Target")->frame.center();
+    DragPeer peer(world.server, desktop);
+    peer.offer("text/uri-list", "file:///tmp/a\r\n");
+
+    peer.enter(panel, {"text/plain"});
+    peer.moveTo(panel, button);
+    desktop.runFor(900ms);
+    EXPECT_EQ(desktop.activeWindow(), front) << "raised for a piece of text";
+    peer.leave(panel);
+
+    peer.enter(panel, {"text/uri-list"});
+    peer.moveTo(panel, button);
+    EXPECT_TRUE(becomesActive(window));
+    peer.leave(panel);
+    expectAlive("Target");
+}
+
+TEST_F(Drags, OfAButtonReorderTheBar) {
+    startWithWindow("One");
+    for (const char* title : {"Two", "Three"}) {
+        client.openAndWait({.title = title});
+        ASSERT_TRUE(showsButton(title));
+    }
+    ASSERT_TRUE(eventually([&] { return bar->buttonTitles() == std::vector<std::string>{"One", "Two", "Three"}; }));
+    const auto active = desktop.windowTitled("Three").value();
+    ASSERT_TRUE(becomesActive(active));
+    const Box first = bar->button("One")->frame;
+    const Box last = bar->button("Three")->frame;
+    const std::vector<std::string> moved{"Two", "Three", "One"};
+
+    pointer.moveTo(first.center());
+    pointer.press();
+    for (int x = first.center().x; x < last.right() - 4; x += 6) pointer.moveTo({x, first.center().y});
+    EXPECT_TRUE(eventually([&] { return bar->buttonTitles() == moved; })) << "buttons make room under the hand";
+    pointer.moveTo({last.center().x, 300});
+    EXPECT_TRUE(eventually([&] { return bar->buttonTitles().front() == "One"; })) << "it has left the bar";
+    pointer.moveTo({last.right() - 4, last.center().y});
+    EXPECT_TRUE(eventually([&] { return bar->buttonTitles() == moved; }));
+    pointer.release();
+    EXPECT_TRUE(eventually([&] { return bar->button("One") && bar->button("One")->alpha == 1; })) << "still lifted";
+    EXPECT_EQ(bar->buttonTitles(), moved);
+    EXPECT_EQ(desktop.activeWindow(), active) << "a drag is no click";
+}
+
+TEST_F(Drags, OfAButtonCancelledByEscapePutItBack) {
+    startWithWindow("One");
+    client.openAndWait({.title = "Two"});
+    const std::vector<std::string> order{"One", "Two"};
+    ASSERT_TRUE(eventually([&] { return bar->buttonTitles() == order; }));
+    const Box first = bar->button("One")->frame;
+    const Box last = bar->button("Two")->frame;
+    pointer.moveTo(first.center());
+    pointer.press();
+    for (int x = first.center().x; x < last.right() - 4; x += 6) pointer.moveTo({x, first.center().y});
+    EXPECT_TRUE(eventually([&] { return bar->buttonTitles().front() == "Two"; }));
+    pointer.key(kKeyEscape);
+    EXPECT_TRUE(eventually([&] { return bar->buttonTitles() == order && bar->button("One")->alpha == 1; }));
+    pointer.release();
+}
+
+TEST_F(Drags, OfAButtonToAnotherBarMoveItsWindow) {
+    constexpr Box kLeft{0, 0, 640, 800}, kRight{640, 0, 640, 800};
+    desktop.setMonitors({{"left", kLeft, true}, {"right", kRight}});
+    const auto mover = client.openAndWait({.title = "Mover", .box = {60, 60, 300, 200}});
+    client.openAndWait({.title = "Stayer", .box = {720, 60, 300, 200}});
+    startBar({.defaults = kNeverGrouped}, 2);
+    ASSERT_TRUE(showsButton("Mover", 0));
+    ASSERT_TRUE(showsButton("Stayer", 1));
+    const Box target = bar->button("Stayer", 1)->frame;
+    pointer.drag(bar->button("Mover", 0)->frame.center(), {target.x + 4, target.center().y});
+    EXPECT_TRUE(showsButton("Mover", 1));
+    EXPECT_TRUE(lacksButton("Mover", 0));
+    EXPECT_TRUE(eventually([&] { return kRight.contains(desktop.windowBox(mover)); })) << desktop.windowBox(mover);
+    EXPECT_TRUE(eventually([&] {
+        return bar->buttonTitles(1) == std::vector<std::string>{"Mover", "Stayer"};
+    })) << "in the slot it was dropped at";
+}
+
 }  // namespace
 }  // namespace morvel::e2e

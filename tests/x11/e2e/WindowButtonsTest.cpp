@@ -64,6 +64,20 @@ TEST_F(WindowButtons, MarkTheFocusedWindow) {
         << "nothing has the focus, but a button says so";
 }
 
+TEST_F(WindowButtons, MarkAtOnceWhatHasTheFocusInTheThemeAskedFor) {
+    const auto first = client.openAndWait({.title = "First"});
+    client.openAndWait({.title = "Second", .box = {600, 90, 320, 200}});
+    desktop.activate(first);
+    ASSERT_TRUE(eventually([&] { return desktop.activeWindow() == first; }));
+    startBar({.defaults = R"({"theme": "dark", "barBackgroundStyle": "opaque"})"});
+    ASSERT_TRUE(showsButton("Second"));
+    constexpr int kClearly = 12;
+    EXPECT_TRUE(eventually([&] { return blueness("First") > blueness("Second") + kClearly; }));
+    const Box panel = panelBox();
+    const auto isDark = [&](const Rgb& color) { return color.red + color.green + color.blue < 3 * 64; };
+    EXPECT_TRUE(eventually([&] { return isDark(world.shoot().average({panel.right() - 60, panel.y + 10, 40, 20})); }));
+}
+
 TEST_F(WindowButtons, ClickRaisesThenMinimizesThenRestores) {
     const auto back = client.openAndWait({.title = "Back", .box = {200, 150, 320, 200}});
     const auto front = client.openAndWait({.title = "Front", .box = {220, 170, 320, 200}});

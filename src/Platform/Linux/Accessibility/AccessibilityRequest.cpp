@@ -12,6 +12,13 @@ constexpr const char* kPath = "/org/a11y/bus";
 constexpr const char* kStatus = "org.a11y.Status";
 constexpr const char* kProperties = "org.freedesktop.DBus.Properties";
 
+/// Without one, GIO would start a bus of its own, which outlives us and on which nobody else is.
+bool hasSessionBus() {
+    const char* address = g_getenv("DBUS_SESSION_BUS_ADDRESS");
+    if (address && *address) return true;
+    return g_file_test((std::string(g_get_user_runtime_dir()) + "/bus").c_str(), G_FILE_TEST_EXISTS);
+}
+
 bool isOn(GVariant* properties, const char* name) {
     gboolean value = FALSE;
     return g_variant_lookup(properties, name, "b", &value) && value;
@@ -49,7 +56,7 @@ AccessibilityWish accessibilityWish(const std::function<const char*(const char* 
 
 AccessibilityRequest::AccessibilityRequest(AccessibilityWish wish, std::function<void(std::string)> requested)
     : wish_(wish), requested_(std::move(requested)), pending_(g_cancellable_new()) {
-    if (wish_ == AccessibilityWish::Never) return;
+    if (wish_ == AccessibilityWish::Never || !hasSessionBus()) return;
     g_bus_get(
         G_BUS_TYPE_SESSION, pending_,
         [](GObject*, GAsyncResult* result, gpointer self) {

@@ -2,6 +2,7 @@
 
 #include <unistd.h>
 
+#include <algorithm>
 #include <cstdlib>
 #include <string>
 
@@ -9,9 +10,16 @@ namespace morvel::x11 {
 
 namespace {
 
+/// Lines quote the titles of other programs' windows, which may be a megabyte long, or hold line breaks and the
+/// terminal's control characters.
+constexpr size_t kMaxLength = 1000;
+
 void writeLine(std::string_view line) {
     std::string text = "morvel: ";
-    text.append(line).push_back('\n');
+    text.append(line.substr(0, kMaxLength));
+    std::ranges::replace_if(
+        text, [](unsigned char c) { return c < 0x20 || c == 0x7F; }, ' ');
+    text.push_back('\n');
     // A log that cannot be written (a closed terminal) is not worth a second try.
     [[maybe_unused]] const ssize_t written = ::write(STDERR_FILENO, text.data(), text.size());
 }

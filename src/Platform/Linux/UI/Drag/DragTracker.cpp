@@ -7,6 +7,13 @@
 
 namespace morvel::x11 {
 
+namespace {
+
+// Soon enough for the eye, and seldom enough to cost nothing.
+constexpr Duration kRepeatPeriod = std::chrono::milliseconds(100);
+
+}  // namespace
+
 ui::DragOperation DragTracker::moved(ViewWindow& window, Point<RootSpace> location,
                                      const ui::DragPasteboard& pasteboard) {
     if (window_ != &window) exited();
@@ -14,18 +21,27 @@ ui::DragOperation DragTracker::moved(ViewWindow& window, Point<RootSpace> locati
     operation_ = ui::DragOperation::None;
     if (!isAlive(&window)) return operation_;
     window_ = &window;
+    pasteboard_ = &pasteboard;
     hasBeenInside_ = true;
+    if (!repeat_) repeat_ = context_.mainLoop().every(kRepeatPeriod, kRepeatPeriod, [this] { tellAgain(); });
     operation_ = window.router().dragMoved({window.inRootView(location), pasteboard});
     return operation_;
 }
 
+void DragTracker::tellAgain() {
+    if (isAlive(window_)) operation_ = window_->router().dragMoved({window_->inRootView(location_), *pasteboard_});
+}
+
 void DragTracker::exited() {
+    repeat_.reset();
     ViewWindow* left = std::exchange(window_, nullptr);
     operation_ = ui::DragOperation::None;
     if (isAlive(left)) left->router().dragExited();
 }
 
 ui::DragOperation DragTracker::dropped(const ui::DragPasteboard& pasteboard) {
+    tellAgain();
+    repeat_.reset();
     ViewWindow* window = window_;
     const ui::DragOperation operation = std::exchange(operation_, ui::DragOperation::None);
     if (operation == ui::DragOperation::None || !isAlive(window)) {

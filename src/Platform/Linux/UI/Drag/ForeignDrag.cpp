@@ -45,6 +45,7 @@ ForeignDrag::~ForeignDrag() = default;
 void ForeignDrag::entered(xcb_window_t target, const XdndEnter& message) {
     if (state_ == State::Dropping || isOver()) return;
     silentLooks_ = 0;
+    tracker_.exited();  // it may come from another window of ours without having left that one
     state_ = State::Inside;
     target_ = target;
     operation_ = ui::DragOperation::None;
