@@ -1,10 +1,11 @@
-// Making the peers, popping up menus, measuring text, and watching for presses elsewhere.
+// Making the peers, popping up menus, starting drags, measuring text, and watching for presses elsewhere.
 #include "Platform/Mac/UI/MacToolkit.h"
 
 #include <cmath>
 #include <utility>
 
 #include "Platform/Mac/UI/DisplayText.h"
+#include "Platform/Mac/UI/DragSource.h"
 #include "Platform/Mac/UI/MacMenu.h"
 #include "Platform/Mac/UI/MacPanel.h"
 #include "Platform/Mac/UI/MacPopover.h"
@@ -55,6 +56,13 @@ void MacToolkit::popUpMenu(ui::Menu menu, ui::View& anchor, Point<ViewSpace> loc
         }
     }
     if (closed) closed();
+}
+
+void MacToolkit::beginDrag(ui::View& view, ui::DragItem item, std::function<void(ui::DragOperation)> ended) {
+    const auto endLater = lifetime_.whileAlive(
+        [this, ended = std::move(ended)](ui::DragOperation done) { mainLoop_.post([ended, done] { ended(done); }); });
+    const NSEvent event = NSApplication::shared().currentEvent();
+    if (!startDrag(ViewTree::nativeOf(view), item, event, endLater)) endLater(ui::DragOperation::None);
 }
 
 std::unique_ptr<ui::PromptPeer> MacToolkit::showPrompt(ui::Prompt prompt) {

@@ -3,6 +3,7 @@
 
 #include "Platform/MainLoop.h"
 #include "UI/Toolkit.h"
+#include "Util/Lifetime.h"
 
 namespace morvel::mac {
 
@@ -16,12 +17,14 @@ public:
     /// Returns when the menu has closed.
     void popUpMenu(ui::Menu menu, ui::View& anchor, Point<ViewSpace> locationInRoot,
                    std::function<void()> closed) override;
+    void beginDrag(ui::View& view, ui::DragItem item, std::function<void(ui::DragOperation)> ended) override;
     std::unique_ptr<ui::PromptPeer> showPrompt(ui::Prompt prompt) override;
     Size textSize(std::string_view text, const ui::Font& font) override;
     Subscription observeOutsidePresses(std::function<void()> pressed) override;
 
 private:
     MainLoop& mainLoop_;
+    Lifetime lifetime_;
 };
 
 }  // namespace morvel::mac

@@ -58,6 +58,8 @@ NSView makeNative(ui::View& view) {
 }  // namespace
 
 NativePeer::NativePeer(ui::View& view) : kind_(view.kind()), native_(makeNative(view)) {
+    // AppKit's image views are destinations of drags by themselves and would hide what is under them.
+    if (kind_ != ui::View::Kind::Plain) native_.unregisterDraggedTypes();
     native_.setWantsLayer(true);
     showFrame(view);
     showVisibility(view);

@@ -1,8 +1,10 @@
 // The methods of MorvelView. Handlers may take the view away, so each is the last thing its method does with it.
 #include "Platform/Mac/UI/NativeView.h"
 
+#include <cmath>
 #include <utility>
 
+#include "Platform/Mac/UI/MacDragPasteboard.h"
 #include "Platform/Mac/UI/ViewTree.h"
 #include "Platform/Mac/apple/AppKit/Selectors.h"
 
@@ -20,6 +22,31 @@ static_assert(kTrackingOptions == 641);
 
 constexpr NSInteger kMiddleButton = 2;
 
+/// How far fingers move on a touchpad for what a notch of a wheel does: a finger's width needs several.
+constexpr double kPointsPerNotch = 30;
+
+/// How far the wheel was turned, as `ui::WheelEvent` counts; 0 for what is no turn on purpose. A scroll that runs on by
+/// itself is none, nor is one that goes mostly sideways.
+double notchesOf(const NSEvent& event) {
+    const double down = -event.scrollingDeltaY();
+    if (event.momentumPhase() != NSEventPhaseNone || std::abs(event.scrollingDeltaX()) > std::abs(down)) return 0;
+    if (event.hasPreciseScrollingDeltas()) return down / kPointsPerNotch;
+    // The lines of a wheel are scaled by its speed, from a tenth for a slow notch upwards; each event is one notch.
+    return down > 0 ? 1 : down < 0 ? -1 : 0;
+}
+
+NSUInteger nsOperation(ui::DragOperation operation) {
+    switch (operation) {
+        case ui::DragOperation::Copy:
+            return NSDragOperationCopy;
+        case ui::DragOperation::Move:
+            return NSDragOperationMove;
+        case ui::DragOperation::None:
+            break;
+    }
+    return NSDragOperationNone;
+}
+
 }  // namespace
 
 void NativeView::ensureRegistered() {
@@ -35,12 +62,20 @@ void NativeView::ensureRegistered() {
             .overrides<&NativeView::otherMouseDown>(selectors::otherMouseDown)
             .overrides<&NativeView::otherMouseDragged>(selectors::otherMouseDragged)
             .overrides<&NativeView::otherMouseUp>(selectors::otherMouseUp)
+            .overrides<&NativeView::scrollWheel>(selectors::scrollWheel)
             .overrides<&NativeView::mouseEntered>(selectors::mouseEntered)
             .overrides<&NativeView::mouseExited>(selectors::mouseExited)
             .overrides<&NativeView::updateTrackingAreas>(selectors::updateTrackingAreas)
             .overrides<&NativeView::layout>(selectors::layout)
             .overrides<&NativeView::viewDidChangeEffectiveAppearance>(selectors::viewDidChangeEffectiveAppearance)
             .overrides<&NativeView::accessibilityPerformPress>(selectors::accessibilityPerformPress)
+            .overrides<&NativeView::draggingEntered>(selectors::draggingEntered)
+            .overrides<&NativeView::draggingUpdated>(selectors::draggingUpdated)
+            .overrides<&NativeView::draggingExited>(selectors::draggingExited)
+            .overrides<&NativeView::prepareForDragOperation>(selectors::prepareForDragOperation)
+            .overrides<&NativeView::performDragOperation>(selectors::performDragOperation)
+            .overrides<&NativeView::draggingEnded>(selectors::draggingEnded)
+            .overrides<&NativeView::wantsPeriodicDraggingUpdates>(selectors::wantsPeriodicDraggingUpdates)
             .registered();
     (void)registered;
 }
@@ -62,10 +97,18 @@ NSView NativeView::hitTest(objc::Self self, CGPoint pointInSuperview) {
     return hit ? ViewTree::nativeOf(*hit) : NSView();
 }
 
+ui::EventRouter& NativeView::router() const {
+    return static_cast<ViewTree*>(view_->host())->router();
+}
+
+Point<ViewSpace> NativeView::inRoot(objc::Self self, CGPoint inWindow) const {
+    const CGPoint own = NSView(self.object).convertPointFrom(inWindow, NSView());
+    const Rect<ViewSpace> bounds = view_->boundsInRoot();
+    return {own.x + bounds.x, own.y + bounds.y};
+}
+
 ui::MouseEvent NativeView::eventOf(objc::Self self, ui::MouseButton button, const NSEvent& event) const {
-    const CGPoint own = NSView(self.object).convertPointFrom(event.locationInWindow(), NSView());
-    const Rect<ViewSpace> inRoot = view_->boundsInRoot();
-    return {button, {own.x + inRoot.x, own.y + inRoot.y}};
+    return {button, inRoot(self, event.locationInWindow())};
 }
 
 void NativeView::mouseDown(objc::Self self, NSEvent event) {
@@ -114,6 +157,12 @@ void NativeView::release(objc::Self self, const NSEvent& event) {
     view_->mouseUp(eventOf(self, button, event));
 }
 
+void NativeView::scrollWheel(objc::Self self, NSEvent event) {
+    const double notches = view_ ? notchesOf(event) : 0;
+    const bool isUsed = notches != 0 && router().wheelTurned({inRoot(self, event.locationInWindow()), notches});
+    if (!isUsed) self.super(selectors::scrollWheel, event);
+}
+
 void NativeView::mouseEntered(objc::Self self, NSEvent event) {
     if (view_) view_->mouseEntered(eventOf(self, ui::MouseButton::Left, event));
 }
@@ -148,6 +197,38 @@ bool NativeView::accessibilityPerformPress(objc::Self) {
     view_->mouseDown(click);
     if (view_) view_->mouseUp(click);
     return true;
+}
+
+NSUInteger NativeView::draggingEntered(objc::Self self, NSDraggingInfo info) {
+    return draggingUpdated(self, info);
+}
+
+NSUInteger NativeView::draggingUpdated(objc::Self self, NSDraggingInfo info) {
+    if (!view_) return NSDragOperationNone;
+    const MacDragPasteboard pasteboard(info.draggingPasteboard());
+    return nsOperation(router().dragMoved({inRoot(self, info.draggingLocation()), pasteboard}));
+}
+
+void NativeView::draggingExited(NSDraggingInfo) {
+    if (view_) router().dragExited();
+}
+
+bool NativeView::prepareForDragOperation(objc::Self self, NSDraggingInfo info) {
+    // Once more, as views may have moved under the pointer since it was moved last.
+    return draggingUpdated(self, info) != NSDragOperationNone;
+}
+
+bool NativeView::performDragOperation(objc::Self self, NSDraggingInfo info) {
+    if (!view_) return false;
+    const MacDragPasteboard pasteboard(info.draggingPasteboard());
+    const bool isTaken = router().dragDropped({inRoot(self, info.draggingLocation()), pasteboard});
+    // The end is promised to the destinations that a drag has left, not to the one it was dropped on.
+    if (view_) router().dragEnded();
+    return isTaken;
+}
+
+void NativeView::draggingEnded(NSDraggingInfo) {
+    if (view_) router().dragEnded();
 }
 
 }  // namespace morvel::mac

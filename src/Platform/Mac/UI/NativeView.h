@@ -3,15 +3,17 @@
 
 #include <optional>
 
+#include "Platform/Mac/apple/AppKit/NSDragging.h"
 #include "Platform/Mac/apple/AppKit/NSEvent.h"
 #include "Platform/Mac/apple/AppKit/NSView.h"
 #include "Platform/Mac/objc/Subclass.h"
+#include "UI/EventRouter.h"
 #include "UI/View.h"
 
 namespace morvel::mac {
 
-/// The C++ half of a `MorvelView` instance, owned by it. AppKit may keep the instance longer than the view lives; it
-/// then answers as an empty view. Flipped, so that frames are the views' own numbers.
+/// The C++ half of a `MorvelView` instance, owned by it. The view is shown in a ViewTree. AppKit may keep the instance
+/// longer than the view lives; it then answers as an empty view. Flipped, so that frames are the views' own numbers.
 class NativeView {
 public:
     static constexpr const char* kClassName = "MorvelView";
@@ -36,15 +38,27 @@ public:
     void otherMouseDown(objc::Self self, NSEvent event);
     void otherMouseDragged(objc::Self self, NSEvent event);
     void otherMouseUp(objc::Self self, NSEvent event);
+    void scrollWheel(objc::Self self, NSEvent event);
     void mouseEntered(objc::Self self, NSEvent event);
     void mouseExited(objc::Self self, NSEvent event);
     void updateTrackingAreas(objc::Self self);
     void layout(objc::Self self);
     void viewDidChangeEffectiveAppearance(objc::Self self);
     bool accessibilityPerformPress(objc::Self self);
+    // Drags, of which only a root is told.
+    NSUInteger draggingEntered(objc::Self self, NSDraggingInfo info);
+    NSUInteger draggingUpdated(objc::Self self, NSDraggingInfo info);
+    void draggingExited(NSDraggingInfo info);
+    bool prepareForDragOperation(objc::Self self, NSDraggingInfo info);
+    bool performDragOperation(objc::Self self, NSDraggingInfo info);
+    void draggingEnded(NSDraggingInfo info);
+    /// A drag that rests brings no news.
+    bool wantsPeriodicDraggingUpdates() { return false; }
 
 private:
     static void ensureRegistered();
+    ui::EventRouter& router() const;
+    Point<ViewSpace> inRoot(objc::Self self, CGPoint inWindow) const;
     ui::MouseEvent eventOf(objc::Self self, ui::MouseButton button, const NSEvent& event) const;
     void drag(objc::Self self, const NSEvent& event);
     void release(objc::Self self, const NSEvent& event);

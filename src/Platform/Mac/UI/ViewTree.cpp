@@ -1,6 +1,7 @@
 // Placing native views as the views are placed.
 #include "Platform/Mac/UI/ViewTree.h"
 
+#include "Platform/Mac/UI/MacDragPasteboard.h"
 #include "Platform/Mac/apple/Foundation/NSNotificationCenter.h"
 
 namespace morvel::mac {
@@ -32,8 +33,11 @@ void showOrder(const ui::View& view, const NSView& native) {
 
 }  // namespace
 
-ViewTree::ViewTree(ui::View& root) : root_(root) {
+ViewTree::ViewTree(ui::View& root) : root_(root), router_(root) {
     root_.setHost(this);
+    // Only the root: with each view a destination of its own, a view would be left whenever the drag comes to a view
+    // in it, and its own reordering would be undone.
+    rootView().registerForDraggedTypes(draggedTypes());
     layoutNeeded();  // what asked for layout before there was a host was not heard
     systemColors_ = NSNotificationCenter::defaultCenter().observe(
         NSString(NSSystemColorsDidChangeNotification), [this](const NSNotification&) { resolveColors(root_); });
@@ -65,6 +69,7 @@ void ViewTree::viewAttached(ui::View& view) {
 }
 
 void ViewTree::viewWillDetach(ui::View& view) {
+    router_.viewWillDetach(view);
     // The root's native view is its window's or popover's to let go of.
     if (&view != &root_) nativeOf(view).removeFromSuperview();
 }

@@ -3,6 +3,7 @@
 
 #include "Platform/Mac/UI/NativePeer.h"
 #include "Platform/Mac/apple/AppKit/NSView.h"
+#include "UI/EventRouter.h"
 #include "UI/View.h"
 #include "UI/ViewHost.h"
 #include "Util/Subscription.h"
@@ -21,6 +22,9 @@ public:
     NSView rootView() const { return nativeOf(root_); }
     /// The native view behind a view; empty while it is not shown.
     static NSView nativeOf(const ui::View& view);
+    /// What the native views pass on that AppKit's own dispatch does not bring to the right view: drags, which the
+    /// root alone is told of, and the wheel.
+    ui::EventRouter& router() { return router_; }
     /// Sets all colours of the tree anew.
     static void resolveColors(const ui::View& view);
 
@@ -31,6 +35,7 @@ public:
 
 private:
     ui::View& root_;
+    ui::EventRouter router_;
     Subscription systemColors_;  // the accent colour changed
 };
 

@@ -4,6 +4,8 @@
 #include <cstdio>
 #include <cstring>
 
+#include "Util/BundleIdentifier.h"
+
 namespace morvel::mac {
 
 extern "C" {
@@ -23,7 +25,7 @@ constexpr char kFormat[] = "%{public}s";
 }  // namespace
 
 void logLine(LogType type, const char* text) noexcept {
-    static os_log_s* const log = os_log_create(kBundleIdentifier, "general");
+    static os_log_s* const log = os_log_create(kBundleIdentifier.data(), "general");
     constexpr std::uint8_t kHasNonScalars = 0x02;
     constexpr std::uint8_t kPublicString = 0x22;
     std::uint8_t buffer[4 + sizeof(char*)] = {kHasNonScalars, 1, kPublicString, sizeof(char*)};

@@ -6,8 +6,6 @@
 
 namespace morvel::mac {
 
-inline constexpr const char* kBundleIdentifier = "app.morvel.Morvel";
-
 enum class LogType : std::uint8_t { Default = 0, Info = 1, Debug = 2, Error = 16, Fault = 17 };
 
 /// Never throws and takes no memory from the heap. A line longer than about a thousand bytes is cut.

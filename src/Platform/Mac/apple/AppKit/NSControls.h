@@ -73,6 +73,7 @@ public:
     /// A template is a mask that takes the tint of where it is shown.
     bool isTemplate() const { return send<bool>(*this, "isTemplate"_sel); }
     void setTemplate(bool isTemplate) const { send(*this, "setTemplate:"_sel, isTemplate); }
+    void addRepresentation(const NSBitmapImageRep& pixels) const { send(*this, "addRepresentation:"_sel, pixels); }
     /// Between these two, drawing goes into this image.
     void lockFocusFlipped(bool flipped) const { send(*this, "lockFocusFlipped:"_sel, flipped); }
     void unlockFocus() const { send(*this, "unlockFocus"_sel); }

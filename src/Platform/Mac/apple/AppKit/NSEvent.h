@@ -14,10 +14,12 @@ inline constexpr NSUInteger NSEventTypeLeftMouseUp = 2;
 inline constexpr NSUInteger NSEventTypeRightMouseDown = 3;
 inline constexpr NSUInteger NSEventTypeLeftMouseDragged = 6;
 inline constexpr NSUInteger NSEventTypeOtherMouseDown = 25;
+inline constexpr NSUInteger NSEventTypeScrollWheel = 22;
 inline constexpr NSUInteger NSEventMaskLeftMouseDown = 0x2;
 inline constexpr NSUInteger NSEventMaskRightMouseDown = 0x8;
 inline constexpr NSUInteger NSEventMaskOtherMouseDown = 0x2000000;
 inline constexpr NSUInteger NSEventModifierFlagControl = 0x40000;
+inline constexpr NSUInteger NSEventPhaseNone = 0;
 
 class NSEvent : public NSObject {
 public:
@@ -37,6 +39,12 @@ public:
         if (!monitor) return {};
         return Subscription([monitor] { send(ClassOf<NSEvent>{}, "removeMonitor:"_sel, monitor); });
     }
+    /// Of a scroll: positive when what is shown moves right and down. In points where precise, in lines else.
+    double scrollingDeltaX() const { return send<double>(*this, "scrollingDeltaX"_sel); }
+    double scrollingDeltaY() const { return send<double>(*this, "scrollingDeltaY"_sel); }
+    bool hasPreciseScrollingDeltas() const { return send<bool>(*this, "hasPreciseScrollingDeltas"_sel); }
+    /// Not None while a scroll runs on after the fingers have left the touchpad.
+    NSUInteger momentumPhase() const { return send<NSUInteger>(*this, "momentumPhase"_sel); }
     NSInteger buttonNumber() const { return send<NSInteger>(*this, "buttonNumber"_sel); }
 };
 

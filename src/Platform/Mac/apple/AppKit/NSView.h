@@ -39,6 +39,13 @@ public:
     }
 };
 
+/// Pixels in memory, to draw a view into.
+class NSBitmapImageRep : public NSObject {
+public:
+    static constexpr const char* kClass = "NSBitmapImageRep";
+    using NSObject::NSObject;
+};
+
 extern "C" {
 extern const objc::RawObject NSAccessibilityButtonRole;
 }
@@ -85,6 +92,17 @@ public:
     /// Before the next display, `layout` is called.
     void setNeedsLayout(bool needs) const { send(*this, "setNeedsLayout:"_sel, needs); }
     void setNeedsDisplay(bool needs) const { send(*this, "setNeedsDisplay:"_sel, needs); }
+    /// Pixels that fit a part of the view; empty for a part without any.
+    NSBitmapImageRep bitmapForCachingDisplay(CGRect part) const {
+        return send<NSBitmapImageRep>(*this, "bitmapImageRepForCachingDisplayInRect:"_sel, part);
+    }
+    /// Draws the part of the view, and of what it contains, now.
+    void cacheDisplay(CGRect part, const NSBitmapImageRep& pixels) const {
+        send(*this, "cacheDisplayInRect:toBitmapImageRep:"_sel, part, pixels);
+    }
+    /// Of strings. Adds to what is registered already.
+    void registerForDraggedTypes(const NSArray& types) const { send(*this, "registerForDraggedTypes:"_sel, types); }
+    void unregisterDraggedTypes() const { send(*this, "unregisterDraggedTypes"_sel); }
 };
 
 }  // namespace morvel::mac

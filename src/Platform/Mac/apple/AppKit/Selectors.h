@@ -38,14 +38,24 @@ inline constexpr auto rightMouseDown = "rightMouseDown:"_sel;
 inline constexpr auto otherMouseDown = "otherMouseDown:"_sel;
 inline constexpr auto otherMouseDragged = "otherMouseDragged:"_sel;
 inline constexpr auto otherMouseUp = "otherMouseUp:"_sel;
+inline constexpr auto scrollWheel = "scrollWheel:"_sel;
 inline constexpr auto layout = "layout"_sel;
 inline constexpr auto accessibilityPerformPress = "accessibilityPerformPress"_sel;
 
-// Drops and popovers.
+// Drags over a view.
 inline constexpr auto draggingEntered = "draggingEntered:"_sel;
 inline constexpr auto draggingUpdated = "draggingUpdated:"_sel;
 inline constexpr auto draggingExited = "draggingExited:"_sel;
+inline constexpr auto draggingEnded = "draggingEnded:"_sel;
+inline constexpr auto prepareForDragOperation = "prepareForDragOperation:"_sel;
 inline constexpr auto performDragOperation = "performDragOperation:"_sel;
+inline constexpr auto wantsPeriodicDraggingUpdates = "wantsPeriodicDraggingUpdates"_sel;
+
+// Drags of ours.
+inline constexpr auto sourceOperationMask = "draggingSession:sourceOperationMaskForDraggingContext:"_sel;
+inline constexpr auto draggingSessionEnded = "draggingSession:endedAtPoint:operation:"_sel;
+
+// Popovers.
 inline constexpr auto popoverDidClose = "popoverDidClose:"_sel;
 
 // Actions of our own.

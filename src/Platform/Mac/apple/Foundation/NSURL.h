@@ -19,6 +19,7 @@ public:
     static NSURL parse(std::string_view text) {
         return send<NSURL>(ClassOf<NSURL>{}, "URLWithString:"_sel, NSString::from(text));
     }
+    bool isFileURL() const { return send<bool>(*this, "isFileURL"_sel); }
     NSString path() const { return send<NSString>(*this, "path"_sel); }
     NSString absoluteString() const { return send<NSString>(*this, "absoluteString"_sel); }
 };
