@@ -75,7 +75,6 @@ void NativeView::ensureRegistered() {
             .overrides<&NativeView::prepareForDragOperation>(selectors::prepareForDragOperation)
             .overrides<&NativeView::performDragOperation>(selectors::performDragOperation)
             .overrides<&NativeView::draggingEnded>(selectors::draggingEnded)
-            .overrides<&NativeView::wantsPeriodicDraggingUpdates>(selectors::wantsPeriodicDraggingUpdates)
             .registered();
     (void)registered;
 }

@@ -52,8 +52,6 @@ public:
     bool prepareForDragOperation(objc::Self self, NSDraggingInfo info);
     bool performDragOperation(objc::Self self, NSDraggingInfo info);
     void draggingEnded(NSDraggingInfo info);
-    /// A drag that rests brings no news.
-    bool wantsPeriodicDraggingUpdates() { return false; }
 
 private:
     static void ensureRegistered();

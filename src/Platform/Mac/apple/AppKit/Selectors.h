@@ -49,7 +49,6 @@ inline constexpr auto draggingExited = "draggingExited:"_sel;
 inline constexpr auto draggingEnded = "draggingEnded:"_sel;
 inline constexpr auto prepareForDragOperation = "prepareForDragOperation:"_sel;
 inline constexpr auto performDragOperation = "performDragOperation:"_sel;
-inline constexpr auto wantsPeriodicDraggingUpdates = "wantsPeriodicDraggingUpdates"_sel;
 
 // Drags of ours.
 inline constexpr auto sourceOperationMask = "draggingSession:sourceOperationMaskForDraggingContext:"_sel;
