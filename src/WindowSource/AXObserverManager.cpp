@@ -260,6 +260,11 @@ void AXObserverManager::clickWindow(WindowID id) {
 /// Since macOS 14 activating an application is a request, which the system drops now and then. It is made once more,
 /// unless the person has gone elsewhere meanwhile.
 void AXObserverManager::checkRaised(WindowID id, std::optional<ProcessID> frontmostBefore) {
+    raiseSeen_ = store_.focusedID().subscribe(
+        [this, id](const std::optional<WindowID>& focused) {
+            if (focused == id) raiseCheck_.reset();  // it worked; what comes after is the person's own doing
+        },
+        Current::Skip);
     raiseCheck_ = system_.mainLoop.after(kRaiseCheckDelay, [this, id, frontmostBefore] {
         const TrackedWindow* window = tracker_.find(id);
         if (!window || unresponsive_.contains(window->pid)) return;

@@ -107,8 +107,9 @@ private:
     std::unordered_map<uint64_t, Timer> secondLooks_;
     uint64_t lastSecondLook_ = 0;
     Timer deadPIDSweepTimer_;
-    Timer raiseCheck_;      // of the window that was raised last
-    Timer permissionLoss_;  // while it is about to be told, and after that until `restart`
+    Timer raiseCheck_;        // of the window that was raised last
+    Subscription raiseSeen_;  // ends that check when the window gets the focus
+    Timer permissionLoss_;    // while it is about to be told, and after that until `restart`
     Subscriptions workspaceObservers_;
     Lifetime lifetime_;
 };
