@@ -179,7 +179,7 @@ void WindowTracker::handleFocusChange(const AXElement& element, ProcessID pid) {
 void WindowTracker::handleBackgroundFocusChange(const AXElement& element, ProcessID pid) {
     AXReader reader(system_.accessibility);
     Events events;
-    const auto id = registerWindow(element, pid, reader, events);
+    const auto id = registerWindow(element, pid, Discovery::Found, reader, events);
     const auto marked = system_.store.focusedID().value();
     const TrackedWindow* window = marked ? windows_.find(*marked) : nullptr;
     if (!id && !reader.hasTimedOut() && window && window->pid == pid) events.push_back(event::Focused{});

@@ -127,5 +127,26 @@ TEST_F(DesktopChanges, TheStripIsKeptFreeAndTheBarNeverTakesTheFocus) {
     EXPECT_EQ(desktop.activeWindow(), window);
 }
 
+TEST_F(DesktopChanges, WhatAStartingWindowManagerLostIsAskedAgain) {
+    world.manager.stop();
+    auto forgetful = std::make_unique<Connection>(world.server.display());
+    const uint32_t redirect = XCB_EVENT_MASK_SUBSTRUCTURE_REDIRECT;
+    xcb_change_window_attributes(*forgetful, forgetful->root(), XCB_CW_EVENT_MASK, &redirect);
+    forgetful->sync();
+
+    bar.emplace(world.server, desktop, MORVEL_PROGRAM, Bar::Options{});
+    const auto isAsked = [&] {
+        while (const auto event = forgetful->next())
+            if ((event->response_type & 0x7f) == XCB_MAP_REQUEST) return true;
+        return false;
+    };
+    ASSERT_TRUE(eventually(isAsked));
+    EXPECT_TRUE(bar->panels().empty());
+    forgetful.reset();  // and with it what it was asked
+    world.manager.start();
+    EXPECT_TRUE(bar->waitForPanels(1));
+    EXPECT_EQ(panelBox(), (Box{0, 800 - 44, 1280, 44}));
+}
+
 }  // namespace
 }  // namespace morvel::e2e
