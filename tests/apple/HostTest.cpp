@@ -3,6 +3,7 @@
 
 #include "App/AppDelegate.h"
 #include "Application.h"
+#include "Drags.h"
 #include "MacDesktop.h"
 #include "Platform/Mac/objc/AutoreleasePool.h"
 #include "Properties.h"
@@ -37,6 +38,11 @@ protected:
         return MacDesktop::buttons(bars[bar]);
     }
     static NSView content(std::size_t bar) { return MacDesktop::bars().at(bar).contentView(); }
+    static CGPoint middle(std::size_t bar, const std::string& button) {
+        const auto at = MacDesktop::middleOfButton(content(bar), button);
+        EXPECT_TRUE(at) << "no button " << button;
+        return at.value_or(CGPoint{});
+    }
     static bool isMinimized(const Id& window) {
         const auto* const value = payloadOf<Number>(accessibility().value(window, "AXMinimized").raw());
         return value && std::get<bool>(*value);
@@ -247,6 +253,64 @@ TEST_F(Host, RunsWhereThePrivateFunctionsAreMissing) {
         EXPECT_EQ(MacDesktop::bars().size(), 2U);
         EXPECT_EQ(shown(0), Texts{"notes.txt"});
         EXPECT_TRUE(MacDesktop::clickButton(content(0), "notes.txt"));
+    });
+}
+
+TEST_F(Host, ButtonsAreDraggedWithinABarAndToTheOther) {
+    mac.launch(42, "Editor");
+    mac.open(42, "notes.txt", {100, 100});
+    mac.launch(43, "Mail");
+    mac.open(43, "Inbox", {200, 200});
+    mac.open(43, "Outbox", {1600, 200});
+    run([&] {
+        ASSERT_EQ(shown(0), (Texts{"notes.txt", "Inbox"}));
+        CGPoint last = middle(0, "Inbox");
+        last.x += 20;  // past its middle
+        ASSERT_TRUE(MacDesktop::pullButton(content(0), "notes.txt"));
+        ASSERT_TRUE(ownDrag());
+        {
+            DragOver drag(pasteboardOfOwnDrag());
+            drag.moveTo(content(0), middle(0, "notes.txt"));
+            EXPECT_EQ(drag.moveTo(content(0), last), NSDragOperationMove);
+            display(content(0));
+            wait(1s);
+            EXPECT_EQ(shown(0), (Texts{"Inbox", "notes.txt"})) << "the others make room while it is held";
+            EXPECT_TRUE(drag.drop());
+        }
+        endOwnDrag(NSDragOperationMove);
+        wait();
+        EXPECT_EQ(shown(0), (Texts{"Inbox", "notes.txt"}));
+
+        accessibility().log.clear();
+        ASSERT_TRUE(MacDesktop::pullButton(content(0), "Inbox"));
+        ASSERT_TRUE(ownDrag());
+        {
+            DragOver drag(pasteboardOfOwnDrag());
+            drag.moveTo(content(0), last);
+            EXPECT_EQ(drag.moveTo(content(1), middle(1, "Outbox")), NSDragOperationMove);
+            EXPECT_TRUE(drag.drop());
+        }
+        endOwnDrag(NSDragOperationMove);
+        wait();
+        EXPECT_GE(std::ranges::count(accessibility().log, "set AXPosition"), 1) << "its window is moved there";
+    });
+}
+
+TEST_F(Host, AFileThatRestsOnAButtonRaisesItsWindow) {
+    mac.launch(42, "Editor");
+    mac.open(42, "notes.txt", {100, 100});
+    mac.launch(43, "Mail");
+    mac.focus(mac.open(43, "Inbox", {200, 200}));
+    run([&] {
+        ASSERT_EQ(workspace().frontmost().processIdentifier(), 43);
+        DragOver drag(makeFiles({"/tmp/picture.png"}));
+        drag.moveTo(content(0), middle(0, "notes.txt"));
+        wait(500ms);
+        EXPECT_EQ(workspace().frontmost().processIdentifier(), 43) << "not yet";
+        wait(1s);
+        EXPECT_EQ(workspace().frontmost().processIdentifier(), 42);
+        drag.end();
+        wait();
     });
 }
 

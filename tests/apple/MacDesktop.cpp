@@ -3,6 +3,7 @@
 
 #include <algorithm>
 
+#include "Platform/Mac/objc/AutoreleasePool.h"
 #include "Properties.h"
 
 namespace morvel::mac::checked {
@@ -163,6 +164,22 @@ bool MacDesktop::clickButton(const NSView& content, const std::string& label) {
     const NSView button = buttonNamed(content, label);
     if (!button) return false;
     click(content, middleOf(button));
+    return true;
+}
+
+std::optional<CGPoint> MacDesktop::middleOfButton(const NSView& content, const std::string& label) {
+    const objc::AutoreleasePool pool;
+    display(content);
+    const NSView button = buttonNamed(content, label);
+    return button ? std::optional(middleOf(button)) : std::nullopt;
+}
+
+bool MacDesktop::pullButton(const NSView& content, const std::string& label) {
+    auto at = middleOfButton(content, label);
+    if (!at) return false;
+    sendMouse(content, "mouseDown:", mouseEvent(NSEventTypeLeftMouseDown, *at));
+    at->x += 6;
+    sendMouse(content, "mouseDragged:", mouseEvent(NSEventTypeLeftMouseDragged, *at));
     return true;
 }
 

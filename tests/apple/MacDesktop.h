@@ -1,6 +1,7 @@
 // A Mac with two screens, scripted from above: applications with windows, and the bars as a person finds them.
 #pragma once
 
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -38,6 +39,10 @@ public:
     static std::vector<std::string> buttonsIn(const NSView& view);
     /// Lays the bar out, then presses and releases the button in its middle; false when there is none of that name.
     static bool clickButton(const NSView& content, const std::string& label);
+    /// The button's middle after the bar was laid out, in the window's coordinates; nothing when there is none.
+    static std::optional<CGPoint> middleOfButton(const NSView& content, const std::string& label);
+    /// Presses the button and moves with it held, far enough for a drag to begin.
+    static bool pullButton(const NSView& content, const std::string& label);
     static bool rightClickButton(const NSView& content, const std::string& label);
 
 private:
