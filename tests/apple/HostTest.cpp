@@ -25,6 +25,7 @@ protected:
         whileRunning([&] {
             dispatch().runFor(1s);
             story();
+            dispatch().runFor(0s);  // what was posted last still runs before the program ends
         });
         host.run({.launched = [&] { application.applicationDidFinishLaunching(); },
                   .quitting = [&] { application.applicationWillTerminate(); }});
