@@ -221,7 +221,7 @@ class Session:
             raise BenchError(f"the panel ended with status {p.returncode}")
 
     def roles(self):
-        """Every process of this session by role. The panel's are: what its command started,
+        """Every process of the measured desktop by role. The panel's are: what its command started,
         what it started that daemonised, and bus-activated processes that are X clients
         (applets in processes of their own). Bus-activated ones without X are 'services'."""
         table, role = proc_table(), {p.pid: r for r, p in self.popen.items()}
