@@ -10,6 +10,7 @@
 #include "Platform/Screens.h"
 #include "Platform/UserDefaults.h"
 #include "Platform/WindowServer.h"
+#include "Platform/WorkQueue.h"
 #include "Platform/Workspace.h"
 #include "UI/Toolkit.h"
 
@@ -28,6 +29,7 @@ struct Platform {
     ui::Toolkit& toolkit;
     /// Ends the program: the host leaves its event loop after this turn and then tells the application.
     std::function<void()> terminate;
+    MakeWorkQueue makeWorkQueue;
 };
 
 }  // namespace morvel

@@ -19,6 +19,10 @@ struct Screen {
     Rect<ScreenSpace> frame;
     Rect<ScreenSpace> visibleFrame;  ///< `frame` without the system's menu bar and what else reserves room
 
+    /// What is left of the display's top on both sides of a camera housing, where it has one. Screen coordinates.
+    std::optional<Rect<ScreenSpace>> auxiliaryTopLeft = {};
+    std::optional<Rect<ScreenSpace>> auxiliaryTopRight = {};
+
     bool operator==(const Screen&) const = default;
 };
 

@@ -23,6 +23,12 @@ struct RunningApplication {
     ActivationPolicy policy = ActivationPolicy::Regular;
 };
 
+/// How an application is opened.
+struct OpenApplication {
+    bool createsNewInstance = false;  ///< a further process, though one runs
+    bool activates = true;            ///< brings it to the front
+};
+
 /// Main thread only. Requests to other programs are best effort: a refusal shows only in later notices.
 class Workspace {
 public:
@@ -50,6 +56,14 @@ public:
 
     /// The path of the installed application, if it can be located.
     virtual std::optional<std::string> locate(const std::string& bundleID) = 0;
+    /// The application that shows folders, and whose windows those are that `openFile` opens for them.
+    virtual std::string fileManager() { return "com.apple.finder"; }
+    /// Starts the application at this path, or asks the running one for what it does when it is opened again.
+    virtual void openApplication(const std::string&, const OpenApplication&) {}
+    /// Opens a file or folder with the application that is for it. Absolute path.
+    virtual void openFile(const std::string&) {}
+    /// Shows a page in the person's browser. Only "https" addresses are opened.
+    virtual void openPage(const std::string&) {}
     /// Shows the file in the file manager, selected where that is possible.
     virtual void revealInFileManager(const std::string& path) = 0;
 

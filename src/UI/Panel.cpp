@@ -14,4 +14,11 @@ void Panel::setFrame(const Rect<ScreenSpace>& frame) {
     content_.setFrame({0, 0, frame.width, frame.height});
 }
 
+void Panel::animateFrame(const Rect<ScreenSpace>& frame, Duration duration) {
+    if (frame_ == frame) return;
+    frame_ = frame;
+    peer_->animateFrame(frame, duration);
+    content_.setFrame({0, 0, frame.width, frame.height});
+}
+
 }  // namespace morvel::ui

@@ -16,6 +16,8 @@ public:
     const Rect<ScreenSpace>& frame() const { return frame_; }
     /// Does nothing when the frame is the same.
     void setFrame(const Rect<ScreenSpace>& frame);
+    /// The same, gliding; the content gets its new size at once.
+    void animateFrame(const Rect<ScreenSpace>& frame, Duration duration);
     void orderFront() { peer_->orderFront(); }
     void orderOut() { peer_->orderOut(); }
     void setReservesSpace(bool reserves) { peer_->setReservesSpace(reserves); }

@@ -3,8 +3,10 @@
 
 #include <functional>
 #include <memory>
+#include <optional>
 #include <string_view>
 
+#include "Platform/MainLoop.h"
 #include "UI/Drag.h"
 #include "UI/Edge.h"
 #include "UI/Font.h"
@@ -23,6 +25,9 @@ public:
     virtual ~PanelPeer() = default;
     /// Moves and resizes the window; the caller resizes the content view.
     virtual void setFrame(const Rect<ScreenSpace>& frame) = 0;
+    /// The same over `duration`, from where the window is now; a later frame takes over from what is reached by then.
+    /// Hosts that cannot animate jump.
+    virtual void animateFrame(const Rect<ScreenSpace>& frame, Duration) { setFrame(frame); }
     virtual void orderFront() = 0;
     virtual void orderOut() = 0;
     /// Asks the window manager to keep maximized windows clear of this panel at its edge, or no longer. Systems
@@ -30,11 +35,20 @@ public:
     virtual void setReservesSpace(bool reserves) = 0;
 };
 
+/// Bar: a whole bar. Strip: an invisible strip that only wants to know of the pointer. Companion: a small panel that
+/// stands beside a bar.
+enum class PanelKind { Bar, Strip, Companion };
+
 /// What kind of window a panel is. None ever takes the focus or appears among other programs' windows.
 struct PanelOptions {
     Rect<ScreenSpace> frame;
     Edge edge = Edge::Bottom;  ///< the screen edge it is docked to
+    PanelKind kind = PanelKind::Bar;
 };
+
+/// Whether a popover takes the keyboard while it is shown, so that a person can type into it. The application in front
+/// stays in front.
+enum class PopoverFocus { None, Keyboard };
 
 /// The platform's popover behind a `Popover`.
 class PopoverPeer {
@@ -63,7 +77,8 @@ public:
 
     /// `closed` is called each time it has closed, whoever closed it, never inside `show`. The content view outlives
     /// the peer.
-    virtual std::unique_ptr<PopoverPeer> makePopover(View& content, std::function<void()> closed) = 0;
+    virtual std::unique_ptr<PopoverPeer> makePopover(View& content, std::function<void()> closed,
+                                                     PopoverFocus focus = PopoverFocus::None) = 0;
 
     /// Shows the menu at a point of the anchor's window (in its root's space). Calls the chosen item's action, if one
     /// was chosen, and then `closed`; either inside this call or later. The anchor may be gone by then.
@@ -79,6 +94,13 @@ public:
 
     /// The size of one line of text, in points. Text that is not UTF-8 is measured as it would be shown.
     virtual Size textSize(std::string_view text, const Font& font) = 0;
+
+    /// Where the pointer is now; nothing when that cannot be told.
+    virtual std::optional<Point<ScreenSpace>> pointerLocation() { return std::nullopt; }
+    /// Whether any mouse button is held, in whatever program.
+    virtual bool isMouseButtonDown() { return false; }
+    /// Whether the person asked the system for less motion: what would slide then jumps.
+    virtual bool reducesMotion() { return false; }
 
     /// Calls `pressed` on each press of a mouse button outside this program's windows, without taking it from them.
     [[nodiscard]] virtual Subscription observeOutsidePresses(std::function<void()> pressed) = 0;

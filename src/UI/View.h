@@ -21,7 +21,7 @@ enum class AccessibilityRole { None, Button, List, ListItem };
 class View {
 public:
     /// What a host needs to know to show a view; each kind but Plain is the class of that name.
-    enum class Kind { Plain, Label, Image, VisualEffect };
+    enum class Kind { Plain, Label, Image, VisualEffect, TextField, Scroll };
 
     View() = default;
     virtual ~View();

@@ -1,6 +1,7 @@
 // The host's main loop and log: what runs when, what never runs, and that nothing stays armed.
 #include <cstdlib>
 
+#include "Platform/Mac/System/DispatchQueue.h"
 #include "Platform/Mac/System/MacLog.h"
 #include "Platform/Mac/System/MacMainLoop.h"
 #include "RuntimeTest.h"
@@ -99,6 +100,26 @@ TEST_F(MainLoopOfTheMac, DebugLinesAreForThoseWhoAsk) {
     talkative.debug(std::string_view("decided, and more").substr(0, 7));
     EXPECT_TRUE(talkative.isDebugWanted());
     EXPECT_EQ(logLines().back(), "decided") << "a view need not end where its text does";
+}
+
+TEST_F(MainLoopOfTheMac, AQueueRunsItsWorkInOrderAndNothingOnceItIsGone) {
+    auto queue = std::make_unique<DispatchQueue>("test");
+    queue->run([&] {
+        EXPECT_FALSE(dispatch().isOnMain());
+        note("first");
+    });
+    queue->run([] { throw std::runtime_error("broken"); });
+    queue->run([&] { note("second"); });
+    dispatch().runPending();
+    EXPECT_EQ(notes(), (Notes{"0 first", "0 second"}));
+    EXPECT_EQ(takenKinds(), std::vector{FaultKind::EscapedException});
+
+    const auto carried = std::make_shared<int>(0);
+    queue->run([&, carried] { note("too late"); });
+    queue.reset();
+    dispatch().runPending();
+    EXPECT_TRUE(notes().empty());
+    EXPECT_EQ(carried.use_count(), 1);
 }
 
 }  // namespace

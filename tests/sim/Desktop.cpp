@@ -8,8 +8,17 @@
 namespace morvel::sim {
 
 Desktop::Desktop(const std::vector<DisplaySpec>& displays)
-    : platform_{mainLoop_, log_,      accessibility_, windowServer_, workspace_,
-                screens_,  defaults_, icons_,         toolkit_,      [this] { ++terminations_; }} {
+    : platform_{mainLoop_,
+                log_,
+                accessibility_,
+                windowServer_,
+                workspace_,
+                screens_,
+                defaults_,
+                icons_,
+                toolkit_,
+                [this] { ++terminations_; },
+                [this](const std::string& label) { return workQueues_.make(label); }} {
     for (const DisplaySpec& display : displays) {
         screens_.list.push_back(SimScreens::screenOf(display));
         addDisplaySpaces(display.id);

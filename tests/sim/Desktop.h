@@ -19,6 +19,7 @@
 #include "sim/SimToolkit.h"
 #include "sim/SimWindow.h"
 #include "sim/SimWindowServer.h"
+#include "sim/SimWorkQueue.h"
 #include "sim/SimWorkspace.h"
 
 namespace morvel::sim {
@@ -51,6 +52,7 @@ public:
     FakeDefaults& defaults() { return defaults_; }
     SimIcons& icons() { return icons_; }
     SimToolkit& toolkit() { return toolkit_; }
+    SimWorkQueues& workQueues() { return workQueues_; }
     Journal& journal() { return journal_; }
 
     void run(Duration time) { mainLoop_.advance(time); }
@@ -102,6 +104,7 @@ private:
     FakeDefaults defaults_;
     SimIcons icons_;
     SimToolkit toolkit_{mainLoop_};
+    SimWorkQueues workQueues_{mainLoop_};
     Platform platform_;
     std::vector<std::unique_ptr<SimApp>> apps_;
     std::map<ElementID, SimWindow*> windows_;       // by window element

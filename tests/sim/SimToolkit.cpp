@@ -70,7 +70,8 @@ std::unique_ptr<ui::PanelPeer> SimToolkit::makePanel(const ui::PanelOptions& opt
     return std::make_unique<SimPanelPeer>(*this, options, content);
 }
 
-std::unique_ptr<ui::PopoverPeer> SimToolkit::makePopover(ui::View& content, std::function<void()> closed) {
+std::unique_ptr<ui::PopoverPeer> SimToolkit::makePopover(ui::View& content, std::function<void()> closed,
+                                                             ui::PopoverFocus) {
     return std::make_unique<SimPopoverPeer>(*this, content, std::move(closed));
 }
 

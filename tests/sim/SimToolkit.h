@@ -42,7 +42,8 @@ public:
 
     void setAppearance(ui::Appearance wanted) override { appearance_ = wanted; }
     std::unique_ptr<ui::PanelPeer> makePanel(const ui::PanelOptions& options, ui::View& content) override;
-    std::unique_ptr<ui::PopoverPeer> makePopover(ui::View& content, std::function<void()> closed) override;
+    std::unique_ptr<ui::PopoverPeer> makePopover(ui::View& content, std::function<void()> closed,
+                                                 ui::PopoverFocus focus) override;
     void popUpMenu(ui::Menu menu, ui::View& anchor, Point<ViewSpace> locationInRoot,
                    std::function<void()> closed) override;
     void beginDrag(ui::View&, ui::DragItem item, std::function<void(ui::DragOperation)> ended) override {

@@ -5,6 +5,7 @@
 #include "App/AppDelegate.h"
 #include "Platform/Linux/Accessibility/AccessibilityService.h"
 #include "Platform/Linux/System/StderrLog.h"
+#include "Platform/Linux/System/ThreadQueue.h"
 #include "Platform/Linux/UI/TextLayouts.h"
 #include "Platform/Linux/UI/XToolkit.h"
 #include "Platform/Linux/XSystem.h"
@@ -30,7 +31,8 @@ int run() {
     XSystem system(loop, log, *connection, JsonDefaults::defaultPath());
     XToolkit toolkit(*connection, loop, system.screens());
     AppDelegate delegate({loop, log, system.accessibility(), system.windowServer(), system.workspace(),
-                          system.screens(), system.defaults(), system.icons(), toolkit, [&loop] { loop.quit(); }});
+                          system.screens(), system.defaults(), system.icons(), toolkit, [&loop] { loop.quit(); },
+                          [](const std::string&) { return std::make_unique<ThreadQueue>(); }});
     delegate.applicationDidFinishLaunching();
     AccessibilityService accessibility(loop, log, toolkit);
 

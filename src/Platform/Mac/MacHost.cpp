@@ -1,5 +1,7 @@
 #include "Platform/Mac/MacHost.h"
 
+#include "Platform/Mac/System/DispatchQueue.h"
+
 namespace morvel::mac {
 
 Platform MacHost::platform() {
@@ -12,7 +14,8 @@ Platform MacHost::platform() {
             system_.defaults(),
             system_.icons(),
             toolkit_,
-            [] { NSApplication::shared().terminate(); }};
+            [] { NSApplication::shared().terminate(); },
+            [](const std::string& label) { return std::make_unique<DispatchQueue>(label); }};
 }
 
 void MacHost::run(AppDelegate::Callbacks application) {

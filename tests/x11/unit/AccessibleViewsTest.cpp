@@ -18,7 +18,9 @@ using Views = std::vector<ui::View*>;
 class UnmeasuredToolkit : public ui::Toolkit {
 public:
     std::unique_ptr<ui::PanelPeer> makePanel(const ui::PanelOptions&, ui::View&) override { return nullptr; }
-    std::unique_ptr<ui::PopoverPeer> makePopover(ui::View&, std::function<void()>) override { return nullptr; }
+    std::unique_ptr<ui::PopoverPeer> makePopover(ui::View&, std::function<void()>, ui::PopoverFocus) override {
+        return nullptr;
+    }
     void popUpMenu(ui::Menu, ui::View&, Point<ViewSpace>, std::function<void()>) override {}
     Size textSize(std::string_view, const ui::Font&) override { return {}; }
     Subscription observeOutsidePresses(std::function<void()>) override { return {}; }

@@ -16,7 +16,9 @@ class MeasuringToolkit : public ui::Toolkit {
 public:
     explicit MeasuringToolkit(TextLayouts& layouts) : layouts_(layouts) {}
     std::unique_ptr<ui::PanelPeer> makePanel(const ui::PanelOptions&, ui::View&) override { return nullptr; }
-    std::unique_ptr<ui::PopoverPeer> makePopover(ui::View&, std::function<void()>) override { return nullptr; }
+    std::unique_ptr<ui::PopoverPeer> makePopover(ui::View&, std::function<void()>, ui::PopoverFocus) override {
+        return nullptr;
+    }
     void popUpMenu(ui::Menu, ui::View&, Point<ViewSpace>, std::function<void()>) override {}
     Size textSize(std::string_view text, const ui::Font& font) override { return layouts_.lineSize(text, font); }
     Subscription observeOutsidePresses(std::function<void()>) override { return {}; }

@@ -35,7 +35,8 @@ std::unique_ptr<ui::PanelPeer> XToolkit::makePanel(const ui::PanelOptions& optio
     return std::make_unique<PanelWindow>(context_, options, content);
 }
 
-std::unique_ptr<ui::PopoverPeer> XToolkit::makePopover(ui::View& content, std::function<void()> closed) {
+std::unique_ptr<ui::PopoverPeer> XToolkit::makePopover(ui::View& content, std::function<void()> closed,
+                                                           ui::PopoverFocus) {
     return std::make_unique<PopoverWindow>(context_, content, std::move(closed));
 }
 

@@ -37,7 +37,8 @@ std::unique_ptr<ui::PanelPeer> MacToolkit::makePanel(const ui::PanelOptions& opt
     return std::make_unique<MacPanel>(options, content);
 }
 
-std::unique_ptr<ui::PopoverPeer> MacToolkit::makePopover(ui::View& content, std::function<void()> closed) {
+std::unique_ptr<ui::PopoverPeer> MacToolkit::makePopover(ui::View& content, std::function<void()> closed,
+                                                             ui::PopoverFocus) {
     return std::make_unique<MacPopover>(content, std::move(closed), mainLoop_);
 }
 

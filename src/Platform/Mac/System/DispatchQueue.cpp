@@ -1,0 +1,35 @@
+#include "Platform/Mac/System/DispatchQueue.h"
+
+#include <utility>
+
+#include "Platform/Mac/objc/AutoreleasePool.h"
+#include "Platform/Mac/objc/Guard.h"
+
+namespace morvel::mac {
+
+struct DispatchQueue::Piece {
+    std::shared_ptr<std::atomic<bool>> isQueueAlive;
+    std::function<void()> work;
+
+    static void run(void* context) {
+        const std::unique_ptr<Piece> piece(static_cast<Piece*>(context));
+        const objc::AutoreleasePool pool;
+        if (*piece->isQueueAlive) objc::guarded("background work", piece->work);
+    }
+};
+
+DispatchQueue::DispatchQueue(const std::string& label)
+    : queue_(dispatch_queue_create(label.c_str(),
+                                   dispatch_queue_attr_make_with_qos_class(nullptr, QOS_CLASS_UTILITY, 0))),
+      isAlive_(std::make_shared<std::atomic<bool>>(true)) {}
+
+DispatchQueue::~DispatchQueue() {
+    *isAlive_ = false;
+    dispatch_release(dispatchObject(queue_));
+}
+
+void DispatchQueue::run(std::function<void()> work) {
+    dispatch_async_f(queue_, new Piece{isAlive_, std::move(work)}, &Piece::run);
+}
+
+}  // namespace morvel::mac
