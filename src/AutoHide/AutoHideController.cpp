@@ -128,8 +128,8 @@ std::optional<double> AutoHideController::slideDistance() const {
 
 bool AutoHideController::isPointerOverPanels() const {
     const auto pointer = services_.toolkit.pointerLocation();
-    return pointer && std::ranges::any_of(
-                          panels_, [&](const AutoHidePanel& p) { return p.onScreenFrame().contains(*pointer); });
+    return pointer &&
+           std::ranges::any_of(panels_, [&](const AutoHidePanel& p) { return p.onScreenFrame().contains(*pointer); });
 }
 
 void AutoHideController::installPanelTracking() {

@@ -75,7 +75,7 @@ private:
 
     AutoHideServices services_;
     const MorvelEdge edge_;
-    std::vector<AutoHidePanel> panels_;  // the bar's first
+    std::vector<AutoHidePanel> panels_;           // the bar's first
     std::unique_ptr<EdgeRevealTrigger> trigger_;  // while auto-hide runs
     std::vector<Tracking> tracking_;
     Timer rehideTimer_;

@@ -85,7 +85,8 @@ TEST(AutoHide, FollowsTheRecordedTraces) {
 TEST(AutoHide, TheStripIsWhereItWasRecorded) {
     vectors::walk("reveal_strip", [](const Json& input) -> Json {
         const Json& b = input["bar"];
-        const auto strip = revealStrip({b[0], b[1], b[2], b[3]}, *fromRawString<MorvelEdge>(input["edge"].get<std::string>()));
+        const auto strip =
+            revealStrip({b[0], b[1], b[2], b[3]}, *fromRawString<MorvelEdge>(input["edge"].get<std::string>()));
         return {strip.x, strip.y, strip.width, strip.height};
     });
 }

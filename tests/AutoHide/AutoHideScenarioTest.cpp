@@ -142,9 +142,12 @@ TEST(AutoHideScenario, WhatIsOpenHoldsTheBar) {
         EXPECT_FALSE(desktop.isBarSeen()) << what;
     };
     auto& toolkit = desktop.toolkit();
-    holds("the bar's menu", [&] { toolkit.rightClick(desktop.bar()); }, [&] { toolkit.dismissMenu(); });
-    holds("a button's menu", [&] { toolkit.rightClick(desktop.group("Editor")); }, [&] { toolkit.dismissMenu(); });
-    holds("a list", [&] { toolkit.click(desktop.group("Editor")); }, [&] { toolkit.pressOutside(); });
+    holds(
+        "the bar's menu", [&] { toolkit.rightClick(desktop.bar()); }, [&] { toolkit.dismissMenu(); });
+    holds(
+        "a button's menu", [&] { toolkit.rightClick(desktop.group("Editor")); }, [&] { toolkit.dismissMenu(); });
+    holds(
+        "a list", [&] { toolkit.click(desktop.group("Editor")); }, [&] { toolkit.pressOutside(); });
     holds(
         "a row's menu, though the list it stands in has gone",
         [&] {
