@@ -6,6 +6,7 @@ namespace {
 
 using namespace std::chrono_literals;
 
+/// Some applications need a second word; one that has refused this often means it.
 constexpr int kMostRefusals = 3;
 /// Another frame so soon after a write is the application's answer to it: it has limits, or rounds to its own grid.
 constexpr Duration kAnswerTime = 300ms;
@@ -17,12 +18,17 @@ constexpr Duration kInsistenceTime = 10s;
 
 bool FrameDispute::mayWrite(const Rect<AXSpace>& overlapping, Instant now) {
     refusals_ = isRefusal(overlapping, now) ? refusals_ + 1 : 0;
-    if (refusals_ >= kMostRefusals) return false;
+    if (refusals_ > kMostRefusals) return false;
     hasWritten_ = true;
     overlapping_ = overlapping;
     writtenAt_ = now;
     wasAccepted_ = false;
     return true;
+}
+
+void FrameDispute::movedClear(Instant now) {
+    // Sooner it may be a step on the way to where the application puts it back.
+    if (now - writtenAt_ >= kAnswerTime) *this = {};
 }
 
 bool FrameDispute::isRefusal(const Rect<AXSpace>& overlapping, Instant now) const {

@@ -6,14 +6,16 @@
 
 namespace morvel {
 
-/// Of one window that is to be shrunk. After three refusals in a row nothing more is written until the window changes
-/// by itself, so that two programs never fight over a frame.
+/// Of one window that is to be shrunk. After too many refusals in a row nothing more is written until the window
+/// changes by itself, so that two programs never fight over a frame.
 class FrameDispute {
 public:
     /// The window overlaps with this frame: whether shrinking it is worth a try. Counts, so it is asked once per try.
     bool mayWrite(const Rect<AXSpace>& overlapping, Instant now);
     /// The window has taken the frame that was written.
     void accepted() { wasAccepted_ = true; }
+    /// The window has another frame that does not overlap.
+    void movedClear(Instant now);
 
 private:
     bool isRefusal(const Rect<AXSpace>& overlapping, Instant now) const;

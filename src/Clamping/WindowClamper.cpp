@@ -125,7 +125,7 @@ void WindowClamper::clamp(const WindowSnapshot& window, Record& record) {
     if (!screen) return;
     const auto clear =
         ClampingMath::corrected(frame, screen->frame, reservedRect(*screen), settings_.barEdge.value());
-    if (!clear) return;
+    if (!clear) return record.dispute.movedClear(system_.mainLoop.now());
     if (mustAwaitRelease()) {
         record.lastSeenFrame.reset();
         return;
