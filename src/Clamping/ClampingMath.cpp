@@ -54,8 +54,8 @@ bool framesApproxEqual(const Rect<AXSpace>& a, const Rect<AXSpace>& b, double to
 }
 
 const Screen* screenOf(const Rect<ScreenSpace>& window, const std::vector<Screen>& screens) {
-    const auto most = std::ranges::max_element(
-        screens, {}, [&](const Screen& screen) { return overlap(window, screen.frame); });
+    const auto most =
+        std::ranges::max_element(screens, {}, [&](const Screen& screen) { return overlap(window, screen.frame); });
     return most != screens.end() && overlap(window, most->frame) > 0 ? &*most : nullptr;
 }
 

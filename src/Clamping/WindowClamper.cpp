@@ -123,8 +123,7 @@ void WindowClamper::clamp(const WindowSnapshot& window, Record& record) {
     const Rect<ScreenSpace> frame = toScreen(window.frame, mainHeight);
     const Screen* screen = ClampingMath::screenOf(frame, screens);
     if (!screen) return;
-    const auto clear =
-        ClampingMath::corrected(frame, screen->frame, reservedRect(*screen), settings_.barEdge.value());
+    const auto clear = ClampingMath::corrected(frame, screen->frame, reservedRect(*screen), settings_.barEdge.value());
     if (!clear) return record.dispute.movedClear(system_.mainLoop.now());
     if (mustAwaitRelease()) {
         record.lastSeenFrame.reset();

@@ -38,13 +38,12 @@ TEST(ClampingMath, RecordedCases) {
                 strip.is_null() ? std::nullopt : std::optional(rectOf<ScreenSpace>(strip)), edgeOf(in["edge"])));
         }
         if (in["fn"] == "approx")
-            return ClampingMath::framesApproxEqual(rectOf<AXSpace>(in["a"]), rectOf<AXSpace>(in["b"]),
-                                                   in["tolerance"]);
+            return ClampingMath::framesApproxEqual(rectOf<AXSpace>(in["a"]), rectOf<AXSpace>(in["b"]), in["tolerance"]);
         const Json& original = in["original"];
-        return jsonOf(ClampingMath::restoreTarget(
-            rectOf<AXSpace>(in["current"]),
-            original.is_null() ? std::nullopt : std::optional(rectOf<AXSpace>(original)), in["previouslyClamped"],
-            in["tolerance"]));
+        return jsonOf(
+            ClampingMath::restoreTarget(rectOf<AXSpace>(in["current"]),
+                                        original.is_null() ? std::nullopt : std::optional(rectOf<AXSpace>(original)),
+                                        in["previouslyClamped"], in["tolerance"]));
     });
 }
 
@@ -53,7 +52,8 @@ class ClampTrace {
 public:
     explicit ClampTrace(const Json& start) {
         for (const Json& frame : start["screens"])
-            screens_.list.push_back({DisplayID{uint32_t(screens_.list.size() + 1)}, "", rectOf<ScreenSpace>(frame), {}});
+            screens_.list.push_back(
+                {DisplayID{uint32_t(screens_.list.size() + 1)}, "", rectOf<ScreenSpace>(frame), {}});
         settings_.compactAtTop.set(false);
         settings_.clampWindows.set(start["clamp"]);
         settings_.barEdge.set(edgeOf(start["edge"]));
@@ -69,7 +69,8 @@ public:
             written_.clear();
             perform(step);
             Json inOrder = Json::object();
-            for (const auto& [id, frame] : written_) inOrder[std::to_string(id)].push_back(jsonOf(std::optional(frame)));
+            for (const auto& [id, frame] : written_)
+                inOrder[std::to_string(id)].push_back(jsonOf(std::optional(frame)));
             writes.push_back(inOrder);
         }
         Json frames = Json::object();
@@ -166,7 +167,9 @@ private:
                                 unanswered_[id] = toScreen(frame, mainHeight());
                                 written_.emplace_back(id.low, unanswered_[id]);
                             }},
-                           store_, blacklist_, settings_};
+                           store_,
+                           blacklist_,
+                           settings_};
 };
 
 TEST(WindowClamper, RecordedTraces) {

@@ -42,10 +42,11 @@ private:
     SettingsStore settings_{defaults()};
     ClampingBlacklist blacklist_{defaults()};
     sim::SimApp* app_ = nullptr;
-    WindowClamper clamper_{
-        {mainLoop(), screens(), workspace(), [this] { return isButtonHeld; },
-         [this](WindowID id, const Frame& frame) { manager().setWindowFrame(id, frame); }},
-        store(), blacklist_, settings_};
+    WindowClamper clamper_{{mainLoop(), screens(), workspace(), [this] { return isButtonHeld; },
+                            [this](WindowID id, const Frame& frame) { manager().setWindowFrame(id, frame); }},
+                           store(),
+                           blacklist_,
+                           settings_};
 };
 
 TEST(ReserveSpace, ShrinksANewWindowOnceItHasSettled) {
@@ -177,8 +178,16 @@ TEST(ReserveSpace, APeaceIsMadeWithWhoeverInsists) {
     double drift = 0;
     for (const Row& row : {
              Row{"keeps its size", [](const Frame&) { return kTall; }, 1},
-             {"has a least height", [](const Frame& f) { return Frame{f.x, f.y, f.width, 790}; }, 2},
-             {"is somewhere else each time", [&](const Frame& f) { return Frame{f.x + ++drift, f.y, f.width, 795}; }, 6},
+             {"has a least height",
+              [](const Frame& f) {
+                  return Frame{f.x, f.y, f.width, 790};
+              },
+              2},
+             {"is somewhere else each time",
+              [&](const Frame& f) {
+                  return Frame{f.x + ++drift, f.y, f.width, 795};
+              },
+              6},
          }) {
         ClampedDesktop desktop;
         auto& window = desktop.open(kTall);
@@ -244,7 +253,8 @@ TEST(ReserveSpace, LeavesAloneWhatIsNoneOfItsBusiness) {
 
 TEST(ClampingBlacklist, KeepsTheTextsOfWhatIsStored) {
     sim::FakeDefaults defaults;
-    defaults.values["clampingBlacklist"] = {DefaultsArray{{std::string("com.a")}, {int64_t{3}}, {std::string("com.b")}}};
+    defaults.values["clampingBlacklist"] = {
+        DefaultsArray{{std::string("com.a")}, {int64_t{3}}, {std::string("com.b")}}};
     ClampingBlacklist list(defaults);
     EXPECT_TRUE(list.contains("com.a") && list.contains("com.b") && !list.contains("com.c"));
     list.add("com.c");

@@ -83,9 +83,9 @@ void WindowRequests::configure(const ClientWindow& client, uint16_t fields, uint
         const bool isSize = (fields & XCB_CONFIG_WINDOW_WIDTH) != 0;
         // The convention numbers the fields as a configure request does.
         const uint32_t flags = XCB_GRAVITY_NORTH_WEST | uint32_t{fields} << 8 | kFromPager << 12;
-        connection_.sendToRoot(client.window, atoms.netMoveresizeWindow,
-                               {flags, isSize ? 0 : first, isSize ? 0 : second, isSize ? first : 0,
-                                isSize ? second : 0});
+        connection_.sendToRoot(
+            client.window, atoms.netMoveresizeWindow,
+            {flags, isSize ? 0 : first, isSize ? 0 : second, isSize ? first : 0, isSize ? second : 0});
     } else {
         const std::array<uint32_t, 2> values{first, second};
         xcb_configure_window(connection_.get(), client.window, fields, values.data());
