@@ -36,6 +36,8 @@ public:
     const WindowStore* windowStore() const { return windowStore_.get(); }
     SettingsStore* settings() { return settings_.get(); }
     DisplayManager* displayManager() { return displayManager_.get(); }
+    /// Also null again once the program is about to end.
+    PinnedItemLauncher* pinnedItemLauncher() { return pinnedItemLauncher_.get(); }
 
 private:
     /// At most once.
