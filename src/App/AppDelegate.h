@@ -5,6 +5,8 @@
 
 #include "Bar/BarServices.h"
 #include "Bar/Buttons/AppCommands.h"
+#include "Clamping/ClampingBlacklist.h"
+#include "Clamping/WindowClamper.h"
 #include "Display/DisplayManager.h"
 #include "Display/SpaceQuery.h"
 #include "Launcher/InstalledAppsLoader.h"
@@ -38,6 +40,7 @@ public:
     DisplayManager* displayManager() { return displayManager_.get(); }
     /// Also null again once the program is about to end.
     PinnedItemLauncher* pinnedItemLauncher() { return pinnedItemLauncher_.get(); }
+    ClampingBlacklist* clampingBlacklist() { return clampingBlacklist_.get(); }
 
 private:
     /// At most once.
@@ -46,6 +49,7 @@ private:
     void askForPermission(std::function<void()> granted);
     BarActions makeBarActions();
     void makeLaunchers();
+    void startClamping();
     void subscribeToSettings();
 
     Platform platform_;
@@ -63,6 +67,8 @@ private:
     std::unique_ptr<IconCache> iconCache_;
     BarActions barActions_;
     std::unique_ptr<DisplayManager> displayManager_;
+    std::unique_ptr<ClampingBlacklist> clampingBlacklist_;
+    std::unique_ptr<WindowClamper> windowClamper_;
     Subscriptions subscriptions_;
 };
 

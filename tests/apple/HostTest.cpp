@@ -23,6 +23,7 @@ protected:
         MacHost host;
         morvel::AppDelegate application(host.platform());
         running = &application;
+        settings_ = [&]() -> SettingsStore& { return *application.settings(); };
         whileRunning([&] {
             dispatch().runFor(1s);
             story();
@@ -31,6 +32,8 @@ protected:
         host.run({.launched = [&] { application.applicationDidFinishLaunching(); },
                   .quitting = [&] { application.applicationWillTerminate(); }});
     }
+    /// Of the program that runs.
+    SettingsStore& settings() { return settings_(); }
     static void wait(std::chrono::nanoseconds time = 2s) { dispatch().runFor(time); }
     static Texts shown(std::size_t bar) {
         const objc::AutoreleasePool pool;
@@ -52,6 +55,9 @@ protected:
 
     MacDesktop mac;
     morvel::AppDelegate* running = nullptr;  // the one that `run` runs
+
+private:
+    std::function<SettingsStore&()> settings_;
 };
 
 TEST_F(Host, WaitsForThePermissionAndThenShowsABarOnEachScreen) {
@@ -335,6 +341,38 @@ TEST_F(Host, ButtonsAreDraggedWithinABarAndToTheOther) {
         EXPECT_GE(std::ranges::count(accessibility().log, "set AXPosition"), 1);
         EXPECT_EQ(shown(0), Texts{"notes.txt"});
         EXPECT_EQ(shown(1), (Texts{"Inbox", "Outbox"})) << "its window is there, its button where it was dropped";
+    });
+}
+
+TEST_F(Host, WindowsAreKeptOutOfTheBarsStripAndGivenBack) {
+    mac.launch(42, "Editor");
+    const Id notes = mac.open(42, "notes.txt", {100, 560});  // its lower end is below the screen's
+    accessibility().set(accessibility().application(42), "AXEnhancedUserInterface", makeNumber(true));
+    run([&] {
+        const auto heightOfNotes = [&] {
+            CGSize size{};
+            AXValueGetValue(reinterpret_cast<AXValueRef>(accessibility().value(notes, "AXSize").raw()),
+                            kAXValueTypeCGSize, &size);
+            return size.height;
+        };
+        const Texts oneWrite = {"set AXEnhancedUserInterface", "set AXPosition", "set AXEnhancedUserInterface",
+                                "set AXEnhancedUserInterface", "set AXSize",     "set AXEnhancedUserInterface"};
+        const auto written = [] {
+            Texts deeds;
+            for (const std::string& deed : std::exchange(accessibility().log, {}))
+                if (deed.starts_with("set ")) deeds.push_back(deed);
+            return deeds;
+        };
+        EXPECT_EQ(written(), oneWrite);
+        EXPECT_EQ(heightOfNotes(), 900 - 44 - 560);
+        accessibility().post(notes, "AXWindowMoved");
+        accessibility().post(notes, "AXWindowResized");
+        wait();
+        EXPECT_EQ(written(), Texts{}) << "our own echo";
+        settings().clampWindows.set(false);
+        wait();
+        EXPECT_EQ(written(), oneWrite);
+        EXPECT_EQ(heightOfNotes(), 400);
     });
 }
 

@@ -136,7 +136,8 @@ void XWindowServer::desktopChanged(const ClientWindow& client) {
 const XWindowServer::Asked* XWindowServer::askedFor(const ClientWindow& client) {
     const auto found = asked_.find(client.window);
     if (found == asked_.end()) return nullptr;
-    const bool isRefused = !found->second.requested.empty() && mainLoop_.now() - found->second.time > kAnswerTime;
+    const bool isRefused =
+        client.desktop != found->second.desktop && mainLoop_.now() - found->second.time > kAnswerTime;
     if (isRefused) asked_.erase(found);
     return isRefused ? nullptr : &found->second;
 }
