@@ -9,6 +9,8 @@
 #include "Clamping/WindowClamper.h"
 #include "Display/DisplayManager.h"
 #include "Display/SpaceQuery.h"
+#include "Launcher/InstalledAppsLoader.h"
+#include "Launcher/PinnedItemLauncher.h"
 #include "Permissions/AXPermissionGate.h"
 #include "Permissions/PermissionWindow.h"
 #include "Platform/Platform.h"
@@ -36,6 +38,8 @@ public:
     const WindowStore* windowStore() const { return windowStore_.get(); }
     SettingsStore* settings() { return settings_.get(); }
     DisplayManager* displayManager() { return displayManager_.get(); }
+    /// Also null again once the program is about to end.
+    PinnedItemLauncher* pinnedItemLauncher() { return pinnedItemLauncher_.get(); }
     ClampingBlacklist* clampingBlacklist() { return clampingBlacklist_.get(); }
 
 private:
@@ -44,6 +48,7 @@ private:
     /// Shows the permission window until the permission is there.
     void askForPermission(std::function<void()> granted);
     BarActions makeBarActions();
+    void makeLaunchers();
     void startClamping();
     void subscribeToSettings();
 
@@ -57,6 +62,8 @@ private:
     std::unique_ptr<AXObserverManager> observerManager_;
     std::unique_ptr<AppCommands> appCommands_;
     std::unique_ptr<SpaceQuery> spaceQuery_;
+    std::unique_ptr<PinnedItemLauncher> pinnedItemLauncher_;
+    std::unique_ptr<InstalledAppsLoader> installedApps_;
     std::unique_ptr<IconCache> iconCache_;
     BarActions barActions_;
     std::unique_ptr<DisplayManager> displayManager_;

@@ -7,6 +7,7 @@
 #include "Bar/Buttons/AppActions.h"
 #include "Bar/Buttons/OtherScreen.h"
 #include "Display/SpaceQuery.h"
+#include "Pinned/PinnedItem.h"
 #include "Platform/Icons.h"
 #include "Platform/MainLoop.h"
 #include "Platform/Screens.h"
@@ -30,6 +31,9 @@ struct BarActions {
     std::function<void(WindowID)> onClose;
     std::function<void(ProcessID)> onPinApp;
     std::function<void(WindowID, DisplayID)> onMoveWindow;
+    /// The display is that of the bar that was clicked.
+    std::function<void(const PinnedItem&, DisplayID)> onClickPinnedItem;
+    std::function<void(const PinnedItem&, DisplayID)> onLaunchNewPinnedInstance;
     AppActions app;
     /// The displays other than the given one, in the system's order.
     std::function<std::vector<OtherScreen>(DisplayID)> otherScreens;
