@@ -7,7 +7,9 @@
 #include "Bar/Buttons/AppActions.h"
 #include "Bar/Buttons/OtherScreen.h"
 #include "Display/SpaceQuery.h"
+#include "Pinned/PinnedAppsStore.h"
 #include "Platform/Icons.h"
+#include "Platform/InstalledApplications.h"
 #include "Platform/MainLoop.h"
 #include "Platform/Screens.h"
 #include "Settings/SettingsStore.h"
@@ -30,6 +32,8 @@ struct BarActions {
     std::function<void(WindowID)> onClose;
     std::function<void(ProcessID)> onPinApp;
     std::function<void(WindowID, DisplayID)> onMoveWindow;
+    std::function<void(const PinnedItem&, DisplayID)> onClickPinnedItem;
+    std::function<void(const PinnedItem&, DisplayID)> onLaunchNewPinnedInstance;
     AppActions app;
     /// The displays other than the given one, in the system's order.
     std::function<std::vector<OtherScreen>(DisplayID)> otherScreens;
@@ -46,6 +50,8 @@ struct BarServices {
     SpaceQuery& spaceQuery;
     WindowStore& store;
     SettingsStore& settings;
+    PinnedAppsStore& pinned;
+    InstalledApplications& installedApplications;
     IconCache& iconCache;
     WindowIDMint& mint;
     const BarActions& actions;
