@@ -17,7 +17,8 @@ constexpr double kScrollerAlpha = 0.3;
 }  // namespace
 
 PinnedOverflowList::PinnedOverflowList(MainLoop& mainLoop, DraggedItem draggedItem, MakeRow makeRow, Drop onDrop)
-    : makeRow_(std::move(makeRow)),
+    : mainLoop_(mainLoop),
+      makeRow_(std::move(makeRow)),
       onDrop_(std::move(onDrop)),
       stack_(mainLoop, hooks(std::move(draggedItem)), [this](double rows) { scrollBy(rows); }) {
     scroller_.setBackground(ui::kLabelColor.withAlpha(kScrollerAlpha));
@@ -69,11 +70,13 @@ bool PinnedOverflowList::dropped(const PinnedItem& item, size_t indexAmongShown)
 }
 
 Size PinnedOverflowList::intrinsicSize() const {
-    return {kWidth, PinnedOverflowRow::kHeight * static_cast<double>(shownRows())};
+    const size_t rows = std::min(std::max(stack_.arrangedSubviews().size(), shownRows()), kMaxRows);
+    return {kWidth, PinnedOverflowRow::kHeight * static_cast<double>(rows)};
 }
 
 void PinnedOverflowList::layout() {
     stack_.setFrame(bounds());
+    if (intrinsicSize().height != bounds().height) mainLoop_.post(lifetime_.whileAlive([this] { onSizeChanged(); }));
     const double all = static_cast<double>(std::max<size_t>(items_.size(), 1));
     const double height = bounds().height - 2 * kScrollerInset;
     scroller_.setFrame({bounds().width - kScrollerInset - kScrollerWidth,

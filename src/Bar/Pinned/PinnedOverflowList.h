@@ -8,6 +8,7 @@
 
 #include "Bar/Pinned/PinnedOverflowReorderStack.h"
 #include "Bar/Pinned/PinnedOverflowRow.h"
+#include "Util/Lifetime.h"
 
 namespace morvel {
 
@@ -22,6 +23,9 @@ public:
 
     PinnedOverflowList(MainLoop& mainLoop, DraggedItem draggedItem, MakeRow makeRow, Drop onDrop);
 
+    /// In a later turn, when the list wants another size than it has: a drag needs room in it, or no more.
+    std::function<void()> onSizeChanged = [] {};
+
     void setItems(std::span<const PinnedItem> items);
     const std::vector<PinnedItem>& items() const { return items_; }
     void scrollToTop() { firstRow_ = 0; }
@@ -34,12 +38,14 @@ protected:
 
 private:
     PinnedStackHooks hooks(DraggedItem draggedItem);
+    /// Without that of something that is dragged here from elsewhere.
     size_t shownRows() const;
     size_t firstShown() const { return static_cast<size_t>(firstRow_); }
     void scrollBy(double rows);
     void showRows();
     bool dropped(const PinnedItem& item, size_t indexAmongShown);
 
+    MainLoop& mainLoop_;
     MakeRow makeRow_;
     Drop onDrop_;
     std::vector<PinnedItem> items_;
@@ -47,6 +53,7 @@ private:
     PinnedOverflowReorderStack stack_;
     ui::View scroller_;
     std::vector<std::unique_ptr<PinnedOverflowRow>> rows_;
+    Lifetime lifetime_;
 };
 
 }  // namespace morvel

@@ -17,6 +17,9 @@ PinnedOverflowPopover::PinnedOverflowPopover(ButtonServices services, MainLoop& 
           mainLoop, bindings_.draggedItem, [this](const PinnedItem& item) { return makeRow(item); },
           [this](const PinnedItem& item, size_t index) { return dropped(item, index); }),
       popover_(services.toolkit, list_, [this] { didClose(); }) {
+    list_.onSizeChanged = [this] {
+        if (isShown()) popover_.resize(list_.intrinsicSize());
+    };
     const auto follows = [this](const auto&) {
         if (isShown()) itemsChanged();
     };

@@ -29,8 +29,9 @@ bool PinnedStackView::acceptsDrag(const ui::DragPasteboard& pasteboard) const {
 
 bool PinnedStackView::performDragOperation(const ui::DragInfo& info) {
     const auto item = hooks_.draggedItem(info.pasteboard);
+    if (!item) draggingExited();  // gone while it was dragged; the others take their places again
     const auto index = finishDrag();
-    if (!item || !index) return false;
+    if (!index) return false;
     const auto drop = hooks_.onDrop;
     return drop(*item, *index - std::min(*index, leading_));
 }
