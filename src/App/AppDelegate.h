@@ -7,6 +7,8 @@
 #include "Bar/Buttons/AppCommands.h"
 #include "Display/DisplayManager.h"
 #include "Display/SpaceQuery.h"
+#include "Launcher/InstalledAppsLoader.h"
+#include "Launcher/PinnedItemLauncher.h"
 #include "Permissions/AXPermissionGate.h"
 #include "Permissions/PermissionWindow.h"
 #include "Pinned/PinnedAppsStore.h"
@@ -44,6 +46,7 @@ private:
     void askForPermission(std::function<void()> granted);
     BarActions makeBarActions();
     void pinApplication(ProcessID pid);
+    void makeLaunchers();
     void subscribeToSettings();
 
     Platform platform_;
@@ -57,6 +60,8 @@ private:
     std::unique_ptr<AXObserverManager> observerManager_;
     std::unique_ptr<AppCommands> appCommands_;
     std::unique_ptr<SpaceQuery> spaceQuery_;
+    std::unique_ptr<PinnedItemLauncher> pinnedItemLauncher_;
+    std::unique_ptr<InstalledAppsLoader> installedApps_;
     std::unique_ptr<IconCache> iconCache_;
     BarActions barActions_;
     std::unique_ptr<DisplayManager> displayManager_;

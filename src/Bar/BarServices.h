@@ -32,6 +32,7 @@ struct BarActions {
     std::function<void(WindowID)> onClose;
     std::function<void(ProcessID)> onPinApp;
     std::function<void(WindowID, DisplayID)> onMoveWindow;
+    /// The display is that of the bar that was clicked.
     std::function<void(const PinnedItem&, DisplayID)> onClickPinnedItem;
     std::function<void(const PinnedItem&, DisplayID)> onLaunchNewPinnedInstance;
     AppActions app;

@@ -336,6 +336,7 @@ TEST_F(Host, PinnedItemsAreShownMovedAndKept) {
             EXPECT_TRUE(drag.drop());
         }
         endOwnDrag(NSDragOperationMove);
+        display(content(0));
         wait();
         EXPECT_EQ(shown(0), (Texts{"Documents", "Editor", "notes.txt"}));
         workspace().quit(42);

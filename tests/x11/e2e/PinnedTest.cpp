@@ -52,6 +52,7 @@ protected:
     }
     testing::AssertionResult shows(const std::vector<std::string>& names) {
         const auto result = eventually([&] { return pins() == names; });
+        desktop.runFor(200ms);  // buttons slide to their places for a little less
         if (result) return result;
         std::string seen;
         for (const std::string& name : pins()) seen += " [" + name + "]";
