@@ -28,8 +28,7 @@ LaunchStrip::LaunchStrip(const BarServices& services, DisplayID screenID, BarRev
       screenID_(screenID),
       reveal_(std::move(reveal)),
       pinnedStack_(services.mainLoop, ui::StackView::Axis::Horizontal, kSpacing, stackHooks()),
-      overflowButton_(buttonServices(), services.mainLoop, services.settings.barEdge.value(),
-                      overflowButtonBindings()),
+      overflowButton_(buttonServices(), services.mainLoop, services.settings.barEdge.value(), overflowButtonBindings()),
       overflowPopover_(buttonServices(), services.mainLoop, services.pinned, services.settings, overflowBindings()) {
     pinnedStack_.setInsets(kBarInset, 0);
     pinnedStack_.setAccessibilityLabel("Pinned items");
@@ -202,9 +201,8 @@ bool LaunchStrip::isPinnedItemDragged(const ui::DragPasteboard& pasteboard) cons
 }
 
 bool LaunchStrip::dropped(const PinnedItem& item, size_t index) {
-    const int place =
-        PinnedOverflowSlicing::dropIndexOnBar(services_.pinned.pinnedItems().value(),
-                                              services_.settings.pinnedMaxVisible.value(), item.id(), index);
+    const int place = PinnedOverflowSlicing::dropIndexOnBar(
+        services_.pinned.pinnedItems().value(), services_.settings.pinnedMaxVisible.value(), item.id(), index);
     services_.pinned.pinAt(place, {item});
     return true;
 }

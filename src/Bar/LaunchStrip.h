@@ -67,6 +67,7 @@ private:
     void hoverOpen();
     ButtonServices buttonServices() const { return {services_.toolkit, services_.icons, services_.iconCache}; }
 
+    Lifetime lifetime_;  // first, for what it guards is handed out while the rest is made
     BarServices services_;
     DisplayID screenID_;
     BarReveal reveal_;
@@ -79,7 +80,6 @@ private:
     bool isSprungOpen_ = false;  // a drag opened the popover
     std::set<std::string> cachedRunningBundleIDs_;
     std::set<std::string> pinnedBundleIDs_;
-    Lifetime lifetime_;
     Subscriptions subscriptions_;  // last, so that nothing reaches a half-dead strip
 };
 

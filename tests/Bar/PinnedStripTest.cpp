@@ -1,12 +1,6 @@
 // Pinned items on the bar as a person uses them, and drags of them that go wrong.
-#include "App/BarDesktop.h"
-#include "Bar/Drag/DragHighlightView.h"
-#include "Bar/Drag/DragPlaceholderButton.h"
-#include "Bar/Drag/RunningWindowDrag.h"
 #include "Bar/Pinned/PinnedItemDrag.h"
-#include "Bar/Pinned/PinnedOverflowRow.h"
-#include "Pinned/PinnedItemsCoding.h"
-#include "sim/SimDrags.h"
+#include "Bar/PinnedDesktop.h"
 
 namespace morvel {
 namespace {
@@ -15,63 +9,6 @@ using sim::imageName;
 using sim::SimPasteboard;
 using ui::DragOperation;
 using Texts = std::vector<std::string>;
-
-class PinnedDesktop : public BarDesktop {
-public:
-    using BarDesktop::BarDesktop;
-
-    sim::SimDrags& drags() { return toolkit().drags(); }
-    PinnedAppsStore& store() { return *delegate().pinnedStore(); }
-    /// Stores a folder for each letter, named by it.
-    void remember(const std::string& letters) {
-        std::vector<PinnedItem> items;
-        for (const char c : letters) items.push_back(PinnedItem::folder("/" + std::string(1, c), std::string(1, c)));
-        defaults().values["pinnedApps"] = {*PinnedItemsCoding::encode(items)};
-    }
-    /// From left to right: items by name, running ones with a dot, the overflow button as "^", other views as "#".
-    std::string pins(size_t screen = 0) {
-        std::string text;
-        for (const ui::View* view : launchStrip(screen).arrangedSubviews()) {
-            const auto* button = dynamic_cast<const PinnedAppButton*>(view);
-            if (button) text += button->pinnedItem().displayName + (button->runningDot().isHidden() ? "" : ".");
-            else text += dynamic_cast<const PinnedOverflowButton*>(view) ? "^" : "#";
-        }
-        return text;
-    }
-    PinnedStackView& launchStrip(size_t screen = 0) { return *all<PinnedStackView>(bar(screen)).at(0); }
-    PinnedAppButton& pin(const std::string& name, size_t screen = 0) {
-        for (PinnedAppButton* button : all<PinnedAppButton>(bar(screen)))
-            if (button->pinnedItem().displayName == name) return *button;
-        throw std::runtime_error("no pin " + name + " among: " + pins(screen));
-    }
-    PinnedOverflowButton& overflowButton() { return *all<PinnedOverflowButton>(bar()).at(0); }
-    std::vector<PinnedOverflowRow*> rowViews() {
-        sim::SimPopover* popover = toolkit().shownPopover();
-        return popover ? all<PinnedOverflowRow>(popover->surface.root()) : std::vector<PinnedOverflowRow*>{};
-    }
-    std::string rows() {
-        std::string text;
-        for (const PinnedOverflowRow* row : rowViews()) text += row->pinnedItem().displayName;
-        return text;
-    }
-    PinnedOverflowRow& row(size_t index) { return *rowViews().at(index); }
-    int placeholders(size_t screen = 0) { return int(all<DragPlaceholderButton>(bar(screen)).size()); }
-    bool isHighlighted(size_t screen = 0) {
-        const auto views = all<DragHighlightView>(bar(screen));
-        return !views.empty() && !views[0]->isHidden();
-    }
-    std::string order() {
-        std::string text;
-        for (const PinnedItem& item : store().pinnedItems().value()) text += item.displayName;
-        return text;
-    }
-    int held = 0;  // how many more times the bar was asked to stay shown than it was let go
-    void countHolds() {
-        auto& view = static_cast<MorvelView&>(bar());
-        view.pinReveal = [this] { ++held; };
-        view.unpinReveal = [this] { --held; };
-    }
-};
 
 TEST(PinnedStrip, WhatIsPinnedFromAMenuIsThereAfterARestart) {
     PinnedDesktop desktop;
@@ -111,7 +48,8 @@ TEST(PinnedStrip, WhatIsPinnedFromAMenuIsThereAfterARestart) {
     EXPECT_EQ(desktop.pins(), "EditorMail.");
     desktop.countHolds();
     desktop.rightClick(desktop.pin("Editor"));
-    EXPECT_EQ(desktop.toolkit().menuTitles(), (Texts{"Unpin from Morvel", "Launch New Instance", "-", "Show in Finder"}));
+    EXPECT_EQ(desktop.toolkit().menuTitles(),
+              (Texts{"Unpin from Morvel", "Launch New Instance", "-", "Show in Finder"}));
     EXPECT_EQ(desktop.held, 1);
     desktop.choose({"Show in Finder"});
     EXPECT_EQ(desktop.journal().texts().back(), "reveal /Applications/Editor.app");
@@ -132,6 +70,48 @@ TEST(PinnedStrip, AFolderHasNoDotAndNoInstances) {
     EXPECT_EQ(desktop.toolkit().menuTitles(), (Texts{"Unpin from Morvel", "-", "Show in Finder"}));
     desktop.choose({"Show in Finder"});
     EXPECT_EQ(desktop.journal().texts().back(), "reveal /a");
+}
+
+TEST(PinnedStrip, AClickOpensWithoutADragAndAlsoFromTheList) {
+    PinnedDesktop desktop;
+    desktop.remember("abcd");
+    desktop.startMorvel();
+    desktop.countHolds();
+    const auto opened = [&]() -> std::string {
+        desktop.settle();
+        const Texts deeds = desktop.journal().texts();
+        desktop.journal().clear();
+        return deeds.empty() ? "" : deeds.front();
+    };
+    desktop.store().pinAt(0, {PinnedItem::app("com.example.editor", "Editor")});
+    desktop.workspace().installed["com.example.editor"] = "/Applications/Editor.app";
+    opened();
+    desktop.toolkit().press(desktop.pin("a"));
+    const Point<ViewSpace> at = desktop.pin("a").boundsInRoot().center();
+    desktop.toolkit().drag({at.x + 3, at.y});
+    desktop.toolkit().release();
+    EXPECT_EQ(opened(), "openFile /a") << "a hand wobbles";
+    desktop.toolkit().press(desktop.pin("a"));
+    desktop.toolkit().drag({at.x + 5, at.y});
+    desktop.drags().cancel();
+    EXPECT_EQ(opened(), "");
+    EXPECT_TRUE(desktop.pin("b").accessibilityPress());
+    EXPECT_EQ(opened(), "openFile /b");
+    desktop.click(desktop.pin("Editor"));
+    EXPECT_EQ(opened(), "openApplication /Applications/Editor.app");
+    desktop.rightClick(desktop.pin("Editor"));
+    desktop.choose({"Launch New Instance"});
+    EXPECT_EQ(opened(), "openApplication /Applications/Editor.app new");
+
+    desktop.click(desktop.overflowButton());
+    desktop.click(desktop.row(1));
+    EXPECT_EQ(opened(), "openFile /d");
+    EXPECT_EQ(desktop.rows(), "") << "the list has done its work";
+    desktop.click(desktop.overflowButton());
+    desktop.click(desktop.pin("a"));
+    EXPECT_EQ(opened(), "openFile /a");
+    EXPECT_EQ(desktop.rows(), "");
+    EXPECT_EQ(desktop.held, 0);
 }
 
 TEST(PinnedStrip, FollowsItsSettingsAndKeepsItsButtons) {
@@ -303,125 +283,6 @@ TEST(PinnedDrag, BadDragsLeaveNothingBehind) {
     desktop.toolkit().release();
     EXPECT_EQ(desktop.pin("b").alpha(), 1) << "a drag that cannot be started";
     EXPECT_EQ(desktop.held, 0);
-}
-
-TEST(PinnedOverflow, ListsWhatHasNoPlaceAndFollowsIt) {
-    PinnedDesktop desktop;
-    desktop.remember("abcde");
-    desktop.startMorvel();
-    desktop.countHolds();
-    EXPECT_EQ(desktop.pins(), "abc^");
-    EXPECT_EQ(desktop.overflowButton().tooltip(), "Show more pinned items");
-    desktop.click(desktop.overflowButton());
-    EXPECT_EQ(desktop.rows(), "de");
-    EXPECT_EQ(desktop.toolkit().shownPopover()->edge, ui::Edge::Top);
-    EXPECT_EQ(desktop.held, 1);
-    desktop.click(desktop.overflowButton());
-    EXPECT_EQ(desktop.rows(), "");
-    EXPECT_EQ(desktop.held, 0);
-    desktop.click(desktop.overflowButton());
-    desktop.rightClick(desktop.row(0));
-    EXPECT_EQ(desktop.toolkit().menuTitles(), (Texts{"Unpin from Morvel", "-", "Show in Finder"}));
-    desktop.choose({"Unpin from Morvel"});
-    EXPECT_EQ(desktop.rows(), "e");
-    desktop.settings().pinnedMaxVisible.set(0);
-    EXPECT_EQ(desktop.pins(), "^");
-    EXPECT_EQ(desktop.rows(), "abce");
-    EXPECT_EQ(desktop.toolkit().shownPopover()->size.height, 4 * PinnedOverflowRow::kHeight);
-    desktop.toolkit().pressOutside();
-    EXPECT_EQ(desktop.rows(), "");
-    EXPECT_EQ(desktop.held, 0);
-    desktop.click(desktop.overflowButton());
-    desktop.settings().pinnedMaxVisible.set(15);
-    EXPECT_EQ(desktop.pins(), "abce");
-    EXPECT_EQ(desktop.toolkit().shownPopover(), nullptr) << "nothing is left to list";
-    EXPECT_EQ(desktop.held, 0);
-}
-
-TEST(PinnedOverflow, DragsGoIntoTheListOutOfItAndWithinIt) {
-    PinnedDesktop desktop;
-    desktop.remember("abcdef");
-    desktop.startMorvel();
-    desktop.countHolds();
-    desktop.drags().pull(desktop.pin("a"));
-    EXPECT_EQ(desktop.drags().over(desktop.overflowButton()), DragOperation::Move);
-    EXPECT_EQ(desktop.drags().drop(), DragOperation::Move);
-    EXPECT_EQ(desktop.order(), "bcdaef") << "the first that has no place";
-    desktop.settle();
-
-    desktop.drags().pull(desktop.pin("b"));
-    desktop.drags().over(desktop.overflowButton());
-    desktop.run(599ms);
-    desktop.drags().over(desktop.overflowButton(), 2);
-    EXPECT_EQ(desktop.rows(), "");
-    desktop.drags().away();
-    desktop.run(1s);
-    EXPECT_EQ(desktop.rows(), "") << "it left too early";
-    desktop.drags().over(desktop.overflowButton());
-    desktop.run(600ms);
-    ASSERT_EQ(desktop.rows(), "aef");
-    EXPECT_EQ(desktop.drags().over(desktop.row(2), 3), DragOperation::Move);
-    EXPECT_EQ(desktop.rows().size(), 4u) << "room for it";
-    EXPECT_EQ(desktop.drags().drop(), DragOperation::Move);
-    desktop.run(1s);
-    EXPECT_EQ(desktop.order().substr(0, 3), "cda");
-    EXPECT_NE(desktop.rows().find('b'), std::string::npos) << "it stays where it was dropped, and the list open";
-
-    const std::string before = desktop.rows();
-    desktop.drags().pull(desktop.row(0));
-    EXPECT_EQ(desktop.drags().over(desktop.pin("c"), -10), DragOperation::Move);
-    EXPECT_EQ(desktop.pins(), "#cda^");
-    EXPECT_EQ(desktop.drags().drop(), DragOperation::Move);
-    desktop.run(1s);
-    EXPECT_EQ(desktop.pins(), before.substr(0, 1) + "cd^");
-    EXPECT_EQ(desktop.rows(), "a" + before.substr(1));
-    const std::string now = desktop.rows();
-    desktop.drags().pull(desktop.row(2));
-    desktop.drags().over(desktop.row(0));
-    desktop.drags().drop();
-    desktop.run(1s);
-    EXPECT_EQ(desktop.rows().size(), 3u);
-    EXPECT_NE(desktop.rows(), now);
-    desktop.toolkit().pressOutside();
-
-    desktop.drags().pull(desktop.pin("c"));
-    desktop.drags().over(desktop.overflowButton());
-    desktop.run(600ms);
-    ASSERT_NE(desktop.rows(), "");
-    desktop.drags().away();
-    desktop.drags().cancel();
-    desktop.run(1s);
-    EXPECT_EQ(desktop.rows(), "") << "what the drag opened goes with it";
-    EXPECT_EQ(desktop.held, 0);
-}
-
-TEST(PinnedOverflow, ThousandsOfItemsAreNoBurden) {
-    PinnedDesktop desktop;
-    std::vector<PinnedItem> items;
-    for (int i = 0; i < 5000; ++i) items.push_back(PinnedItem::folder("/" + std::to_string(i), std::to_string(i)));
-    desktop.defaults().values["pinnedApps"] = {*PinnedItemsCoding::encode(items)};
-    desktop.startMorvel();
-    desktop.click(desktop.overflowButton());
-    ASSERT_EQ(desktop.rowViews().size(), PinnedOverflowList::kMaxRows);
-    EXPECT_EQ(desktop.row(0).pinnedItem().displayName, "3");
-    desktop.toolkit().turnWheel(desktop.row(0), 2);
-    EXPECT_EQ(desktop.row(0).pinnedItem().displayName, "9");
-    desktop.toolkit().turnWheel(desktop.row(0), 1e9);
-    EXPECT_EQ(desktop.row(11).pinnedItem().displayName, "4999");
-    desktop.drags().pull(desktop.row(11));
-    desktop.drags().over(desktop.row(0));
-    desktop.drags().drop();
-    EXPECT_EQ(desktop.store().pinnedItems().value()[4988].displayName, "4999") << "counted among all of them";
-    desktop.toolkit().turnWheel(desktop.row(0), std::numeric_limits<double>::quiet_NaN());
-    desktop.toolkit().turnWheel(desktop.row(0), -1e9);
-    EXPECT_EQ(desktop.row(0).pinnedItem().displayName, "3");
-    desktop.drags().pull(desktop.row(0));
-    for (int i = 0; i < 40; ++i) {
-        desktop.drags().over(desktop.toolkit().shownPopover()->surface.root(), 1);
-        desktop.run(100ms);
-    }
-    desktop.drags().cancel();
-    EXPECT_LT(desktop.icons().loads.size(), 100u) << "icons are loaded for what is seen";
 }
 
 }  // namespace

@@ -16,8 +16,7 @@ constexpr const char* kKey = "pinnedApps";
 
 Json toJson(const std::vector<PinnedItem>& items) {
     Json list = Json::array();
-    for (const PinnedItem& item : items)
-        list.push_back({rawString(item.kind), item.identifier, item.displayName});
+    for (const PinnedItem& item : items) list.push_back({rawString(item.kind), item.identifier, item.displayName});
     return list;
 }
 

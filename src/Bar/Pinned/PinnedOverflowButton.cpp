@@ -92,8 +92,7 @@ bool PinnedOverflowButton::performDragOperation(const ui::DragInfo& info) {
 }
 
 void PinnedOverflowButton::layout() {
-    iconView_.setFrame(
-        {(frame().width - kGlyphSize) / 2, (frame().height - kGlyphSize) / 2, kGlyphSize, kGlyphSize});
+    iconView_.setFrame({(frame().width - kGlyphSize) / 2, (frame().height - kGlyphSize) / 2, kGlyphSize, kGlyphSize});
 }
 
 }  // namespace morvel

@@ -60,8 +60,7 @@ std::unique_ptr<PinnedOverflowRow> PinnedOverflowPopover::makeRow(const PinnedIt
         close();
     };
     actions.onUnpin = [&store = store_, id = item.id()] { store.unpin(id); };
-    if (bindings_.onLaunchNew)
-        actions.onLaunchNewInstance = [launch = bindings_.onLaunchNew, item] { launch(item); };
+    if (bindings_.onLaunchNew) actions.onLaunchNewInstance = [launch = bindings_.onLaunchNew, item] { launch(item); };
     actions.onShow = [show = bindings_.onShow, item] { show(item); };
     return std::make_unique<PinnedOverflowRow>(services_, item, bindings_.processOf(item), std::move(actions));
 }

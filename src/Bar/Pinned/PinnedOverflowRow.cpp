@@ -24,6 +24,7 @@ PinnedOverflowRow::PinnedOverflowRow(ButtonServices services, const PinnedItem& 
       titleLabel_(services.toolkit, {.size = ButtonGeometry::kTitleFontSize}),
       press_(*this, services.toolkit) {
     titleLabel_.setText(item.displayName);
+    setTooltip(item.displayName);
     setAccessibilityLabel(item.displayName);
     addSubview(iconView_);
     addSubview(titleLabel_);
@@ -41,8 +42,8 @@ bool PinnedOverflowRow::accessibilityPress() {
 }
 
 void PinnedOverflowRow::rightMouseDown(const ui::MouseEvent& event) {
-    ui::Menu menu = PinnedItemContextMenu::make(pinnedItem_, actions_.onUnpin, actions_.onLaunchNewInstance,
-                                                actions_.onShow);
+    ui::Menu menu =
+        PinnedItemContextMenu::make(pinnedItem_, actions_.onUnpin, actions_.onLaunchNewInstance, actions_.onShow);
     toolkit_.popUpMenu(std::move(menu), *this, event.location, [] {});
 }
 

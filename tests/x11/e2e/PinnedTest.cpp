@@ -84,7 +84,8 @@ TEST_F(Pinned, ByMenuStayOverARestart) {
     startBar();
     ASSERT_TRUE(shows({"Alpha"}));
     pointer.rightClick(placeOf("Alpha"));
-    for (const char* entry : {"Launch New Instance", "Show in Finder"}) EXPECT_FALSE(popupItem(entry).isEmpty()) << entry;
+    for (const char* entry : {"Launch New Instance", "Show in Finder"})
+        EXPECT_FALSE(popupItem(entry).isEmpty()) << entry;
     pointer.click(popupItem("Unpin from Morvel").center());
     EXPECT_TRUE(shows({}));
     quit();
