@@ -48,6 +48,7 @@ public:
         desktop_.toolkit().dismissMenu();
         // Long enough for two sweeps, which is what a window that vanished takes, and for the slowest retry.
         run(75s);
+        countLaunchedWindows();
         DesktopCheck check(desktop_, countable_);
         check.storeEqualsDesktop();
         check.barsShowWhatTheyShould();
@@ -111,7 +112,7 @@ private:
         if (kind == 3) spec.subrole = "AXDialog";
         if (kind == 4) spec.subrole.reset();
         sim::SimWindow& window = app.open(spec);
-        if (kind > 2) countable_.insert(&window);
+        (kind > 2 ? countable_ : uncountable_).insert(&window);
     }
     void close() {
         if (sim::SimWindow* window = any(countingWindows())) window->close();
@@ -375,6 +376,12 @@ private:
             if (app->isRunning()) found.push_back(app);
         return found;
     }
+    /// Those that came because a pinned item was opened.
+    void countLaunchedWindows() {
+        for (const RunningApplication& running : desktop_.workspace().running)
+            for (const auto& window : desktop_.app(running.pid)->windows())
+                if (!uncountable_.contains(window.get())) countable_.insert(window.get());
+    }
     std::vector<sim::SimWindow*> countingWindows() {
         std::vector<sim::SimWindow*> found;
         for (sim::SimApp* app : running())
@@ -388,7 +395,7 @@ private:
     std::mt19937 random_;
     BarDesktop desktop_{sim::twoDisplays()};
     std::vector<sim::SimApp*> apps_;  // the newest first; the desktop's
-    std::set<const sim::SimWindow*> countable_;
+    std::set<const sim::SimWindow*> countable_, uncountable_;
 };
 
 TEST(RandomWalk, TheBarsShowTheDesktopWheneverItRests) {
