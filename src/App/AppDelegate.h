@@ -40,6 +40,8 @@ public:
     SettingsStore* settings() { return settings_.get(); }
     PinnedAppsStore* pinnedStore() { return pinnedStore_.get(); }
     DisplayManager* displayManager() { return displayManager_.get(); }
+    /// Also null again once the program is about to end.
+    PinnedItemLauncher* pinnedItemLauncher() { return pinnedItemLauncher_.get(); }
     ClampingBlacklist* clampingBlacklist() { return clampingBlacklist_.get(); }
 
 private:

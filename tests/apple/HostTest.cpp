@@ -22,6 +22,7 @@ protected:
         const objc::AutoreleasePool pool;
         MacHost host;
         morvel::AppDelegate application(host.platform());
+        running = &application;
         settings_ = [&]() -> SettingsStore& { return *application.settings(); };
         whileRunning([&] {
             dispatch().runFor(1s);
@@ -53,6 +54,7 @@ protected:
     }
 
     MacDesktop mac;
+    morvel::AppDelegate* running = nullptr;  // the one that `run` runs
 
 private:
     std::function<SettingsStore&()> settings_;
@@ -211,6 +213,41 @@ TEST_F(Host, BarsShowTheWindowsOfTheSpace) {
         mac.showSpace(1);
         wait();
         EXPECT_EQ(shown(0), Texts{"notes.txt"});
+    });
+}
+
+TEST_F(Host, APinnedApplicationOpensItsNewWindowOnTheClickedScreen) {
+    mac.launch(42, "Editor");
+    const Id old = mac.open(42, "notes.txt", {100, 100});
+    auto& world = accessibility();
+    // Menu bar, menu, item, from the inside.
+    const Id item = world.makeElement(42);
+    world.set(item, "AXTitle", makeString("New Window"));
+    world.set(item, "AXMenuItemCmdChar", makeString("N"));
+    world.set(item, "AXMenuItemCmdModifiers", makeNumber(std::int64_t{0}));
+    Id outer = item;
+    for (int i = 0; i < 3; ++i) {
+        const Id parent = world.makeElement(42);
+        world.set(parent, "AXChildren", makeArray({outer}));
+        outer = parent;
+    }
+    world.set(world.application(42), "AXMenuBar", outer);
+    runtime().script("NSWorkspace", "URLForApplicationWithBundleIdentifier:", [](Invocation& i) {
+        i.answerObject(NSURL::file("/Applications/Editor.app"));
+    });
+    run([&] {
+        Id fresh;
+        world.performed = [&](const ElementIdentity&, const std::string& action) {
+            if (action == "AXPress") fresh = mac.open(42, "Untitled", {200, 200});
+        };
+        running->pinnedItemLauncher()->click(PinnedItem::app("app.example.Editor", "Editor"), DisplayID{2});
+        wait();
+        ASSERT_TRUE(fresh);
+        EXPECT_EQ(shown(1), Texts{"Untitled"});
+        EXPECT_EQ(shown(0), Texts{"notes.txt"});
+        EXPECT_EQ(workspace().frontmost().processIdentifier(), 42);
+        wait(5s);
+        world.performed = nullptr;
     });
 }
 

@@ -42,6 +42,11 @@ void SimApp::setMenuItem(const std::string& title, const std::string& character,
 void SimApp::activate() {
     if (!running_ || isFrontmost()) return;
     desktop_.workspace_.frontmost = pid();
+    // Its newest window, when nobody has worked with any yet.
+    SimWindow* newest = nullptr;
+    for (const auto& window : windows_)
+        if (window->isOpen() && !window->isMinimized()) newest = window.get();
+    if (!focused_) setFocused(newest);
     desktop_.mainLoop_.post([this] { desktop_.workspace_.activated.emit(record_); });
     desktop_.accessibility_.notify(desktop_.accessibility_.applicationID(pid()), ax::kApplicationActivated);
 }

@@ -114,27 +114,32 @@ void XWindowServer::setSpaces(const ClientWindow& client, std::set<SpaceID> spac
     const auto desktop = spaces.size() == 1 ? desktopOf(*spaces.begin()) : std::optional(kAllDesktops);
     if (!desktop) return;
     const Asked* before = askedFor(client);
-    const bool isRequested = before ? before->desktop == *desktop : client.desktop == *desktop;
-    if (!isRequested) requests_.setDesktop(client, *desktop);
-    asked_[client.window] = {std::move(spaces), *desktop, mainLoop_.now()};
+    Asked after{std::move(spaces), *desktop, before ? before->requested : std::vector<uint32_t>{}, mainLoop_.now()};
+    if (before ? before->desktop != *desktop : client.desktop != *desktop) {
+        requests_.setDesktop(client, *desktop);
+        after.requested.push_back(*desktop);
+    }
+    asked_[client.window] = std::move(after);
 }
 
 void XWindowServer::desktopChanged(const ClientWindow& client) {
-    const auto asked = asked_.find(client.window);
-    if (asked == asked_.end()) return;
-    const bool isOnOne = asked->second.desktop != kAllDesktops;
-    const bool isReached = client.desktop == asked->second.desktop;
-    // Being on all may be the answer to an earlier request, after which this one is still to be served.
-    if (isReached ? isOnOne : client.desktop != kAllDesktops) asked_.erase(asked);
+    const auto found = asked_.find(client.window);
+    if (found == asked_.end()) return;
+    auto& [window, asked] = *found;
+    const auto answered = std::find(asked.requested.begin(), asked.requested.end(), client.desktop);
+    const bool isOurs = answered != asked.requested.end();
+    if (isOurs) asked.requested.erase(asked.requested.begin(), answered + 1);
+    const bool isTold = asked.requested.empty() && asked.desktop != kAllDesktops;
+    if (!isOurs || isTold) asked_.erase(found);
 }
 
 const XWindowServer::Asked* XWindowServer::askedFor(const ClientWindow& client) {
-    const auto asked = asked_.find(client.window);
-    if (asked == asked_.end()) return nullptr;
+    const auto found = asked_.find(client.window);
+    if (found == asked_.end()) return nullptr;
     const bool isRefused =
-        client.desktop != asked->second.desktop && mainLoop_.now() - asked->second.time > kAnswerTime;
-    if (isRefused) asked_.erase(asked);
-    return isRefused ? nullptr : &asked->second;
+        client.desktop != found->second.desktop && mainLoop_.now() - found->second.time > kAnswerTime;
+    if (isRefused) asked_.erase(found);
+    return isRefused ? nullptr : &found->second;
 }
 
 Subscription XWindowServer::observeSpaceEvents(std::function<void(uint32_t)> changed) {

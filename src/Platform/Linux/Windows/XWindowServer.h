@@ -37,8 +37,9 @@ private:
     /// Spaces that were asked for and can differ from what the window manager tells, or not tell it yet.
     struct Asked {
         std::set<SpaceID> spaces;
-        uint32_t desktop = kAllDesktops;  // what was requested
-        Instant time;
+        uint32_t desktop = kAllDesktops;  // what stands for them
+        std::vector<uint32_t> requested;  // and is not told yet, the oldest first
+        Instant time;                     // of the newest request
     };
 
     std::vector<SpaceID> allSpaces() const;
