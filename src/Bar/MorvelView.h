@@ -8,6 +8,7 @@
 #include "Bar/BarBackgroundLayer.h"
 #include "Bar/BarServices.h"
 #include "Bar/Drag/DragHighlightView.h"
+#include "Bar/LaunchStrip.h"
 #include "Bar/Layout/RunningStripArranger.h"
 #include "Bar/Layout/RunningZoneWidths.h"
 #include "Bar/Layout/WindowProjection.h"
@@ -49,6 +50,10 @@ public:
 
     bool acceptsMouse() const override { return true; }
     void rightMouseDown(const ui::MouseEvent& event) override;
+    /// Files that no button takes are pinned, wherever on the bar they are dropped.
+    bool acceptsDrag(const ui::DragPasteboard& pasteboard) const override;
+    ui::DragOperation draggingEntered(const ui::DragInfo& info) override;
+    bool performDragOperation(const ui::DragInfo& info) override;
     void windowDragEntered(const ui::DragInfo& info) override;
     void windowDragExited() override;
     void windowDragEnded() override;
@@ -62,7 +67,7 @@ private:
     void subscribeToStore();
     void subscribeToSettings();
     void schedule(Rebuild rebuild);
-    RunningStrip::Reveal reveal();
+    BarReveal reveal();
     RunningStrip::Drops drops();
     bool runningWindowDropped(const WindowID& id, size_t index);
     void installDragHighlightIfNeeded();
@@ -80,7 +85,7 @@ private:
     std::unique_ptr<DragHighlightView> dragHighlightView_;  // once it was needed
     bool isForeignDragActive_ = false;
     bool isPinnedByDrag_ = false;  // something is dragged over the bar
-    ui::StackView pinnedStack_;
+    LaunchStrip launchStrip_;
     ui::StackView systemStack_;
     ui::View divider_;
     RunningStrip running_;

@@ -75,7 +75,7 @@ std::unique_ptr<ui::PanelPeer> SimToolkit::makePanel(const ui::PanelOptions& opt
 }
 
 std::unique_ptr<ui::PopoverPeer> SimToolkit::makePopover(ui::View& content, std::function<void()> closed,
-                                                             ui::PopoverFocus) {
+                                                         ui::PopoverFocus) {
     return std::make_unique<SimPopoverPeer>(*this, content, std::move(closed));
 }
 
@@ -113,6 +113,11 @@ std::optional<std::vector<std::string>> SimToolkit::menuTitles(const std::vector
     std::vector<std::string> titles;
     for (const ui::MenuItem& item : *menu) titles.push_back(item.isSeparator ? "-" : item.title);
     return titles;
+}
+
+bool SimToolkit::canChoose(const std::string& title) const {
+    return menu_ && std::ranges::any_of(menu_->items,
+                                        [&](const ui::MenuItem& item) { return item.title == title && item.action; });
 }
 
 SimSurface* SimToolkit::surfaceOf(const ui::View& view) {
