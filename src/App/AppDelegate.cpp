@@ -89,6 +89,9 @@ BarActions AppDelegate::makeBarActions() {
         if (target != screens.end()) observerManager_->moveWindow(id, *target);
     };
     actions.app = appCommands_->actions();
+    actions.onLaunchApp = [this](const InstalledApp& app) {
+        platform_.workspace.openApplication(app.bundleURL, {.activates = true});
+    };
     actions.otherScreens = [this](DisplayID display) { return displayManager_->otherScreensExcluding(display); };
     actions.contextMenu = [this] { return buildSystemMenu(); };
     return actions;

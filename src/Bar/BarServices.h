@@ -7,6 +7,7 @@
 #include "Bar/Buttons/AppActions.h"
 #include "Bar/Buttons/OtherScreen.h"
 #include "Display/SpaceQuery.h"
+#include "Launcher/InstalledApp.h"
 #include "Platform/Icons.h"
 #include "Platform/MainLoop.h"
 #include "Platform/Screens.h"
@@ -31,6 +32,10 @@ struct BarActions {
     std::function<void(ProcessID)> onPinApp;
     std::function<void(WindowID, DisplayID)> onMoveWindow;
     AppActions app;
+    std::function<void()> onAppleMenu;
+    /// Hands over what the launcher lists, now or in a later turn.
+    std::function<void(std::function<void(std::vector<InstalledApp>)>)> installedApps;
+    std::function<void(const InstalledApp&)> onLaunchApp;
     /// The displays other than the given one, in the system's order.
     std::function<std::vector<OtherScreen>(DisplayID)> otherScreens;
     /// The menu of an empty area of a bar, made afresh each time.

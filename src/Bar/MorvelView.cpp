@@ -26,6 +26,7 @@ MorvelView::MorvelView(const BarServices& services, DisplayID screenID, std::opt
       backgroundLayer_(*this),
       pinnedStack_(ui::StackView::Axis::Horizontal, kStripSpacing),
       systemStack_(ui::StackView::Axis::Horizontal, kStripSpacing),
+      systemButtons_(services, reveal(), [this] { placeSystemButtons(); }),
       running_(services, screenID, reveal(), drops()) {
     pinnedStack_.setInsets(kBarInset, 0);
     systemStack_.setInsets(0, kBarInset);
@@ -35,6 +36,7 @@ MorvelView::MorvelView(const BarServices& services, DisplayID screenID, std::opt
     addSubview(divider_);
     addSubview(running_.stack());
     addSubview(systemStack_);
+    placeSystemButtons();
     subscribeToStore();
     subscribeToSettings();
     // Shown with its contents from the first frame on.
@@ -48,6 +50,16 @@ RunningStrip::Reveal MorvelView::reveal() {
 RunningStrip::Drops MorvelView::drops() {
     return {[this](const ui::DragPasteboard& pasteboard) { return foreignRunningWindowUUID(pasteboard); },
             [this](const WindowID& id, size_t index) { return runningWindowDropped(id, index); }};
+}
+
+// At the front of the launch strip; the running strip gets what room is left.
+void MorvelView::placeSystemButtons() {
+    const std::vector<ui::View*> buttons = systemButtons_.shown();
+    for (ui::View* button : systemButtons_.all())
+        if (!std::ranges::count(buttons, button)) button->removeFromParent();
+    for (size_t i = 0; i < buttons.size(); ++i) pinnedStack_.insertArrangedSubview(*buttons[i], i);
+    setNeedsLayout();
+    schedule(Rebuild::IfNeeded);
 }
 
 void MorvelView::subscribeToStore() {

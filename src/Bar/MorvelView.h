@@ -12,6 +12,7 @@
 #include "Bar/Layout/RunningZoneWidths.h"
 #include "Bar/Layout/WindowProjection.h"
 #include "Bar/RunningStrip.h"
+#include "Bar/SystemButtons.h"
 #include "UI/StackView.h"
 #include "UI/View.h"
 #include "Util/Lifetime.h"
@@ -63,6 +64,7 @@ private:
     void subscribeToSettings();
     void schedule(Rebuild rebuild);
     RunningStrip::Reveal reveal();
+    void placeSystemButtons();
     RunningStrip::Drops drops();
     bool runningWindowDropped(const WindowID& id, size_t index);
     void installDragHighlightIfNeeded();
@@ -81,6 +83,7 @@ private:
     ui::StackView pinnedStack_;
     ui::StackView systemStack_;
     ui::View divider_;
+    SystemButtons systemButtons_;
     RunningStrip running_;
     RunningStripArranger arranger_;
     std::optional<RunningProjection> lastRunningProjection_;
