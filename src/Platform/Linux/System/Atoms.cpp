@@ -19,6 +19,7 @@ struct Row {
 
 constexpr auto kTable = std::to_array<Row>({
     {&Atoms::utf8String, "UTF8_STRING"},
+    {&Atoms::clipboard, "CLIPBOARD"},
     {&Atoms::compoundText, "COMPOUND_TEXT"},
     {&Atoms::manager, "MANAGER"},
     {&Atoms::netSupported, "_NET_SUPPORTED"},
