@@ -14,6 +14,7 @@
 #include "sim/SimAccessibility.h"
 #include "sim/SimApp.h"
 #include "sim/SimIcons.h"
+#include "sim/SimInstalledApplications.h"
 #include "sim/SimLog.h"
 #include "sim/SimScreens.h"
 #include "sim/SimToolkit.h"
@@ -53,6 +54,7 @@ public:
     SimIcons& icons() { return icons_; }
     SimToolkit& toolkit() { return toolkit_; }
     SimWorkQueues& workQueues() { return workQueues_; }
+    SimInstalledApplications& installedApplications() { return *installedApplications_; }
     Journal& journal() { return journal_; }
 
     void run(Duration time) { mainLoop_.advance(time); }
@@ -105,6 +107,7 @@ private:
     SimIcons icons_;
     SimToolkit toolkit_{mainLoop_};
     SimWorkQueues workQueues_{mainLoop_};
+    std::shared_ptr<SimInstalledApplications> installedApplications_ = std::make_shared<SimInstalledApplications>();
     Platform platform_;
     std::vector<std::unique_ptr<SimApp>> apps_;
     std::map<ElementID, SimWindow*> windows_;       // by window element

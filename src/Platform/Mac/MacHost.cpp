@@ -1,5 +1,6 @@
 #include "Platform/Mac/MacHost.h"
 
+#include "Platform/Mac/Applications/MacInstalledApplications.h"
 #include "Platform/Mac/System/DispatchQueue.h"
 
 namespace morvel::mac {
@@ -15,7 +16,8 @@ Platform MacHost::platform() {
             system_.icons(),
             toolkit_,
             [] { NSApplication::shared().terminate(); },
-            [](const std::string& label) { return std::make_unique<DispatchQueue>(label); }};
+            [](const std::string& label) { return std::make_unique<DispatchQueue>(label); },
+            std::make_shared<MacInstalledApplications>()};
 }
 
 void MacHost::run(AppDelegate::Callbacks application) {

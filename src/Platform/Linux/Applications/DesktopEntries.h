@@ -4,18 +4,13 @@
 #include <gio/gdesktopappinfo.h>
 
 #include <map>
-#include <memory>
 #include <optional>
 #include <string>
 #include <unordered_map>
 
-namespace morvel::x11 {
+#include "Platform/Linux/System/GLibPointers.h"
 
-struct UnrefObject {
-    void operator()(gpointer object) const { g_object_unref(object); }
-};
-template <class T>
-using GPtr = std::unique_ptr<T, UnrefObject>;
+namespace morvel::x11 {
 
 struct DesktopEntry {
     std::string id;    ///< without ".desktop"
