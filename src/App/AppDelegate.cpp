@@ -61,6 +61,8 @@ void AppDelegate::startCore() {
     observerManager_->adoptFocus();
     appCommands_ = std::make_unique<AppCommands>(platform_.workspace, platform_.mainLoop);
     spaceQuery_ = std::make_unique<SpaceQuery>(platform_.windowServer, platform_.screens);
+    installedApps_ = std::make_unique<InstalledAppsLoader>(platform_.installedApplications, platform_.mainLoop,
+                                                           platform_.makeWorkQueue("app.morvel.installed-apps"));
     iconCache_ = std::make_unique<IconCache>(platform_.icons, platform_.mainLoop);
     barActions_ = makeBarActions();
     displayManager_ = std::make_unique<DisplayManager>(
@@ -89,6 +91,7 @@ BarActions AppDelegate::makeBarActions() {
         if (target != screens.end()) observerManager_->moveWindow(id, *target);
     };
     actions.app = appCommands_->actions();
+    actions.installedApps = [this](InstalledAppsLoader::Use use) { installedApps_->apps(std::move(use)); };
     actions.onLaunchApp = [this](const InstalledApp& app) {
         platform_.workspace.openApplication(app.bundleURL, {.activates = true});
     };

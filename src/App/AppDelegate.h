@@ -7,6 +7,7 @@
 #include "Bar/Buttons/AppCommands.h"
 #include "Display/DisplayManager.h"
 #include "Display/SpaceQuery.h"
+#include "Launcher/InstalledAppsLoader.h"
 #include "Permissions/AXPermissionGate.h"
 #include "Permissions/PermissionWindow.h"
 #include "Platform/Platform.h"
@@ -53,6 +54,7 @@ private:
     std::unique_ptr<AXObserverManager> observerManager_;
     std::unique_ptr<AppCommands> appCommands_;
     std::unique_ptr<SpaceQuery> spaceQuery_;
+    std::unique_ptr<InstalledAppsLoader> installedApps_;
     std::unique_ptr<IconCache> iconCache_;
     BarActions barActions_;
     std::unique_ptr<DisplayManager> displayManager_;

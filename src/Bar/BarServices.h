@@ -34,7 +34,7 @@ struct BarActions {
     AppActions app;
     std::function<void()> onAppleMenu;
     /// Hands over what the launcher lists, now or in a later turn.
-    std::function<void(std::function<void(std::vector<InstalledApp>)>)> installedApps;
+    std::function<void(std::function<void(const std::vector<InstalledApp>&)>)> installedApps;
     std::function<void(const InstalledApp&)> onLaunchApp;
     /// The displays other than the given one, in the system's order.
     std::function<std::vector<OtherScreen>(DisplayID)> otherScreens;

@@ -42,7 +42,8 @@ void LauncherList::showRows() {
     }
     for (size_t place = first_; place < end_; ++place) {
         LauncherRow& row = rowFor(place);
-        row.setFrame({0, topOf(place), visible_.width, LauncherRow::kHeight});
+        row.setFrame({LauncherRow::kMargin, topOf(place), std::max(0.0, visible_.width - 2 * LauncherRow::kMargin),
+                      LauncherRow::kHeight});
         row.show(entries_[place]->displayName, entries_[place]->bundleURL,
                  place == selected_ ? RowState::Selected : RowState::Plain);
     }

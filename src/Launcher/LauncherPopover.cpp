@@ -28,8 +28,8 @@ void LauncherPopover::show(ui::View& anchor, MorvelEdge barEdge) {
     popover_.show(anchor, popoverEdge(barEdge), kSize);
     outsidePresses_ = toolkit_.observeOutsidePresses([this] { close(); });
     if (bindings_.apps)
-        bindings_.apps(view_->whileAlive([view = view_.get()](std::vector<InstalledApp> apps) {
-            view->setApps(std::move(apps));
+        bindings_.apps(view_->whileAlive([view = view_.get()](const std::vector<InstalledApp>& apps) {
+            view->setApps(apps);
         }));
 }
 

@@ -16,7 +16,7 @@ namespace morvel {
 /// A function that is not set does nothing.
 struct LauncherBindings {
     /// Hands over the installed applications, now or in a later turn.
-    std::function<void(std::function<void(std::vector<InstalledApp>)>)> apps;
+    std::function<void(std::function<void(const std::vector<InstalledApp>&)>)> apps;
     std::function<void(const InstalledApp&)> open;
     /// Called in pairs, to keep the bar shown meanwhile.
     std::function<void()> onWillShow;

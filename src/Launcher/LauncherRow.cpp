@@ -9,7 +9,7 @@ namespace morvel {
 
 namespace {
 
-constexpr double kInset = 8;  // before the icon, between icon and name, and after the name
+constexpr double kInset = 8;  // of the contents from the list's edges, and between icon and name
 constexpr double kIconSize = 20;
 constexpr double kCornerRadius = 5;  // of the highlight
 
@@ -61,11 +61,11 @@ void LauncherRow::mouseExited() {
 }
 
 void LauncherRow::layout() {
-    iconView_.setFrame({kInset, (frame().height - kIconSize) / 2, kIconSize, kIconSize});
+    iconView_.setFrame({kInset - kMargin, (frame().height - kIconSize) / 2, kIconSize, kIconSize});
     const double x = iconView_.frame().maxX() + kInset;
     const double height = nameLabel_.intrinsicSize().height;
     nameLabel_.setFrame(
-        {x, (frame().height - height) / 2, std::max(0.0, frame().width - kInset - x), height});
+        {x, (frame().height - height) / 2, std::max(0.0, frame().width - kInset + kMargin - x), height});
 }
 
 }  // namespace morvel

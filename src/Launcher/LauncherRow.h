@@ -16,6 +16,7 @@ enum class RowState { Plain, Selected };
 class LauncherRow : public ui::View {
 public:
     static constexpr double kHeight = 28;  ///< in points
+    static constexpr double kMargin = 4;   ///< between the highlight and the list's edges
 
     /// Both outlive the row. `onClick` may destroy it.
     LauncherRow(ui::Toolkit& toolkit, IconCache& icons, std::function<void(const LauncherRow&)> onClick);
