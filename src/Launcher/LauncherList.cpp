@@ -31,8 +31,8 @@ void LauncherList::showRows() {
     first_ = bounded(std::floor(visible_.minY() / LauncherRow::kHeight));
     end_ = bounded(std::ceil(visible_.maxY() / LauncherRow::kHeight));
     while (rows_.size() < end_ - first_) {
-        rows_.push_back(std::make_unique<LauncherRow>(
-            toolkit_, icons_, [this](const LauncherRow& row) { rowClicked(row); }));
+        rows_.push_back(
+            std::make_unique<LauncherRow>(toolkit_, icons_, [this](const LauncherRow& row) { rowClicked(row); }));
         addSubview(*rows_.back());
     }
     for (size_t i = 0; i < rows_.size(); ++i) {

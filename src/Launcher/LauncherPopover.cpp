@@ -16,7 +16,8 @@ LauncherPopover::LauncherPopover(ui::Toolkit& toolkit, IconCache& icons, Launche
     : toolkit_(toolkit),
       icons_(icons),
       bindings_(std::move(bindings)),
-      popover_(toolkit, content_, [this] { didClose(); }, ui::PopoverFocus::Keyboard) {}
+      popover_(
+          toolkit, content_, [this] { didClose(); }, ui::PopoverFocus::Keyboard) {}
 
 void LauncherPopover::show(ui::View& anchor, MorvelEdge barEdge) {
     const bool wasShown = popover_.isShown();
@@ -28,9 +29,8 @@ void LauncherPopover::show(ui::View& anchor, MorvelEdge barEdge) {
     popover_.show(anchor, popoverEdge(barEdge), kSize);
     outsidePresses_ = toolkit_.observeOutsidePresses([this] { close(); });
     if (bindings_.apps)
-        bindings_.apps(view_->whileAlive([view = view_.get()](const std::vector<InstalledApp>& apps) {
-            view->setApps(apps);
-        }));
+        bindings_.apps(
+            view_->whileAlive([view = view_.get()](const std::vector<InstalledApp>& apps) { view->setApps(apps); }));
 }
 
 void LauncherPopover::launch(const InstalledApp& app) {

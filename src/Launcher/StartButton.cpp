@@ -61,8 +61,7 @@ void StartButton::setHovered(bool isHovered) {
 }
 
 void StartButton::layout() {
-    iconView_.setFrame(
-        {(frame().width - kIconSize) / 2, (frame().height - kIconSize) / 2, kIconSize, kIconSize});
+    iconView_.setFrame({(frame().width - kIconSize) / 2, (frame().height - kIconSize) / 2, kIconSize, kIconSize});
 }
 
 }  // namespace morvel

@@ -26,7 +26,8 @@ Subscription IconCache::icon(const std::optional<std::string>& bundleID, Process
 
 Subscription IconCache::fileIcon(const std::string& path, Delivery deliver) {
     // No bundle identifier has a colon or a slash.
-    return request("file:" + path, [this, path] { return icons_.fileIcon(path); }, std::move(deliver));
+    return request(
+        "file:" + path, [this, path] { return icons_.fileIcon(path); }, std::move(deliver));
 }
 
 Subscription IconCache::request(const std::string& wanted, Load load, Delivery deliver) {

@@ -65,7 +65,8 @@ void ScrollView::apply() {
     const double most = maxOffset();
     scroller_.setHidden(most <= 0);
     if (most <= 0) return;
-    const double length = std::clamp(track * frame().height / documentHeight(), std::min(kShortestScroller, track), track);
+    const double length =
+        std::clamp(track * frame().height / documentHeight(), std::min(kShortestScroller, track), track);
     scroller_.setFrame({frame().width - kScrollerInset - kScrollerWidth,
                         kScrollerInset + (track - length) * offset_ / most, kScrollerWidth, length});
 }

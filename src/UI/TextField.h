@@ -15,8 +15,8 @@ enum class TextCommand { MoveUp, MoveDown, PageUp, PageDown, Confirm, Cancel };
 /// The first text field of a popover that takes the keyboard is the one that is typed into.
 class TextField : public View {
 public:
-    static constexpr double kHeight = 22;   ///< of a rounded-border field at its font
-    static constexpr double kPadding = 7;   ///< points between the border and the text, at either end
+    static constexpr double kHeight = 22;  ///< of a rounded-border field at its font
+    static constexpr double kPadding = 7;  ///< points between the border and the text, at either end
     static constexpr double kRadius = 5;
 
     explicit TextField(std::string placeholder) : placeholder_(std::move(placeholder)) {

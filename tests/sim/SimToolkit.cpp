@@ -75,7 +75,7 @@ std::unique_ptr<ui::PanelPeer> SimToolkit::makePanel(const ui::PanelOptions& opt
 }
 
 std::unique_ptr<ui::PopoverPeer> SimToolkit::makePopover(ui::View& content, std::function<void()> closed,
-                                                             ui::PopoverFocus focus) {
+                                                         ui::PopoverFocus focus) {
     return std::make_unique<SimPopoverPeer>(*this, content, std::move(closed), focus);
 }
 

@@ -12,8 +12,8 @@
 namespace morvel::x11 {
 
 /// Closes only when told to, but one with the keyboard also at a press in another window of this program, except on its
-/// anchor, which decides for itself. What is higher than the monitor has room for is turned with the wheel. An anchor that is
-/// in no window cannot be shown beside: the popover counts as closed then.
+/// anchor, which decides for itself. What is higher than the monitor has room for is turned with the wheel. An anchor
+/// that is in no window cannot be shown beside: the popover counts as closed then.
 class PopoverWindow : public ui::PopoverPeer {
 public:
     /// The context and the content outlive it.

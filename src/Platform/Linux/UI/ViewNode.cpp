@@ -4,8 +4,7 @@ namespace morvel::x11 {
 
 PangoLayout* ViewNode::layout(TextLayouts& layouts, const ui::Label& label, double width) {
     layout(layouts, std::string_view(label.text()).substr(0, kMaxShownBytes), label.font(), width);
-    if (label.alignment() == ui::TextAlignment::Center)
-        pango_layout_set_alignment(layout_.get(), PANGO_ALIGN_CENTER);
+    if (label.alignment() == ui::TextAlignment::Center) pango_layout_set_alignment(layout_.get(), PANGO_ALIGN_CENTER);
     return layout_.get();
 }
 

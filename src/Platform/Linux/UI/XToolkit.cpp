@@ -36,7 +36,7 @@ std::unique_ptr<ui::PanelPeer> XToolkit::makePanel(const ui::PanelOptions& optio
 }
 
 std::unique_ptr<ui::PopoverPeer> XToolkit::makePopover(ui::View& content, std::function<void()> closed,
-                                                           ui::PopoverFocus focus) {
+                                                       ui::PopoverFocus focus) {
     return std::make_unique<PopoverWindow>(context_, content, std::move(closed), focus);
 }
 

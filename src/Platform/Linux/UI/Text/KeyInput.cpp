@@ -26,9 +26,9 @@ bool startsSequence(xkb_keysym_t symbol) {
 }
 
 xkb_keymap* keymapOf(xcb_connection_t* connection, xkb_context* context) {
-    if (!context || !xkb_x11_setup_xkb_extension(connection, XKB_X11_MIN_MAJOR_XKB_VERSION,
-                                                 XKB_X11_MIN_MINOR_XKB_VERSION, XKB_X11_SETUP_XKB_EXTENSION_NO_FLAGS,
-                                                 nullptr, nullptr, nullptr, nullptr))
+    if (!context ||
+        !xkb_x11_setup_xkb_extension(connection, XKB_X11_MIN_MAJOR_XKB_VERSION, XKB_X11_MIN_MINOR_XKB_VERSION,
+                                     XKB_X11_SETUP_XKB_EXTENSION_NO_FLAGS, nullptr, nullptr, nullptr, nullptr))
         return nullptr;
     const int32_t device = xkb_x11_get_core_keyboard_device_id(connection);
     return device < 0 ? nullptr
@@ -48,7 +48,8 @@ KeyStroke KeyInput::stroke(const xcb_key_press_event_t& event) {
     KeyStroke stroke;
     if (!state_) return stroke;
     // The event tells the modifiers as they were when the key went down.
-    xkb_state_update_mask(state_.get(), event.state & kModifiers, 0, 0, 0, 0, (event.state >> kGroupShift) & kGroupMask);
+    xkb_state_update_mask(state_.get(), event.state & kModifiers, 0, 0, 0, 0,
+                          (event.state >> kGroupShift) & kGroupMask);
     const auto isActive = [this](const char* modifier) {
         return xkb_state_mod_name_is_active(state_.get(), modifier, XKB_STATE_MODS_EFFECTIVE) > 0;
     };

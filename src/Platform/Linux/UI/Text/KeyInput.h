@@ -16,8 +16,8 @@ struct KeyStroke {
     std::string text;  ///< UTF-8; empty for a key that types nothing, or not yet
 };
 
-/// The keyboard's layout as it is when made, which asks the server and waits for its answers: a millisecond or two, once
-/// for each time that something opens to be typed into. Main thread only.
+/// The keyboard's layout as it is when made, which asks the server and waits for its answers: a millisecond or two,
+/// once for each time that something opens to be typed into. Main thread only.
 class KeyInput {
 public:
     explicit KeyInput(xcb_connection_t* connection);
