@@ -40,7 +40,9 @@ void AppDelegate::askForPermission(std::function<void()> granted) {
 }
 
 void AppDelegate::applicationWillTerminate() {
-    // Every store writes through at once; the bars go with us.
+    // Every store writes through at once; the bars go with us. On some systems the process ends without taking anything
+    // apart, and what was lent to a Space must not stay there.
+    pinnedItemLauncher_.reset();
 }
 
 void AppDelegate::startCore() {
@@ -61,8 +63,7 @@ void AppDelegate::startCore() {
     observerManager_->adoptFocus();
     appCommands_ = std::make_unique<AppCommands>(platform_.workspace, platform_.mainLoop);
     spaceQuery_ = std::make_unique<SpaceQuery>(platform_.windowServer, platform_.screens);
-    installedApps_ = std::make_unique<InstalledAppsLoader>(platform_.installedApplications, platform_.mainLoop,
-                                                           platform_.makeWorkQueue("app.morvel.installed-apps"));
+    makeLaunchers();
     iconCache_ = std::make_unique<IconCache>(platform_.icons, platform_.mainLoop);
     barActions_ = makeBarActions();
     displayManager_ = std::make_unique<DisplayManager>(
@@ -71,6 +72,15 @@ void AppDelegate::startCore() {
         platform_.windowServer, platform_.workspace);
     displayManager_->start();
     subscribeToSettings();
+}
+
+void AppDelegate::makeLaunchers() {
+    pinnedItemLauncher_ = std::make_unique<PinnedItemLauncher>(
+        PinnedItemLauncher::System{platform_.mainLoop, platform_.workspace, platform_.accessibility, platform_.screens,
+                                   *spaceQuery_},
+        *windowStore_, [this](WindowID id, const Screen& to) { observerManager_->moveWindow(id, to); });
+    installedApps_ = std::make_unique<InstalledAppsLoader>(platform_.installedApplications, platform_.mainLoop,
+                                                           platform_.makeWorkQueue("installed applications"));
 }
 
 void AppDelegate::subscribeToSettings() {
@@ -89,6 +99,12 @@ BarActions AppDelegate::makeBarActions() {
         const std::vector<Screen> screens = platform_.screens.screens();
         const auto target = std::ranges::find(screens, std::optional(display), &Screen::displayID);
         if (target != screens.end()) observerManager_->moveWindow(id, *target);
+    };
+    actions.onClickPinnedItem = [this](const PinnedItem& item, DisplayID display) {
+        if (pinnedItemLauncher_) pinnedItemLauncher_->click(item, display);
+    };
+    actions.onLaunchNewPinnedInstance = [this](const PinnedItem& item, DisplayID display) {
+        if (pinnedItemLauncher_) pinnedItemLauncher_->launchNewInstance(item, display);
     };
     actions.app = appCommands_->actions();
     actions.installedApps = [this](InstalledAppsLoader::Use use) { installedApps_->apps(std::move(use)); };

@@ -8,6 +8,7 @@
 #include "Display/DisplayManager.h"
 #include "Display/SpaceQuery.h"
 #include "Launcher/InstalledAppsLoader.h"
+#include "Launcher/PinnedItemLauncher.h"
 #include "Permissions/AXPermissionGate.h"
 #include "Permissions/PermissionWindow.h"
 #include "Platform/Platform.h"
@@ -42,6 +43,7 @@ private:
     /// Shows the permission window until the permission is there.
     void askForPermission(std::function<void()> granted);
     BarActions makeBarActions();
+    void makeLaunchers();
     void subscribeToSettings();
 
     Platform platform_;
@@ -54,6 +56,7 @@ private:
     std::unique_ptr<AXObserverManager> observerManager_;
     std::unique_ptr<AppCommands> appCommands_;
     std::unique_ptr<SpaceQuery> spaceQuery_;
+    std::unique_ptr<PinnedItemLauncher> pinnedItemLauncher_;
     std::unique_ptr<InstalledAppsLoader> installedApps_;
     std::unique_ptr<IconCache> iconCache_;
     BarActions barActions_;

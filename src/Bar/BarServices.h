@@ -8,6 +8,7 @@
 #include "Bar/Buttons/OtherScreen.h"
 #include "Display/SpaceQuery.h"
 #include "Launcher/InstalledApp.h"
+#include "Pinned/PinnedItem.h"
 #include "Platform/Icons.h"
 #include "Platform/MainLoop.h"
 #include "Platform/Screens.h"
@@ -31,6 +32,9 @@ struct BarActions {
     std::function<void(WindowID)> onClose;
     std::function<void(ProcessID)> onPinApp;
     std::function<void(WindowID, DisplayID)> onMoveWindow;
+    /// The display is that of the bar that was clicked.
+    std::function<void(const PinnedItem&, DisplayID)> onClickPinnedItem;
+    std::function<void(const PinnedItem&, DisplayID)> onLaunchNewPinnedInstance;
     AppActions app;
     std::function<void()> onAppleMenu;
     /// Hands over what the launcher lists, now or in a later turn.

@@ -93,6 +93,9 @@ private:
     AXError performed(ElementID id, std::string_view action);
     SimWindow* windowOf(ElementID id);
     std::optional<DisplayID> displayAt(Point<AXSpace> point) const;
+    /// An application that is not running, or is started once more, comes with a window.
+    void opened(const std::string& path, const OpenApplication& how);
+    void openedInFinder(const std::string& path);
     void addDisplaySpaces(DisplayID display);
     void rescueWindows();
 
@@ -112,6 +115,7 @@ private:
     std::vector<std::unique_ptr<SimApp>> apps_;
     std::map<ElementID, SimWindow*> windows_;       // by window element
     std::map<ElementID, SimWindow*> closeButtons_;  // by button element
+    std::map<ElementID, std::function<AXError()>> menuItems_;
     int32_t lastPID_ = 100;
     uint64_t lastInstance_ = 0;
     uint32_t lastNumber_ = 10;

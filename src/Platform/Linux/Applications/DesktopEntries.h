@@ -17,6 +17,7 @@ struct DesktopEntry {
     std::string name;  ///< in the person's language
     std::string path;
     std::string icon;  ///< a name of the icon theme or an absolute path; empty where it has none
+    std::string newWindowAction;  ///< the additional action that opens a window; empty where it has none
 };
 
 /// Main thread only. Entries are read when they are first asked for. All of them are read only when a program's name
@@ -29,6 +30,8 @@ public:
     DesktopEntries& operator=(const DesktopEntries&) = delete;
 
     std::optional<DesktopEntry> find(const std::string& id);
+    /// The application that files of this content type are opened with, as its windows are known.
+    std::optional<DesktopEntry> findForType(const std::string& contentType);
     std::optional<DesktopEntry> findForClass(const std::string& classInstance, const std::string& className);
 
 private:

@@ -87,6 +87,7 @@ XConnection::XConnection(xcb_connection_t* connection, int screenNumber, Log& lo
 XConnection::~XConnection() {
     g_source_destroy(source_);
     g_source_unref(source_);
+    xcb_flush(connection_);  // what was asked for at the end counts
     xcb_disconnect(connection_);
 }
 

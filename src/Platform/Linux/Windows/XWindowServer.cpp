@@ -12,6 +12,9 @@ constexpr uint32_t kWindowChangedSpace = 2;
 constexpr int kOrdinaryLayer = 0, kDockLayer = 20, kDesktopLayer = -20;
 constexpr int64_t kUserSpace = 0;
 
+/// A window manager that has not done it by then does not do it.
+constexpr Duration kAnswerTime = std::chrono::seconds(1);
+
 SpaceID spaceOf(uint32_t desktop) {
     return SpaceID(uint64_t{desktop} + 1);
 }
@@ -35,12 +38,16 @@ int layer(const ClientWindow& client) {
 
 }  // namespace
 
-XWindowServer::XWindowServer(RootState& root, ClientWindows& clients, WindowRequests& requests, XScreens& screens)
-    : root_(root), clients_(clients), requests_(requests), screens_(screens) {
+XWindowServer::XWindowServer(MainLoop& mainLoop, RootState& root, ClientWindows& clients, WindowRequests& requests,
+                             XScreens& screens)
+    : mainLoop_(mainLoop), root_(root), clients_(clients), requests_(requests), screens_(screens) {
     subscriptions_.push_back(root_.observeDesktops([this] { events_.emit(kSpaceSwitched); }));
     // Whoever shows the windows of a Space has to look again, as after a switch.
-    subscriptions_.push_back(clients_.observe([this](const ClientWindow&, ClientChange change) {
-        if (change == ClientChange::Desktop) events_.emit(kWindowChangedSpace);
+    subscriptions_.push_back(clients_.observe([this](const ClientWindow& client, ClientChange change) {
+        if (change == ClientChange::Removed) asked_.erase(client.window);
+        if (change != ClientChange::Desktop) return;
+        desktopChanged(client);
+        events_.emit(kWindowChangedSpace);
     }));
 }
 
@@ -71,6 +78,7 @@ std::optional<std::vector<ManagedDisplay>> XWindowServer::managedDisplaySpaces()
 std::optional<std::vector<SpaceID>> XWindowServer::spacesOf(WindowNumber window) {
     const ClientWindow* client = clients_.find(window.value);
     if (!client) return std::nullopt;
+    if (const Asked* asked = askedFor(*client)) return std::vector(asked->spaces.begin(), asked->spaces.end());
     // A window manager that does not say knows no workspaces, so the window is wherever the person is.
     if (!client->desktop || *client->desktop == kAllDesktops) return allSpaces();
     return std::vector{spaceOf(*client->desktop)};
@@ -78,25 +86,55 @@ std::optional<std::vector<SpaceID>> XWindowServer::spacesOf(WindowNumber window)
 
 void XWindowServer::addToSpaces(WindowNumber window, const std::vector<SpaceID>& spaces) {
     const ClientWindow* client = clients_.find(window.value);
-    if (!client || spaces.empty() || client->desktop == kAllDesktops) return;
-    const bool isOnlyWhereItIs =
-        std::all_of(spaces.begin(), spaces.end(), [&](SpaceID space) { return desktopOf(space) == client->desktop; });
-    if (!isOnlyWhereItIs) requests_.setDesktop(*client, kAllDesktops);
+    if (!client || spaces.empty() || !client->desktop) return;
+    const auto before = spacesOf(window).value_or(std::vector<SpaceID>{});
+    std::set<SpaceID> after(before.begin(), before.end());
+    after.insert(spaces.begin(), spaces.end());
+    if (after.size() != before.size()) setSpaces(*client, std::move(after));
 }
 
 void XWindowServer::removeFromSpaces(WindowNumber window, const std::vector<SpaceID>& spaces) {
     const ClientWindow* client = clients_.find(window.value);
-    if (!client || client->desktop != kAllDesktops) return;
-    std::vector<SpaceID> left = allSpaces();
-    std::erase_if(left, [&](SpaceID space) { return std::find(spaces.begin(), spaces.end(), space) != spaces.end(); });
-    if (left.empty() || left.size() == allSpaces().size()) return;
-    if (const auto desktop = desktopOf(left.front())) requests_.setDesktop(*client, *desktop);
+    if (!client || !client->desktop) return;
+    const auto before = spacesOf(window).value_or(std::vector<SpaceID>{});
+    std::set<SpaceID> after(before.begin(), before.end());
+    for (const SpaceID space : spaces) after.erase(space);
+    if (after.empty() || after.size() == before.size()) return;
+    // On all but some it cannot be, unless those were ours to begin with.
+    if (!askedFor(*client)) after = {*after.begin()};
+    setSpaces(*client, std::move(after));
 }
 
 void XWindowServer::moveToSpace(WindowNumber window, SpaceID space) {
     const ClientWindow* client = clients_.find(window.value);
-    const auto desktop = desktopOf(space);
-    if (client && desktop && client->desktop != *desktop) requests_.setDesktop(*client, *desktop);
+    if (client && spacesOf(window) != std::vector{space}) setSpaces(*client, {space});
+}
+
+void XWindowServer::setSpaces(const ClientWindow& client, std::set<SpaceID> spaces) {
+    const auto desktop = spaces.size() == 1 ? desktopOf(*spaces.begin()) : std::optional(kAllDesktops);
+    if (!desktop) return;
+    const Asked* before = askedFor(client);
+    const bool isRequested = before ? before->desktop == *desktop : client.desktop == *desktop;
+    if (!isRequested) requests_.setDesktop(client, *desktop);
+    asked_[client.window] = {std::move(spaces), *desktop, mainLoop_.now()};
+}
+
+void XWindowServer::desktopChanged(const ClientWindow& client) {
+    const auto asked = asked_.find(client.window);
+    if (asked == asked_.end()) return;
+    const bool isOnOne = asked->second.desktop != kAllDesktops;
+    const bool isReached = client.desktop == asked->second.desktop;
+    // Being on all may be the answer to an earlier request, after which this one is still to be served.
+    if (isReached ? isOnOne : client.desktop != kAllDesktops) asked_.erase(asked);
+}
+
+const XWindowServer::Asked* XWindowServer::askedFor(const ClientWindow& client) {
+    const auto asked = asked_.find(client.window);
+    if (asked == asked_.end()) return nullptr;
+    const bool isRefused =
+        client.desktop != asked->second.desktop && mainLoop_.now() - asked->second.time > kAnswerTime;
+    if (isRefused) asked_.erase(asked);
+    return isRefused ? nullptr : &asked->second;
 }
 
 Subscription XWindowServer::observeSpaceEvents(std::function<void(uint32_t)> changed) {
