@@ -64,6 +64,7 @@ TEST(LauncherScenario, OpensWithThePressListsWhatIsInstalledAndStartsIt) {
     desktop.toolkit().type("mai");
     desktop.toolkit().give(ui::TextCommand::Confirm);
     EXPECT_FALSE(desktop.isLauncherOpen());
+    EXPECT_EQ(desktop.journal().texts().back(), "openApplication /Applications/Mail.app activates");
 
     // Gone from the disk since it was listed: it simply does not open.
     desktop.click(desktop.startButton());
