@@ -49,6 +49,7 @@ void AppDelegate::startCore() {
     windowStore_ =
         std::make_unique<WindowStore>(mint_, [this](ProcessID pid) { return platform_.workspace.isProcessAlive(pid); });
     settings_ = std::make_unique<SettingsStore>(platform_.defaults);
+    pinnedStore_ = std::make_unique<PinnedAppsStore>(platform_.defaults);
     observerManager_ = std::make_unique<AXObserverManager>(
         AXObserverManager::System{platform_.mainLoop, platform_.log, platform_.accessibility, platform_.windowServer,
                                   platform_.workspace, platform_.screens},
@@ -68,7 +69,8 @@ void AppDelegate::startCore() {
     barActions_ = makeBarActions();
     displayManager_ = std::make_unique<DisplayManager>(
         BarServices{platform_.toolkit, platform_.mainLoop, platform_.screens, platform_.icons, *spaceQuery_,
-                    *windowStore_, *settings_, *iconCache_, mint_, barActions_},
+                    *windowStore_, *settings_, *pinnedStore_, *platform_.installedApplications, *iconCache_, mint_,
+                    barActions_},
         platform_.windowServer, platform_.workspace);
     displayManager_->start();
     subscribeToSettings();
@@ -95,6 +97,7 @@ BarActions AppDelegate::makeBarActions() {
     actions.onClickRunningWindow = [this](WindowID id) { observerManager_->clickWindow(id); };
     actions.onMinimizeWindow = [this](WindowID id) { observerManager_->minimizeWindow(id); };
     actions.onClose = [this](WindowID id) { observerManager_->closeWindow(id); };
+    actions.onPinApp = [this](ProcessID pid) { pinApplication(pid); };
     actions.onMoveWindow = [this](WindowID id, DisplayID display) {
         const std::vector<Screen> screens = platform_.screens.screens();
         const auto target = std::ranges::find(screens, std::optional(display), &Screen::displayID);
@@ -114,6 +117,12 @@ BarActions AppDelegate::makeBarActions() {
     actions.otherScreens = [this](DisplayID display) { return displayManager_->otherScreensExcluding(display); };
     actions.contextMenu = [this] { return buildSystemMenu(); };
     return actions;
+}
+
+/// Under the name that its buttons show. What has no bundle identifier could not be found again.
+void AppDelegate::pinApplication(ProcessID pid) {
+    for (const WindowSnapshot& window : windowStore_->snapshot(pid))
+        if (window.bundleID) return pinnedStore_->pinApp(*window.bundleID, window.appName);
 }
 
 ui::Menu AppDelegate::buildSystemMenu() const {

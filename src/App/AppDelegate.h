@@ -11,6 +11,7 @@
 #include "Launcher/PinnedItemLauncher.h"
 #include "Permissions/AXPermissionGate.h"
 #include "Permissions/PermissionWindow.h"
+#include "Pinned/PinnedAppsStore.h"
 #include "Platform/Platform.h"
 #include "Settings/SettingsStore.h"
 #include "Theme/IconCache.h"
@@ -35,6 +36,7 @@ public:
     /// The following exist once the core has started, and are null before.
     const WindowStore* windowStore() const { return windowStore_.get(); }
     SettingsStore* settings() { return settings_.get(); }
+    PinnedAppsStore* pinnedStore() { return pinnedStore_.get(); }
     DisplayManager* displayManager() { return displayManager_.get(); }
 
 private:
@@ -43,6 +45,7 @@ private:
     /// Shows the permission window until the permission is there.
     void askForPermission(std::function<void()> granted);
     BarActions makeBarActions();
+    void pinApplication(ProcessID pid);
     void makeLaunchers();
     void subscribeToSettings();
 
@@ -53,6 +56,7 @@ private:
     // In the order of creation: what comes later uses what comes before.
     std::unique_ptr<WindowStore> windowStore_;
     std::unique_ptr<SettingsStore> settings_;
+    std::unique_ptr<PinnedAppsStore> pinnedStore_;
     std::unique_ptr<AXObserverManager> observerManager_;
     std::unique_ptr<AppCommands> appCommands_;
     std::unique_ptr<SpaceQuery> spaceQuery_;

@@ -8,8 +8,9 @@
 #include "Bar/Buttons/OtherScreen.h"
 #include "Display/SpaceQuery.h"
 #include "Launcher/InstalledApp.h"
-#include "Pinned/PinnedItem.h"
+#include "Pinned/PinnedAppsStore.h"
 #include "Platform/Icons.h"
+#include "Platform/InstalledApplications.h"
 #include "Platform/MainLoop.h"
 #include "Platform/Screens.h"
 #include "Settings/SettingsStore.h"
@@ -55,6 +56,8 @@ struct BarServices {
     SpaceQuery& spaceQuery;
     WindowStore& store;
     SettingsStore& settings;
+    PinnedAppsStore& pinned;
+    InstalledApplications& installedApplications;
     IconCache& iconCache;
     WindowIDMint& mint;
     const BarActions& actions;

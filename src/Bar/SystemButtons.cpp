@@ -4,7 +4,7 @@
 
 namespace morvel {
 
-SystemButtons::SystemButtons(const BarServices& services, RunningStrip::Reveal reveal, std::function<void()> changed)
+SystemButtons::SystemButtons(const BarServices& services, BarReveal reveal, std::function<void()> changed)
     : services_(services),
       startButton_(services.icons, StartButton::Kind::Start, [this](ui::View&) { startClicked(); }),
       appleMenuButton_(services.icons, StartButton::Kind::AppleMenu,

@@ -1,12 +1,11 @@
 // The system buttons at the front of a bar, and the launcher that opens from one of them.
 #pragma once
 
-#include <array>
 #include <functional>
 #include <vector>
 
+#include "Bar/BarReveal.h"
 #include "Bar/BarServices.h"
-#include "Bar/RunningStrip.h"
 #include "Launcher/LauncherPopover.h"
 #include "Launcher/StartButton.h"
 
@@ -16,11 +15,10 @@ namespace morvel {
 class SystemButtons {
 public:
     /// `changed` is called when other buttons are to be shown than before.
-    SystemButtons(const BarServices& services, RunningStrip::Reveal reveal, std::function<void()> changed);
+    SystemButtons(const BarServices& services, BarReveal reveal, std::function<void()> changed);
 
     /// In their order from the leading end.
     std::vector<ui::View*> shown();
-    std::array<ui::View*, 2> all() { return {&startButton_, &appleMenuButton_}; }
 
 private:
     void startClicked();

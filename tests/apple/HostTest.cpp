@@ -339,6 +339,62 @@ TEST_F(Host, ButtonsAreDraggedWithinABarAndToTheOther) {
     });
 }
 
+TEST_F(Host, PinnedItemsAreShownMovedAndKept) {
+    mac.launch(42, "Editor");
+    mac.open(42, "notes.txt", {100, 100});
+    const auto dot = [](const NSView& bar) {
+        const objc::AutoreleasePool pool;
+        display(bar);
+        const NSView button = MacDesktop::button(bar, "Editor");
+        return !property<bool>(button.subviews().elements<NSView>().back().raw(), "hidden");
+    };
+    run([&] {
+        whenMenuPopsUp([&](const NSMenu& menu) { EXPECT_TRUE(choose(itemTitled(menu, "Pin App to Morvel"))); });
+        ASSERT_TRUE(MacDesktop::rightClickButton(content(0), "notes.txt"));
+        wait();
+        EXPECT_EQ(shown(0), (Texts{"Editor", "notes.txt"}));
+        EXPECT_EQ(shown(1), Texts{"Editor"}) << "on every bar";
+        EXPECT_TRUE(dot(content(0)));
+        {
+            DragOver drag(makeFiles({"/Users/me/Documents"}));
+            CGPoint behind = middle(1, "Editor");
+            behind.x += 5;
+            EXPECT_EQ(drag.moveTo(content(1), behind), NSDragOperationCopy);
+            EXPECT_TRUE(drag.drop());
+        }
+        EXPECT_EQ(shown(0), (Texts{"Editor", "Documents", "notes.txt"}));
+        ASSERT_TRUE(MacDesktop::pullButton(content(0), "Documents"));
+        ASSERT_TRUE(ownDrag());
+        {
+            DragOver drag(pasteboardOfOwnDrag());
+            CGPoint front = middle(0, "Editor");
+            front.x -= 12;
+            drag.moveTo(content(0), front);
+            EXPECT_EQ(drag.moveTo(content(0), front), NSDragOperationMove);
+            EXPECT_TRUE(drag.drop());
+        }
+        endOwnDrag(NSDragOperationMove);
+        display(content(0));
+        wait();
+        EXPECT_EQ(shown(0), (Texts{"Documents", "Editor", "notes.txt"}));
+        workspace().quit(42);
+        wait();
+        EXPECT_FALSE(dot(content(0)));
+    });
+    run([&] {
+        EXPECT_EQ(shown(0), (Texts{"Documents", "Editor"})) << "after a restart";
+        Texts titles;
+        whenMenuPopsUp([&](const NSMenu& menu) {
+            for (const NSMenuItem& item : menu.items().elements<NSMenuItem>())
+                titles.push_back(send<NSString>(item, "title"_sel).text());
+            EXPECT_TRUE(choose(itemTitled(menu, "Unpin from Morvel")));
+        });
+        ASSERT_TRUE(MacDesktop::rightClickButton(content(0), "Documents"));
+        EXPECT_EQ(titles, (Texts{"Unpin from Morvel", "", "Show in Finder"}));
+        EXPECT_EQ(shown(1), Texts{"Editor"});
+    });
+}
+
 TEST_F(Host, AFileThatRestsOnAButtonRaisesItsWindow) {
     mac.launch(42, "Editor");
     mac.open(42, "notes.txt", {100, 100});

@@ -106,6 +106,12 @@ std::optional<std::vector<std::string>> SimToolkit::menuTitles(const std::vector
     return titles;
 }
 
+bool SimToolkit::canChoose(const std::string& title) const {
+    return menu_ && std::ranges::any_of(menu_->items, [&](const ui::MenuItem& item) {
+        return item.title == title && item.action;
+    });
+}
+
 SimSurface* SimToolkit::surfaceOf(const ui::View& view) {
     return static_cast<SimSurface*>(view.host());
 }

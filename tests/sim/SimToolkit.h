@@ -64,6 +64,8 @@ public:
     /// The titles of the open menu's items, "-" for a separator; nothing when no menu is open. `path` leads into
     /// submenus.
     std::optional<std::vector<std::string>> menuTitles(const std::vector<std::string>& path = {}) const;
+    /// Whether the open menu has an item of this title that can be chosen.
+    bool canChoose(const std::string& title) const;
     /// The window that shows the view; null when it is not shown.
     static SimSurface* surfaceOf(const ui::View& view);
     static Repaints repaints(const ui::View& view);

@@ -39,6 +39,14 @@ void fillBar(cairo_t* cr, double x, double y, double width, double height) {
     cairo_fill(cr);
 }
 
+void drawChevronUp(cairo_t* cr) {
+    strokeLine(cr, 0.12, {{0.18, 0.64}, {0.5, 0.36}, {0.82, 0.64}});
+}
+
+void drawChevronDown(cairo_t* cr) {
+    strokeLine(cr, 0.12, {{0.18, 0.36}, {0.5, 0.64}, {0.82, 0.36}});
+}
+
 void drawChevronLeft(cairo_t* cr) {
     strokeLine(cr, 0.12, {{0.62, 0.18}, {0.34, 0.5}, {0.62, 0.82}});
 }
@@ -142,8 +150,10 @@ constexpr auto kDrawings = std::to_array<Drawing>({
     {"app.dashed", drawDashedApp},
     {"applelogo", drawApple},
     {"backward.fill", drawBackward},
+    {"chevron.down", drawChevronDown},
     {"chevron.left", drawChevronLeft},
     {"chevron.right", drawChevronRight},
+    {"chevron.up", drawChevronUp},
     {"circle.grid.3x3.fill", drawCircleGrid},
     {"forward.fill", drawForward},
     {"magnifyingglass", drawMagnifier},
