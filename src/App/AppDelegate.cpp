@@ -73,6 +73,7 @@ void AppDelegate::startCore() {
                     barActions_},
         platform_.windowServer, platform_.workspace);
     displayManager_->start();
+    startClamping();
     subscribeToSettings();
 }
 
@@ -83,6 +84,17 @@ void AppDelegate::makeLaunchers() {
         *windowStore_, [this](WindowID id, const Screen& to) { observerManager_->moveWindow(id, to); });
     installedApps_ = std::make_unique<InstalledAppsLoader>(platform_.installedApplications, platform_.mainLoop,
                                                            platform_.makeWorkQueue("installed applications"));
+}
+
+void AppDelegate::startClamping() {
+    clampingBlacklist_ = std::make_unique<ClampingBlacklist>(platform_.defaults);
+    windowClamper_ = std::make_unique<WindowClamper>(
+        WindowClamper::System{
+            platform_.mainLoop, platform_.screens, platform_.workspace,
+            [this] { return platform_.toolkit.isMouseButtonDown(); },
+            [this](WindowID id, const Rect<AXSpace>& frame) { observerManager_->setWindowFrame(id, frame); }},
+        *windowStore_, *clampingBlacklist_, *settings_);
+    windowClamper_->start();
 }
 
 void AppDelegate::subscribeToSettings() {

@@ -5,6 +5,8 @@
 
 #include "Bar/BarServices.h"
 #include "Bar/Buttons/AppCommands.h"
+#include "Clamping/ClampingBlacklist.h"
+#include "Clamping/WindowClamper.h"
 #include "Display/DisplayManager.h"
 #include "Display/SpaceQuery.h"
 #include "Launcher/InstalledAppsLoader.h"
@@ -38,6 +40,7 @@ public:
     SettingsStore* settings() { return settings_.get(); }
     PinnedAppsStore* pinnedStore() { return pinnedStore_.get(); }
     DisplayManager* displayManager() { return displayManager_.get(); }
+    ClampingBlacklist* clampingBlacklist() { return clampingBlacklist_.get(); }
 
 private:
     /// At most once.
@@ -47,6 +50,7 @@ private:
     BarActions makeBarActions();
     void pinApplication(ProcessID pid);
     void makeLaunchers();
+    void startClamping();
     void subscribeToSettings();
 
     Platform platform_;
@@ -65,6 +69,8 @@ private:
     std::unique_ptr<IconCache> iconCache_;
     BarActions barActions_;
     std::unique_ptr<DisplayManager> displayManager_;
+    std::unique_ptr<ClampingBlacklist> clampingBlacklist_;
+    std::unique_ptr<WindowClamper> windowClamper_;
     Subscriptions subscriptions_;
 };
 

@@ -22,6 +22,7 @@ protected:
         const objc::AutoreleasePool pool;
         MacHost host;
         morvel::AppDelegate application(host.platform());
+        settings_ = [&]() -> SettingsStore& { return *application.settings(); };
         whileRunning([&] {
             dispatch().runFor(1s);
             story();
@@ -30,6 +31,8 @@ protected:
         host.run({.launched = [&] { application.applicationDidFinishLaunching(); },
                   .quitting = [&] { application.applicationWillTerminate(); }});
     }
+    /// Of the program that runs.
+    SettingsStore& settings() { return settings_(); }
     static void wait(std::chrono::nanoseconds time = 2s) { dispatch().runFor(time); }
     /// The buttons of windows and groups.
     static Texts shown(std::size_t bar) {
@@ -53,6 +56,9 @@ protected:
     }
 
     MacDesktop mac;
+
+private:
+    std::function<SettingsStore&()> settings_;
 };
 
 TEST_F(Host, WaitsForThePermissionAndThenShowsABarOnEachScreen) {
@@ -392,6 +398,38 @@ TEST_F(Host, PinnedItemsAreShownMovedAndKept) {
         ASSERT_TRUE(MacDesktop::rightClickButton(content(0), "Documents"));
         EXPECT_EQ(titles, (Texts{"Unpin from Morvel", "", "Show in Finder"}));
         EXPECT_EQ(shown(1), Texts{"Editor"});
+    });
+}
+
+TEST_F(Host, WindowsAreKeptOutOfTheBarsStripAndGivenBack) {
+    mac.launch(42, "Editor");
+    const Id notes = mac.open(42, "notes.txt", {100, 560});  // its lower end is below the screen's
+    accessibility().set(accessibility().application(42), "AXEnhancedUserInterface", makeNumber(true));
+    run([&] {
+        const auto heightOfNotes = [&] {
+            CGSize size{};
+            AXValueGetValue(reinterpret_cast<AXValueRef>(accessibility().value(notes, "AXSize").raw()),
+                            kAXValueTypeCGSize, &size);
+            return size.height;
+        };
+        const Texts oneWrite = {"set AXEnhancedUserInterface", "set AXPosition", "set AXEnhancedUserInterface",
+                                "set AXEnhancedUserInterface", "set AXSize",     "set AXEnhancedUserInterface"};
+        const auto written = [] {
+            Texts deeds;
+            for (const std::string& deed : std::exchange(accessibility().log, {}))
+                if (deed.starts_with("set ")) deeds.push_back(deed);
+            return deeds;
+        };
+        EXPECT_EQ(written(), oneWrite);
+        EXPECT_EQ(heightOfNotes(), 900 - 44 - 560);
+        accessibility().post(notes, "AXWindowMoved");
+        accessibility().post(notes, "AXWindowResized");
+        wait();
+        EXPECT_EQ(written(), Texts{}) << "our own echo";
+        settings().clampWindows.set(false);
+        wait();
+        EXPECT_EQ(written(), oneWrite);
+        EXPECT_EQ(heightOfNotes(), 400);
     });
 }
 

@@ -64,6 +64,9 @@ public:
     NSURL urlForApplication(const NSString& bundleIdentifier) const {
         return send<NSURL>(*this, "URLForApplicationWithBundleIdentifier:"_sel, bundleIdentifier);
     }
+    bool accessibilityDisplayShouldReduceMotion() const {
+        return send<bool>(*this, "accessibilityDisplayShouldReduceMotion"_sel);
+    }
     NSImage iconForFile(const NSString& path) const { return send<NSImage>(*this, "iconForFile:"_sel, path); }
     bool openURL(const NSURL& url) const { return send<bool>(*this, "openURL:"_sel, url); }
     /// Returns before the application has been opened; whether it was is not told.
