@@ -25,12 +25,13 @@ void LauncherPopover::show(ui::View& anchor, MorvelEdge barEdge) {
     view_->onLaunch = lifetime_.whileAlive([this](const InstalledApp& app) { launch(app); });
     view_->onCancel = lifetime_.whileAlive([this] { close(); });
     content_.addSubview(*view_);
-    if (!wasShown && bindings_.onWillShow) bindings_.onWillShow();
-    popover_.show(anchor, popoverEdge(barEdge), kSize);
-    outsidePresses_ = toolkit_.observeOutsidePresses([this] { close(); });
+    // Before anything is painted, so that a list that is known already is there from the first frame on.
     if (bindings_.apps)
         bindings_.apps(
             view_->whileAlive([view = view_.get()](const std::vector<InstalledApp>& apps) { view->setApps(apps); }));
+    if (!wasShown && bindings_.onWillShow) bindings_.onWillShow();
+    popover_.show(anchor, popoverEdge(barEdge), kSize);
+    outsidePresses_ = toolkit_.observeOutsidePresses([this] { close(); });
 }
 
 void LauncherPopover::launch(const InstalledApp& app) {
