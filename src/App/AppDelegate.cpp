@@ -122,6 +122,10 @@ BarActions AppDelegate::makeBarActions() {
         if (pinnedItemLauncher_) pinnedItemLauncher_->launchNewInstance(item, display);
     };
     actions.app = appCommands_->actions();
+    actions.installedApps = [this](InstalledAppsLoader::Use use) { installedApps_->apps(std::move(use)); };
+    actions.onLaunchApp = [this](const InstalledApp& app) {
+        platform_.workspace.openApplication(app.bundleURL, {.activates = true});
+    };
     actions.otherScreens = [this](DisplayID display) { return displayManager_->otherScreensExcluding(display); };
     actions.contextMenu = [this] { return buildSystemMenu(); };
     return actions;

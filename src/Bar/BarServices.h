@@ -7,6 +7,7 @@
 #include "Bar/Buttons/AppActions.h"
 #include "Bar/Buttons/OtherScreen.h"
 #include "Display/SpaceQuery.h"
+#include "Launcher/InstalledApp.h"
 #include "Pinned/PinnedAppsStore.h"
 #include "Platform/Icons.h"
 #include "Platform/InstalledApplications.h"
@@ -36,6 +37,10 @@ struct BarActions {
     std::function<void(const PinnedItem&, DisplayID)> onClickPinnedItem;
     std::function<void(const PinnedItem&, DisplayID)> onLaunchNewPinnedInstance;
     AppActions app;
+    std::function<void()> onAppleMenu;
+    /// Hands over what the launcher lists, now or in a later turn.
+    std::function<void(std::function<void(const std::vector<InstalledApp>&)>)> installedApps;
+    std::function<void(const InstalledApp&)> onLaunchApp;
     /// The displays other than the given one, in the system's order.
     std::function<std::vector<OtherScreen>(DisplayID)> otherScreens;
     /// The menu of an empty area of a bar, made afresh each time.

@@ -25,6 +25,7 @@ MorvelView::MorvelView(const BarServices& services, DisplayID screenID, std::opt
       screenID_(screenID),
       spaceID_(spaceID),
       backgroundLayer_(*this),
+      systemButtons_(services, reveal(), [this] { placeSystemButtons(); }),
       launchStrip_(services, screenID, reveal()),
       systemStack_(ui::StackView::Axis::Horizontal, kStripSpacing),
       running_(services, screenID, reveal(), drops()) {
@@ -35,6 +36,7 @@ MorvelView::MorvelView(const BarServices& services, DisplayID screenID, std::opt
     addSubview(divider_);
     addSubview(running_.stack());
     addSubview(systemStack_);
+    placeSystemButtons();
     subscribeToStore();
     subscribeToSettings();
     // Shown with its contents from the first frame on.
@@ -48,6 +50,13 @@ BarReveal MorvelView::reveal() {
 RunningStrip::Drops MorvelView::drops() {
     return {[this](const ui::DragPasteboard& pasteboard) { return foreignRunningWindowUUID(pasteboard); },
             [this](const WindowID& id, size_t index) { return runningWindowDropped(id, index); }};
+}
+
+// The running strip gets what room they leave.
+void MorvelView::placeSystemButtons() {
+    launchStrip_.setSystemButtons(systemButtons_.shown());
+    setNeedsLayout();
+    schedule(Rebuild::IfNeeded);
 }
 
 void MorvelView::subscribeToStore() {

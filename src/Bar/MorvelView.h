@@ -13,6 +13,7 @@
 #include "Bar/Layout/RunningZoneWidths.h"
 #include "Bar/Layout/WindowProjection.h"
 #include "Bar/RunningStrip.h"
+#include "Bar/SystemButtons.h"
 #include "UI/StackView.h"
 #include "UI/View.h"
 #include "Util/Lifetime.h"
@@ -68,6 +69,7 @@ private:
     void subscribeToSettings();
     void schedule(Rebuild rebuild);
     BarReveal reveal();
+    void placeSystemButtons();
     RunningStrip::Drops drops();
     bool runningWindowDropped(const WindowID& id, size_t index);
     void installDragHighlightIfNeeded();
@@ -85,6 +87,7 @@ private:
     std::unique_ptr<DragHighlightView> dragHighlightView_;  // once it was needed
     bool isForeignDragActive_ = false;
     bool isPinnedByDrag_ = false;  // something is dragged over the bar
+    SystemButtons systemButtons_;
     LaunchStrip launchStrip_;
     ui::StackView systemStack_;
     ui::View divider_;

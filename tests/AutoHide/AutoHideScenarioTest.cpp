@@ -1,5 +1,6 @@
 // Bars that hide at their edge, on a whole desktop.
 #include "App/BarDesktop.h"
+#include "Launcher/StartButton.h"
 
 namespace morvel {
 namespace {
@@ -141,6 +142,9 @@ TEST(AutoHideScenario, WhatIsOpenHoldsTheBar) {
         "the bar's menu", [&] { toolkit.rightClick(desktop.bar()); }, [&] { toolkit.dismissMenu(); });
     holds(
         "a button's menu", [&] { toolkit.rightClick(desktop.group("Editor")); }, [&] { toolkit.dismissMenu(); });
+    holds(
+        "the launcher", [&] { toolkit.click(*desktop.all<StartButton>(desktop.bar()).front()); },
+        [&] { toolkit.give(ui::TextCommand::Cancel); });
     holds(
         "a list", [&] { toolkit.click(desktop.group("Editor")); }, [&] { toolkit.pressOutside(); });
     holds(

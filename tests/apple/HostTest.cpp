@@ -35,12 +35,15 @@ protected:
     /// Of the program that runs.
     SettingsStore& settings() { return settings_(); }
     static void wait(std::chrono::nanoseconds time = 2s) { dispatch().runFor(time); }
+    /// The buttons of windows and groups.
     static Texts shown(std::size_t bar) {
         const objc::AutoreleasePool pool;
         const auto bars = MacDesktop::bars();
         if (bar >= bars.size()) return {"no such bar"};
         display(bars[bar].contentView());
-        return MacDesktop::buttons(bars[bar]);
+        Texts buttons = MacDesktop::buttons(bars[bar]);
+        std::erase(buttons, "Apps");
+        return buttons;
     }
     static NSView content(std::size_t bar) { return MacDesktop::bars().at(bar).contentView(); }
     static CGPoint middle(std::size_t bar, const std::string& button) {
@@ -197,6 +200,41 @@ TEST_F(Host, ACrowdedBarGroupsAndAPopoverListsAGroup) {
         EXPECT_EQ(std::ranges::count(accessibility().log, "perform AXRaise"), 1);
         EXPECT_FALSE(property<bool>(popover, "shown"));
         EXPECT_EQ(monitorCount(), 0U);
+    });
+}
+
+TEST_F(Host, TheStartButtonListsApplicationsAndOpensOne) {
+    runtime().script("NSFileManager", "contentsOfDirectoryAtPath:error:", [](Invocation& i) {
+        if (textOf(i.object(0)) == "/Applications")
+            i.answerObject(makeArray({makeString("Notes.app"), makeString("read me.txt")}));
+    });
+    runtime().script("NSBundle", "infoDictionary", [](Invocation& i) {
+        i.answerObject(makeDictionary({{makeString("CFBundleIdentifier"), makeString("com.example.notes")},
+                                       {makeString("CFBundleName"), makeString("Notes")}}));
+    });
+    Texts opened;
+    runtime().script("NSWorkspace", "openApplicationAtURL:configuration:completionHandler:", [&](Invocation& i) {
+        opened.push_back(NSURL(Id(i.object(0))).path().text());
+        EXPECT_TRUE(property<bool>(i.object(1), "activates"));
+    });
+    run([&] {
+        ASSERT_TRUE(MacDesktop::clickButton(content(0), "Apps"));
+        wait();
+        const auto calls = runtime().calls();
+        const auto shows = std::ranges::find(calls, "showRelativeToRect:ofView:preferredEdge:", &Call::selector);
+        ASSERT_NE(shows, calls.end());
+        const RawObject popover = shows->receiver;
+        EXPECT_EQ(property<NSUInteger>(popover, "preferredEdge"), NSRectEdgeMaxY);
+        const NSView launcher{send<Id>(send<Id>(popover, "contentViewController"_sel), "view"_sel)};
+        EXPECT_EQ(launcher.frame().size, (CGSize{320, 400}));
+        display(launcher);
+        EXPECT_EQ(MacDesktop::buttonsIn(launcher), Texts{"Notes"});
+        EXPECT_TRUE(MacDesktop::clickButton(launcher, "Notes"));
+        EXPECT_EQ(opened, Texts{"/Applications/Notes.app"});
+        EXPECT_FALSE(property<bool>(popover, "shown"));
+        EXPECT_EQ(monitorCount(), 0U);
+        for (const NSPanel& bar : MacDesktop::bars())
+            EXPECT_FALSE(send<bool>(bar, "canBecomeKeyWindow"_sel)) << "only the popover takes the keyboard";
     });
 }
 

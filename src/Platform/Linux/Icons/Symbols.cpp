@@ -89,6 +89,18 @@ void drawCircleGrid(cairo_t* cr) {
     }
 }
 
+/// A fruit with a leaf.
+void drawApple(cairo_t* cr) {
+    cairo_arc(cr, 0.36, 0.6, 0.27, 0, kFullTurn);
+    cairo_arc(cr, 0.64, 0.6, 0.27, 0, kFullTurn);
+    cairo_rectangle(cr, 0.36, 0.42, 0.28, 0.36);
+    cairo_fill(cr);
+    cairo_move_to(cr, 0.48, 0.3);
+    cairo_curve_to(cr, 0.46, 0.16, 0.56, 0.06, 0.7, 0.06);
+    cairo_curve_to(cr, 0.71, 0.2, 0.62, 0.3, 0.48, 0.3);
+    cairo_fill(cr);
+}
+
 void drawSquareGrid(cairo_t* cr) {
     for (const double y : kGridCentres)
         for (const double x : kGridCentres) fillBar(cr, x - 0.115, y - 0.115, 0.23, 0.23);
@@ -136,6 +148,7 @@ struct Drawing {
 
 constexpr auto kDrawings = std::to_array<Drawing>({
     {"app.dashed", drawDashedApp},
+    {"applelogo", drawApple},
     {"backward.fill", drawBackward},
     {"chevron.down", drawChevronDown},
     {"chevron.left", drawChevronLeft},
