@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "Display/MenuBar/AppleMenu.h"
+
 namespace morvel {
 
 namespace {
@@ -66,7 +68,7 @@ void AppDelegate::startCore() {
     displayManager_ = std::make_unique<DisplayManager>(
         BarServices{platform_.toolkit, platform_.mainLoop, platform_.screens, platform_.icons, *spaceQuery_,
                     *windowStore_, *settings_, *iconCache_, mint_, barActions_},
-        platform_.windowServer, platform_.workspace);
+        platform_.windowServer, platform_.workspace, platform_.accessibility);
     displayManager_->start();
     subscribeToSettings();
 }
@@ -88,6 +90,11 @@ BarActions AppDelegate::makeBarActions() {
         const auto target = std::ranges::find(screens, std::optional(display), &Screen::displayID);
         if (target != screens.end()) observerManager_->moveWindow(id, *target);
     };
+    if (platform_.screens.statusBarThickness() > 0) {  // there are such menus only where the system has a menu bar
+        actions.onAppleMenu = [this] {
+            if (const auto owner = platform_.workspace.menuBarOwner()) openAppleMenu(platform_.accessibility, *owner);
+        };
+    }
     actions.app = appCommands_->actions();
     actions.otherScreens = [this](DisplayID display) { return displayManager_->otherScreensExcluding(display); };
     actions.contextMenu = [this] { return buildSystemMenu(); };

@@ -30,6 +30,7 @@ struct BarActions {
     std::function<void(WindowID)> onClose;
     std::function<void(ProcessID)> onPinApp;
     std::function<void(WindowID, DisplayID)> onMoveWindow;
+    std::function<void()> onAppleMenu;  ///< opens the menu of the application that owns the menu bar
     AppActions app;
     /// The displays other than the given one, in the system's order.
     std::function<std::vector<OtherScreen>(DisplayID)> otherScreens;

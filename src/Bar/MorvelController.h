@@ -1,11 +1,14 @@
 // The bar of one display: its panel, the view in it, and where the panel stands.
 #pragma once
 
+#include <memory>
 #include <optional>
 
 #include "Bar/BarServices.h"
+#include "Bar/CompactTop/CompactTopRightStripController.h"
 #include "Bar/MorvelView.h"
 #include "Display/BarFrame.h"
+#include "Display/MenuBar/MenuBar.h"
 #include "UI/Panel.h"
 
 namespace morvel {
@@ -13,24 +16,38 @@ namespace morvel {
 /// Main thread only. Made for one display by the display manager; destroying it takes the bar away.
 class MorvelController {
 public:
-    /// The panel is shown at once. `screen` has a display identifier.
-    MorvelController(const BarServices& services, const Screen& screen, std::optional<SpaceID> spaceID);
+    /// The panel is shown at once. `screen` has a display identifier; `menuBar` outlives this.
+    MorvelController(const BarServices& services, MenuBar& menuBar, const Screen& screen,
+                     std::optional<SpaceID> spaceID);
 
     /// Takes the screen as it is now and the Space it shows now.
     void update(const Screen& screen, std::optional<SpaceID> spaceID);
-    /// Computes the frame anew; the panel is touched only when it differs.
+    /// Computes the frame anew from what the menu bar tells; the panel is touched only when it differs.
     void reframe();
 
     Rect<ScreenSpace> frame() const;
-    /// At the top edge beside the menu bar, not over it.
+    /// At the top edge beside the menu bar, not over it. Never where the system has no menu bar.
     bool isCompactTop() const;
+
+    /// Whether all of the status items are uncovered in the compact mode, or a few.
+    bool isCompactTopExpanded() const { return isExpanded_; }
+    void setCompactTopExpanded(bool expanded);
+    /// There is one in the compact mode on a display with a menu bar.
+    CompactTopRightStripController* rightStrip() { return rightStrip_.get(); }
     MorvelView& view() { return view_; }
 
 private:
+    CompactTopState measured() const;
+    void updateRightStrip();
+
     BarServices services_;
+    MenuBar& menuBar_;
     Screen screen_;
+    bool isExpanded_ = false;  // also kept while the bar is not compact
+    CompactTopState compactTop_;
     MorvelView view_;
     ui::Panel panel_;  // after the view that it shows
+    std::unique_ptr<CompactTopRightStripController> rightStrip_;  // shown after the panel
     Subscription clampSubscription_;
 };
 

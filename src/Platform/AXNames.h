@@ -9,6 +9,11 @@ namespace morvel::ax {
 // Attributes of applications.
 inline constexpr std::string_view kWindows = "AXWindows";
 inline constexpr std::string_view kFocusedWindow = "AXFocusedWindow";
+inline constexpr std::string_view kMenuBar = "AXMenuBar";
+inline constexpr std::string_view kExtrasMenuBar = "AXExtrasMenuBar";
+
+// Attributes of menu bars.
+inline constexpr std::string_view kChildren = "AXChildren";
 
 // Attributes of windows.
 inline constexpr std::string_view kRole = "AXRole";
