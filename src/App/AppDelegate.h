@@ -34,6 +34,7 @@ public:
     const WindowStore* windowStore() const { return windowStore_.get(); }
     SettingsStore* settings() { return settings_.get(); }
     DisplayManager* displayManager() { return displayManager_.get(); }
+    const BarActions& barActions() const { return barActions_; }
 
 private:
     /// At most once.

@@ -83,6 +83,7 @@ CompactTopState MorvelController::measured() const {
     state.leftReserve = CompactTopLeftBuffer::effective(screen_, settings, titlesEnd);
     state.rightReserve =
         CompactTopBuffer::effective(screen_, settings, menuBar_.statusItems(screen_, count), isExpanded_);
+    if (state.notch && state.notch->end <= state.leftReserve) state.notch.reset();  // the bar begins beyond it
     state.toggleWidth = kCompactTopStripWidth;
     state.isExpanded = isExpanded_;
     return state;

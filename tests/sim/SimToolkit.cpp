@@ -23,7 +23,10 @@ public:
         panel_.frame = frame;
         ++panel_.moves;
     }
-    void orderFront() override { panel_.isShown = true; }
+    void orderFront() override {
+        panel_.isShown = true;
+        panel_.surface.layoutNeeded();
+    }
     void orderOut() override { panel_.isShown = false; }
     void setReservesSpace(bool reserves) override { panel_.reservesSpace = reserves; }
 
