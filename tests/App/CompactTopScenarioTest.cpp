@@ -315,5 +315,23 @@ TEST(Displays, ReconfigurationsPassQuietly) {
     EXPECT_EQ(moves(), (std::vector<int>{1, 0}));
 }
 
+TEST(Displays, WindowsAreFoundWhereTheNewCoordinatesHaveThem) {
+    BarDesktop desktop(sim::twoDisplays());
+    auto& window = desktop.launch("Editor").open({.x = 1700, .y = 100, .title = "stays"});
+    desktop.startMorvel();
+    ASSERT_EQ(desktop.strip(1), "stays");
+    // The right display becomes the main one. The window stays on it and is told from another corner, with no notice.
+    auto displays = sim::twoDisplays();
+    displays[1].frame = {-1440, 0, 1440, 900};
+    displays[1].id = DisplayID{1};
+    displays[0].frame = {0, 0, 1920, 1080};
+    displays[0].id = DisplayID{2};
+    desktop.accessibility().at(window.element()).attributes.insert_or_assign("AXPosition", Point<AXSpace>{260, 100});
+    desktop.rearrange(displays);
+    desktop.run(2s);
+    EXPECT_EQ(desktop.strip(0), "stays");
+    EXPECT_EQ(desktop.strip(1), "");
+}
+
 }  // namespace
 }  // namespace morvel
