@@ -5,6 +5,8 @@
 
 #include "Bar/BarServices.h"
 #include "Bar/Buttons/AppCommands.h"
+#include "Clamping/ClampingBlacklist.h"
+#include "Clamping/WindowClamper.h"
 #include "Display/DisplayManager.h"
 #include "Display/SpaceQuery.h"
 #include "Permissions/AXPermissionGate.h"
@@ -35,6 +37,7 @@ public:
     SettingsStore* settings() { return settings_.get(); }
     DisplayManager* displayManager() { return displayManager_.get(); }
     const BarActions& barActions() const { return barActions_; }
+    ClampingBlacklist* clampingBlacklist() { return clampingBlacklist_.get(); }
 
 private:
     /// At most once.
@@ -42,6 +45,7 @@ private:
     /// Shows the permission window until the permission is there.
     void askForPermission(std::function<void()> granted);
     BarActions makeBarActions();
+    void startClamping();
     void subscribeToSettings();
 
     Platform platform_;
@@ -57,6 +61,8 @@ private:
     std::unique_ptr<IconCache> iconCache_;
     BarActions barActions_;
     std::unique_ptr<DisplayManager> displayManager_;
+    std::unique_ptr<ClampingBlacklist> clampingBlacklist_;
+    std::unique_ptr<WindowClamper> windowClamper_;
     Subscriptions subscriptions_;
 };
 

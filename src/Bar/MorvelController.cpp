@@ -45,11 +45,24 @@ MorvelController::MorvelController(const BarServices& services, MenuBar& menuBar
       compactTop_(measured()),
       view_(services, *screen.displayID, spaceID),
       panel_(services.toolkit, {frame(), uiEdge(services.settings.barEdge.value())}, view_),
-      clampSubscription_(
-          services.settings.clampWindows.subscribe([this](bool clamps) { panel_.setReservesSpace(clamps); })) {
+      rightStrip_(makeRightStrip()),
+      autoHide_({services.toolkit, services.mainLoop, services.screens}, services.settings.barEdge.value(),
+                {panel_, [this] { return frame(); }}, rightStripPanel()) {
     view_.setCompactTop(compactTop_);
-    panel_.orderFront();
-    updateRightStrip();
+    view_.pinReveal = lifetime_.whileAlive([this] { autoHide_.pinReveal(); });
+    view_.unpinReveal = lifetime_.whileAlive([this] { autoHide_.unpinReveal(); });
+    clampSubscription_ = services_.settings.clampWindows.subscribe([this](bool) { applyReservedSpace(); });
+    // A bar that hides from the start is never seen where it would stand.
+    autoHideSubscription_ = services_.settings.autoHide.subscribe([this](bool enabled) { applyAutoHide(enabled); });
+}
+
+void MorvelController::applyAutoHide(bool enabled) {
+    applyReservedSpace();
+    enabled ? autoHide_.start() : autoHide_.stop();
+}
+
+void MorvelController::applyReservedSpace() {
+    panel_.setReservesSpace(services_.settings.clampWindows.value() && !services_.settings.autoHide.value());
 }
 
 void MorvelController::update(const Screen& screen, std::optional<SpaceID> spaceID) {
@@ -61,8 +74,8 @@ void MorvelController::update(const Screen& screen, std::optional<SpaceID> space
 void MorvelController::reframe() {
     compactTop_ = measured();
     view_.setCompactTop(compactTop_);
-    panel_.setFrame(frame());
     updateRightStrip();
+    autoHide_.updateGeometry();
 }
 
 void MorvelController::setCompactTopExpanded(bool expanded) {
@@ -89,17 +102,28 @@ CompactTopState MorvelController::measured() const {
     return state;
 }
 
+std::unique_ptr<CompactTopRightStripController> MorvelController::makeRightStrip() {
+    if (compactTop_.toggleWidth == 0) return nullptr;
+    return std::make_unique<CompactTopRightStripController>(services_.toolkit, services_.icons,
+                                                            compactTopStripFrame(frame()),
+                                                            [this] { setCompactTopExpanded(!isExpanded_); });
+}
+
+std::optional<AutoHidePanel> MorvelController::rightStripPanel() {
+    if (!rightStrip_) return std::nullopt;
+    return AutoHidePanel{rightStrip_->panel(), [this] { return compactTopStripFrame(frame()); }};
+}
+
+/// There is one while the screen has a menu bar.
 void MorvelController::updateRightStrip() {
-    if (compactTop_.toggleWidth == 0) return rightStrip_.reset();
-    const Rect<ScreenSpace> frame = compactTopStripFrame(panel_.frame());
-    if (!rightStrip_) {
-        rightStrip_ =
-            std::make_unique<CompactTopRightStripController>(services_.toolkit, services_.icons, frame, [this] {
-                setCompactTopExpanded(!isExpanded_);
-            });
+    if (compactTop_.toggleWidth == 0) {
+        autoHide_.setSecondary(std::nullopt);
+        rightStrip_.reset();
+    } else if (!rightStrip_) {
+        rightStrip_ = makeRightStrip();
+        autoHide_.setSecondary(rightStripPanel());
     }
-    rightStrip_->updateFrame(frame);
-    rightStrip_->setExpanded(isExpanded_);
+    if (rightStrip_) rightStrip_->setExpanded(isExpanded_);
 }
 
 Rect<ScreenSpace> MorvelController::frame() const {

@@ -4,12 +4,14 @@
 #include <memory>
 #include <optional>
 
+#include "AutoHide/AutoHideController.h"
 #include "Bar/BarServices.h"
 #include "Bar/CompactTop/CompactTopRightStripController.h"
 #include "Bar/MorvelView.h"
 #include "Display/BarFrame.h"
 #include "Display/MenuBar/MenuBar.h"
 #include "UI/Panel.h"
+#include "Util/Lifetime.h"
 
 namespace morvel {
 
@@ -24,6 +26,8 @@ public:
     void update(const Screen& screen, std::optional<SpaceID> spaceID);
     /// Computes the frame anew from what the menu bar tells; the panel is touched only when it differs.
     void reframe();
+    /// Hides the bar at its edge until the pointer comes there, or shows it for good.
+    void applyAutoHide(bool enabled);
 
     Rect<ScreenSpace> frame() const;
     /// At the top edge beside the menu bar, not over it. Never where the system has no menu bar.
@@ -38,7 +42,10 @@ public:
 
 private:
     CompactTopState measured() const;
+    std::unique_ptr<CompactTopRightStripController> makeRightStrip();
+    std::optional<AutoHidePanel> rightStripPanel();
     void updateRightStrip();
+    void applyReservedSpace();
 
     BarServices services_;
     MenuBar& menuBar_;
@@ -47,8 +54,11 @@ private:
     CompactTopState compactTop_;
     MorvelView view_;
     ui::Panel panel_;  // after the view that it shows
-    std::unique_ptr<CompactTopRightStripController> rightStrip_;  // shown after the panel
+    std::unique_ptr<CompactTopRightStripController> rightStrip_;
+    AutoHideController autoHide_;
     Subscription clampSubscription_;
+    Subscription autoHideSubscription_;
+    Lifetime lifetime_;  // ends first: the view lets go of its pins when it dies
 };
 
 }  // namespace morvel

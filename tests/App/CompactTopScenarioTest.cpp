@@ -121,6 +121,53 @@ TEST(CompactTop, ExpandsAndCollapsesByItsToggle) {
     EXPECT_EQ(desktop.strip().substr(0, 9), "five four");
 }
 
+TEST(CompactTop, TellsHowMuchRoomItsContentsNeed) {
+    CompactDesktop desktop;
+    desktop.startMorvel();
+    std::vector<double> widths;
+    desktop.controller().view().onContentWidthChanged = [&](double width) { widths.push_back(width); };
+    desktop.editor.open({.title = "one"});
+    desktop.settle();
+    ASSERT_FALSE(widths.empty());
+    const double one = widths.back();
+    desktop.editor.open({.title = "two"});
+    desktop.settle();
+    EXPECT_EQ(widths.back(), one + 150 + 4);
+}
+
+TEST(CompactTop, TheToggleHidesWithItsBar) {
+    CompactDesktop desktop;
+    desktop.defaults().set("autoHide", {true});
+    desktop.startMorvel();
+    const auto isToggleSeen = [&] {
+        const auto panels = desktop.panels(ui::PanelKind::Companion);
+        return panels.size() == 1 && desktop.isSeen(*panels[0]);
+    };
+    EXPECT_EQ(desktop.panels(ui::PanelKind::Companion).size(), 1u);
+    EXPECT_FALSE(isToggleSeen());
+    desktop.controller().view().pinReveal();
+    desktop.run(1s);
+    EXPECT_TRUE(isToggleSeen());
+    EXPECT_EQ(desktop.panels(ui::PanelKind::Companion)[0]->frame.maxX(), desktop.barFrame().maxX());
+    desktop.controller().view().unpinReveal();
+    desktop.run(3s);
+    EXPECT_FALSE(isToggleSeen());
+
+    // The menu bar goes from the display and comes back, while the bar is hidden.
+    auto displays = sim::oneDisplay(1440, 900);
+    displays[0].menuBarHeight = 0;
+    desktop.rearrange(displays);
+    desktop.run(1s);
+    EXPECT_TRUE(desktop.panels(ui::PanelKind::Companion).empty());
+    desktop.rearrange(sim::oneDisplay(1440, 900));
+    desktop.run(1s);
+    EXPECT_EQ(desktop.panels(ui::PanelKind::Companion).size(), 1u);
+    EXPECT_FALSE(isToggleSeen());
+    desktop.settings().autoHide.set(false);
+    desktop.settle();
+    EXPECT_TRUE(isToggleSeen());
+}
+
 TEST(CompactTop, AsksOthersLittleAndNobodyWhileNothingHappens) {
     CompactDesktop desktop;
     auto& painter = desktop.launch("Painter");

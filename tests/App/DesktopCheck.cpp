@@ -63,7 +63,9 @@ void DesktopCheck::barsShowWhatTheyShould() {
     // Nothing shows status items here, so that a compact bar keeps what the settings reserve.
     const bool isCompact = isTop && desktop_.settings().compactAtTop.value();
     const double reserved = isCompact ? desktop_.settings().compactTopRightBuffer.value() : 0;
-    ASSERT_EQ(desktop_.toolkit().panels().size(), screens.size() * (isCompact ? 2 : 1)) << "each with its toggle";
+    const bool hides = desktop_.settings().autoHide.value();
+    ASSERT_EQ(desktop_.toolkit().panels().size(), screens.size() * (1 + (isCompact ? 1 : 0) + (hides ? 1 : 0)))
+        << "each with its toggle and the strip at its edge";
     for (size_t i = 0; i < screens.size(); ++i) {
         ui::View& bar = desktop_.bar(i);
         const auto panel = std::ranges::find_if(desktop_.toolkit().panels(), [&](const sim::SimPanel* each) {
@@ -74,7 +76,12 @@ void DesktopCheck::barsShowWhatTheyShould() {
         const Rect<ScreenSpace>& frame = (*panel)->frame;
         EXPECT_EQ(frame.x, screen.x);
         EXPECT_EQ(frame.width, screen.width - reserved);
-        EXPECT_EQ(isTop ? frame.maxY() : frame.minY(), isTop ? screen.maxY() : screen.minY());
+        if (desktop_.isSeen(**panel)) {
+            EXPECT_EQ(isTop ? frame.maxY() : frame.minY(), isTop ? screen.maxY() : screen.minY());
+        } else {
+            EXPECT_TRUE(hides);
+        }
+        EXPECT_EQ((*panel)->reservesSpace, desktop_.settings().clampWindows.value() && !hides);
         EXPECT_EQ(bar.bounds().size(), frame.size());
 
         const std::multiset<WindowID> shown = shownOn(bar);

@@ -13,18 +13,15 @@ namespace morvel {
 /// Main thread only. Destroying it takes the panel away.
 class CompactTopRightStripController {
 public:
-    /// The panel is shown at once, in front of what is there. Toolkit and icons outlive this.
+    /// The panel is not shown yet. Toolkit and icons outlive this.
     CompactTopRightStripController(ui::Toolkit& toolkit, Icons& icons, const Rect<ScreenSpace>& frame,
                                    std::function<void()> onToggle)
-        : button_(icons, std::move(onToggle)), panel_(toolkit, frame, button_) {
-        panel_.orderFront();
-    }
+        : button_(icons, std::move(onToggle)), panel_(toolkit, frame, button_) {}
 
-    void updateFrame(const Rect<ScreenSpace>& frame) { panel_.setFrame(frame); }
     void setExpanded(bool expanded) { button_.setExpanded(expanded); }
 
     CompactTopExpansionToggleButton& expansionToggleButton() { return button_; }
-    /// For what moves it together with the bar.
+    /// For what shows, moves and hides it together with the bar.
     CompactTopRightStripPanel& panel() { return panel_; }
 
 private:
