@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "Display/MenuBar/AppleMenu.h"
+
 namespace morvel {
 
 namespace {
@@ -71,7 +73,7 @@ void AppDelegate::startCore() {
         BarServices{platform_.toolkit, platform_.mainLoop, platform_.screens, platform_.icons, *spaceQuery_,
                     *windowStore_, *settings_, *pinnedStore_, *platform_.installedApplications, *iconCache_, mint_,
                     barActions_},
-        platform_.windowServer, platform_.workspace);
+        platform_.windowServer, platform_.workspace, platform_.accessibility);
     displayManager_->start();
     startClamping();
     subscribeToSettings();
@@ -121,6 +123,11 @@ BarActions AppDelegate::makeBarActions() {
     actions.onLaunchNewPinnedInstance = [this](const PinnedItem& item, DisplayID display) {
         if (pinnedItemLauncher_) pinnedItemLauncher_->launchNewInstance(item, display);
     };
+    if (platform_.screens.statusBarThickness() > 0) {  // there are such menus only where the system has a menu bar
+        actions.onAppleMenu = [this] {
+            if (const auto owner = platform_.workspace.menuBarOwner()) openAppleMenu(platform_.accessibility, *owner);
+        };
+    }
     actions.app = appCommands_->actions();
     actions.installedApps = [this](InstalledAppsLoader::Use use) { installedApps_->apps(std::move(use)); };
     actions.onLaunchApp = [this](const InstalledApp& app) {

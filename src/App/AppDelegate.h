@@ -42,6 +42,7 @@ public:
     DisplayManager* displayManager() { return displayManager_.get(); }
     /// Also null again once the program is about to end.
     PinnedItemLauncher* pinnedItemLauncher() { return pinnedItemLauncher_.get(); }
+    const BarActions& barActions() const { return barActions_; }
     ClampingBlacklist* clampingBlacklist() { return clampingBlacklist_.get(); }
 
 private:

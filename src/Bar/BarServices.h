@@ -36,8 +36,8 @@ struct BarActions {
     /// The display is that of the bar that was clicked.
     std::function<void(const PinnedItem&, DisplayID)> onClickPinnedItem;
     std::function<void(const PinnedItem&, DisplayID)> onLaunchNewPinnedInstance;
+    std::function<void()> onAppleMenu;  ///< opens the menu of the application that owns the menu bar
     AppActions app;
-    std::function<void()> onAppleMenu;
     /// Hands over what the launcher lists, now or in a later turn.
     std::function<void(std::function<void(const std::vector<InstalledApp>&)>)> installedApps;
     std::function<void(const InstalledApp&)> onLaunchApp;

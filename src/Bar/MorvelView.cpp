@@ -113,6 +113,21 @@ void MorvelView::setDisplay(DisplayID screenID, std::optional<SpaceID> spaceID) 
     rebuildRunningIfNeeded(*services_.store.windows().value());
 }
 
+void MorvelView::setCompactTop(const CompactTopState& state) {
+    if (compactTop_ == state) return;
+    const bool wasExpanded = std::exchange(compactTop_, state).isExpanded;
+    systemStack_.setInsets(0, kBarInset + state.toggleWidth);
+    setNeedsLayout();
+    if (wasExpanded != state.isExpanded) return forceRebuildRunning();
+    rebuildRunningIfNeeded(*services_.store.windows().value());
+}
+
+bool MorvelView::isCompactTopExpanded() const {
+    const SettingsStore& settings = services_.settings;
+    return RunningZoneLayout::isCompactTopExpanded(settings.barEdge.value(), settings.compactAtTop.value(),
+                                                   compactTop_.isExpanded);
+}
+
 void MorvelView::schedule(Rebuild rebuild) {
     if (std::exchange(scheduled_, std::max(scheduled_, rebuild)) != Rebuild::None) return;
     services_.mainLoop.post(lifetime_.whileAlive([this] {
@@ -170,6 +185,9 @@ double MorvelView::availableWidth() const {
     room.baseWidth = screen != screens.end() ? screen->frame.width : bounds().width;
     room.edge = services_.settings.barEdge.value();
     room.compactAtTop = services_.settings.compactAtTop.value();
+    room.leftReserve = compactTop_.leftReserve;
+    room.rightReserve = compactTop_.rightReserve;
+    room.notch = compactTop_.notch;
     room.pinnedWidth = launchStrip_.stack().intrinsicSize().width;
     room.systemWidth = systemStack_.intrinsicSize().width;
     room.spacing = running_.spacing();
@@ -184,11 +202,13 @@ void MorvelView::rebuildRunning(std::vector<WindowSnapshot> filtered) {
         [this](std::string_view title) {
             return services_.toolkit.textSize(title, RunningZoneLayout::kTitleFont).width;
         }};
-    // The compact bar's expanded state would lift the mode Never; no bar can be expanded yet.
-    const auto mode = RunningZoneLayout::effectiveMode(settings.groupingMode.value(), false);
+    const auto mode = RunningZoneLayout::effectiveMode(settings.groupingMode.value(), isCompactTopExpanded());
     auto plan = RunningZoneLayout::planRunningZone(std::move(filtered), rule, lastAvailableWidth_, mode,
                                                    settings.windowlessDisplayMode.value());
     running_.apply(arranger_.arrange(std::move(plan.decision), std::move(plan.windowless)), plan.windowlessIconOnly);
+    if (!onContentWidthChanged) return;
+    onContentWidthChanged(launchStrip_.stack().intrinsicSize().width + running_.stack().intrinsicSize().width +
+                          systemStack_.intrinsicSize().width + 2 * running_.spacing());
 }
 
 void MorvelView::rightMouseDown(const ui::MouseEvent& event) {
@@ -289,7 +309,16 @@ void MorvelView::layout() {
     divider_.setFrame({pinned + (running_.spacing() - kDividerWidth) / 2, kDividerInset, kDividerWidth,
                        std::max(height - 2 * kDividerInset, 0.0)});
     const double runningWidth = std::max(width - pinned - system - 2 * running_.spacing(), 0.0);
-    running_.stack().setFrame({pinned + running_.spacing(), 0, runningWidth, height});
+    const double runningX = pinned + running_.spacing();
+    running_.stack().setGap(notchIn(runningX));
+    running_.stack().setFrame({runningX, 0, runningWidth, height});
+}
+
+/// The camera housing in the space of a strip that begins at this x. The bar begins where the left reserve ends.
+std::optional<ui::StackView::Gap> MorvelView::notchIn(double stripX) const {
+    if (!compactTop_.notch) return std::nullopt;
+    const double origin = compactTop_.leftReserve + stripX;
+    return ui::StackView::Gap{compactTop_.notch->start - origin, compactTop_.notch->end - origin};
 }
 
 }  // namespace morvel

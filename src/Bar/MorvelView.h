@@ -7,6 +7,7 @@
 
 #include "Bar/BarBackgroundLayer.h"
 #include "Bar/BarServices.h"
+#include "Bar/CompactTop/CompactTopState.h"
 #include "Bar/Drag/DragHighlightView.h"
 #include "Bar/LaunchStrip.h"
 #include "Bar/Layout/RunningStripArranger.h"
@@ -28,6 +29,12 @@ public:
 
     /// The display this bar is on and the Space that it shows now; absent where Spaces cannot be told.
     void setDisplay(DisplayID screenID, std::optional<SpaceID> spaceID);
+
+    /// What the compact mode leaves of the display's width, and how.
+    void setCompactTop(const CompactTopState& state);
+    bool isCompactTopExpanded() const;
+    /// Told the width that the contents of all strips need, in points, after each rebuild of the running strip.
+    std::function<void(double width)> onContentWidthChanged;
 
     /// Projects the windows onto this bar and rebuilds the running strip if the projection changed.
     void rebuildRunningIfNeeded(const WindowMap& windows);
@@ -78,11 +85,13 @@ private:
     SpaceQueryCache makeSpaceQueryCache() const;
     double availableWidth() const;
     void rebuildRunning(std::vector<WindowSnapshot> filtered);
+    std::optional<ui::StackView::Gap> notchIn(double stripX) const;
 
     Lifetime lifetime_;  // before the strips, which hand what it guards to menus; it ends when all of this does
     BarServices services_;
     DisplayID screenID_;
     std::optional<SpaceID> spaceID_;
+    CompactTopState compactTop_;
     BarBackgroundLayer backgroundLayer_;
     std::unique_ptr<DragHighlightView> dragHighlightView_;  // once it was needed
     bool isForeignDragActive_ = false;

@@ -5,6 +5,7 @@
 #include "Application.h"
 #include "Drags.h"
 #include "MacDesktop.h"
+#include "Platform/Mac/System/MacDefaults.h"
 #include "Platform/Mac/objc/AutoreleasePool.h"
 #include "Properties.h"
 #include "RuntimeTest.h"
@@ -335,6 +336,51 @@ TEST_F(Host, RunsWhereThePrivateFunctionsAreMissing) {
         EXPECT_EQ(MacDesktop::bars().size(), 2U);
         EXPECT_EQ(shown(0), Texts{"notes.txt"});
         EXPECT_TRUE(MacDesktop::clickButton(content(0), "notes.txt"));
+    });
+}
+
+TEST_F(Host, ACompactBarStandsBesideTheMenuBar) {
+    runtime().script("NSStatusBar", "thickness", [](Invocation& i) { i.answer<double>(22); });
+    MacDefaults defaults;
+    defaults.set("barEdge", {std::string("top")});
+    defaults.set("autoDetectMacOSMenuWidth", {true});
+    windowServer().windows.push_back({.number = 1, .layer = 24, .pid = 1, .bounds = {{0, 0}, {1440, 24}}});
+    mac.launch(42, "Editor");
+    mac.launch(43, "Mail");
+    mac.launch(50, "Extras");
+    mac.showInMenuBar(42, "AXMenuBar", {10, 60, 120}, 50);
+    mac.showInMenuBar(43, "AXMenuBar", {10, 60}, 50);
+    mac.showInMenuBar(50, "AXExtrasMenuBar", {1380, 1320, 1260, 1200}, 60);
+    const Id notes = mac.open(42, "notes.txt", {100, 100});
+    mac.focus(notes);
+    run([&] {
+        // The bars, from the left, and the toggle's panel of each: over the bar's right end.
+        const auto frames = [] {
+            std::vector<CGRect> all;
+            for (const NSPanel& panel : MacDesktop::bars()) all.push_back(panel.frame());
+            return all;
+        };
+        const CGRect leftToggle{{1312 - 21, 876}, {21, 24}};
+        ASSERT_EQ(frames().size(), 4U);
+        EXPECT_EQ(frames()[0], (CGRect{{178, 876}, {1312 - 178, 24}}));
+        EXPECT_EQ(frames()[1], leftToggle);
+        EXPECT_EQ(frames()[2], (CGRect{{1440, 876}, {1440 - 200, 24}})) << "nobody tells what stands there";
+        EXPECT_EQ(shown(1), Texts{"Expand status icons"});
+        EXPECT_TRUE(MacDesktop::clickButton(content(1), "Expand status icons"));
+        EXPECT_EQ(frames()[0], (CGRect{{178, 876}, {1192 - 178, 24}}));
+        EXPECT_EQ(shown(1), Texts{"Collapse status icons"});
+        const auto& calls = runtime().callNames();
+        EXPECT_EQ(std::ranges::count(calls, "MorvelPanel initWithContentRect:styleMask:backing:defer:"), 4);
+
+        workspace().activate(43);
+        wait();
+        EXPECT_EQ(frames()[0], (CGRect{{118, 876}, {1192 - 118, 24}}));
+        workspace().activate(42);
+        wait();
+        accessibility().failProcess(42, kAXErrorCannotComplete);
+        workspace().activate(42);
+        wait();
+        EXPECT_EQ(frames()[0].origin.x, 0) << "it does not tell its menus any more, and holds nothing up";
     });
 }
 

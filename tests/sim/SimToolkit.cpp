@@ -29,7 +29,10 @@ public:
         setFrame(frame);
         ++panel_.slides;
     }
-    void orderFront() override { panel_.isShown = true; }
+    void orderFront() override {
+        panel_.isShown = true;
+        panel_.surface.layoutNeeded();
+    }
     void orderOut() override { panel_.isShown = false; }
     void setReservesSpace(bool reserves) override { panel_.reservesSpace = reserves; }
 

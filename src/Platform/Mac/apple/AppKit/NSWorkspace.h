@@ -61,6 +61,9 @@ public:
     NSRunningApplication frontmostApplication() const {
         return send<NSRunningApplication>(*this, "frontmostApplication"_sel);
     }
+    NSRunningApplication menuBarOwningApplication() const {
+        return send<NSRunningApplication>(*this, "menuBarOwningApplication"_sel);
+    }
     NSURL urlForApplication(const NSString& bundleIdentifier) const {
         return send<NSURL>(*this, "URLForApplicationWithBundleIdentifier:"_sel, bundleIdentifier);
     }
@@ -88,6 +91,9 @@ public:
     static NSArray screens() { return send<NSArray>(ClassOf<NSScreen>{}, "screens"_sel); }
     CGRect frame() const { return send<CGRect>(*this, "frame"_sel); }
     CGRect visibleFrame() const { return send<CGRect>(*this, "visibleFrame"_sel); }
+    /// What is left beside a camera housing; empty rectangles on a screen without one.
+    CGRect auxiliaryTopLeftArea() const { return send<CGRect>(*this, "auxiliaryTopLeftArea"_sel); }
+    CGRect auxiliaryTopRightArea() const { return send<CGRect>(*this, "auxiliaryTopRightArea"_sel); }
     NSString localizedName() const { return send<NSString>(*this, "localizedName"_sel); }
     NSDictionary deviceDescription() const { return send<NSDictionary>(*this, "deviceDescription"_sel); }
 };
