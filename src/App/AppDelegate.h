@@ -7,11 +7,14 @@
 #include "Bar/Buttons/AppCommands.h"
 #include "Display/DisplayManager.h"
 #include "Display/SpaceQuery.h"
+#include "NowPlaying/AppleScriptPoller.h"
+#include "NowPlaying/NowPlayingStore.h"
 #include "Permissions/AXPermissionGate.h"
 #include "Permissions/PermissionWindow.h"
 #include "Platform/Platform.h"
 #include "Settings/SettingsStore.h"
 #include "Theme/IconCache.h"
+#include "Update/UpdateController.h"
 #include "Util/WindowIDMint.h"
 #include "WindowSource/AXObserverManager.h"
 #include "WindowSource/WindowStore.h"
@@ -34,12 +37,16 @@ public:
     const WindowStore* windowStore() const { return windowStore_.get(); }
     SettingsStore* settings() { return settings_.get(); }
     DisplayManager* displayManager() { return displayManager_.get(); }
+    NowPlayingStore* nowPlaying() { return nowPlaying_.get(); }
+    UpdateController* updateController() { return updateController_.get(); }
 
 private:
     /// At most once.
     void startCore();
     /// Shows the permission window until the permission is there.
     void askForPermission(std::function<void()> granted);
+    void startNowPlaying();
+    void startUpdates();
     BarActions makeBarActions();
     void subscribeToSettings();
 
@@ -50,12 +57,15 @@ private:
     // In the order of creation: what comes later uses what comes before.
     std::unique_ptr<WindowStore> windowStore_;
     std::unique_ptr<SettingsStore> settings_;
+    std::unique_ptr<AppleScriptPoller> scriptPoller_;  // where the host has no poller of its own
+    std::unique_ptr<NowPlayingStore> nowPlaying_;
     std::unique_ptr<AXObserverManager> observerManager_;
     std::unique_ptr<AppCommands> appCommands_;
     std::unique_ptr<SpaceQuery> spaceQuery_;
     std::unique_ptr<IconCache> iconCache_;
     BarActions barActions_;
     std::unique_ptr<DisplayManager> displayManager_;
+    std::unique_ptr<UpdateController> updateController_;
     Subscriptions subscriptions_;
 };
 

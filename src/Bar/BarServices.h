@@ -7,6 +7,7 @@
 #include "Bar/Buttons/AppActions.h"
 #include "Bar/Buttons/OtherScreen.h"
 #include "Display/SpaceQuery.h"
+#include "NowPlaying/NowPlayingStore.h"
 #include "Platform/Icons.h"
 #include "Platform/MainLoop.h"
 #include "Platform/Screens.h"
@@ -47,6 +48,7 @@ struct BarServices {
     WindowStore& store;
     SettingsStore& settings;
     IconCache& iconCache;
+    NowPlayingStore& nowPlaying;
     WindowIDMint& mint;
     const BarActions& actions;
 };

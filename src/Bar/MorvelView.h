@@ -12,6 +12,7 @@
 #include "Bar/Layout/RunningZoneWidths.h"
 #include "Bar/Layout/WindowProjection.h"
 #include "Bar/RunningStrip.h"
+#include "NowPlaying/NowPlayingPopover.h"
 #include "UI/StackView.h"
 #include "UI/View.h"
 #include "Util/Lifetime.h"
@@ -48,6 +49,7 @@ public:
     std::function<void()> unpinReveal = [] {};
 
     bool acceptsMouse() const override { return true; }
+    void mouseDown(const ui::MouseEvent& event) override;
     void rightMouseDown(const ui::MouseEvent& event) override;
     void windowDragEntered(const ui::DragInfo& info) override;
     void windowDragExited() override;
@@ -64,6 +66,8 @@ private:
     void schedule(Rebuild rebuild);
     RunningStrip::Reveal reveal();
     RunningStrip::Drops drops();
+    NowPlayingControls nowPlayingControls();
+    void openNowPlaying(ui::View& button, const std::string& bundleID);
     bool runningWindowDropped(const WindowID& id, size_t index);
     void installDragHighlightIfNeeded();
     ProjectionContext projectionContext() const;
@@ -81,6 +85,7 @@ private:
     ui::StackView pinnedStack_;
     ui::StackView systemStack_;
     ui::View divider_;
+    NowPlayingPopover nowPlayingPopover_;
     RunningStrip running_;
     RunningStripArranger arranger_;
     std::optional<RunningProjection> lastRunningProjection_;

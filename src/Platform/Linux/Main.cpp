@@ -4,10 +4,13 @@
 
 #include "App/AppDelegate.h"
 #include "Platform/Linux/Accessibility/AccessibilityService.h"
+#include "Platform/Linux/NowPlaying/MprisPoller.h"
+#include "Platform/Linux/System/ProgramParts.h"
 #include "Platform/Linux/System/StderrLog.h"
 #include "Platform/Linux/System/ThreadQueue.h"
 #include "Platform/Linux/UI/TextLayouts.h"
 #include "Platform/Linux/UI/XToolkit.h"
+#include "Platform/Linux/Web/FetchClient.h"
 #include "Platform/Linux/XSystem.h"
 
 namespace morvel::x11 {
@@ -30,9 +33,13 @@ int run() {
     }
     XSystem system(loop, log, *connection, JsonDefaults::defaultPath());
     XToolkit toolkit(*connection, loop, system.screens());
+    FetchClient web(loop, programPart(FetchClient::kProgram));
+    MprisPoller players(loop, system.workspace());
     AppDelegate delegate({loop, log, system.accessibility(), system.windowServer(), system.workspace(),
                           system.screens(), system.defaults(), system.icons(), toolkit, [&loop] { loop.quit(); },
-                          [](const std::string&) { return std::make_unique<ThreadQueue>(); }});
+                          [](const std::string&) { return std::make_unique<ThreadQueue>(); },
+                          [] { return Date(std::chrono::system_clock::now()); }, web, MORVEL_VERSION, std::nullopt,
+                          &players});
     delegate.applicationDidFinishLaunching();
     AccessibilityService accessibility(loop, log, toolkit);
 

@@ -57,6 +57,12 @@ inline constexpr auto draggingSessionEnded = "draggingSession:endedAtPoint:opera
 // Popovers.
 inline constexpr auto popoverDidClose = "popoverDidClose:"_sel;
 
+// Answers from web servers.
+inline constexpr auto willPerformHTTPRedirection =
+    "URLSession:task:willPerformHTTPRedirection:newRequest:completionHandler:"_sel;
+inline constexpr auto didReceiveData = "URLSession:dataTask:didReceiveData:"_sel;
+inline constexpr auto didCompleteWithError = "URLSession:task:didCompleteWithError:"_sel;
+
 // Actions of our own.
 inline constexpr auto menuItemChosen = "menuItemChosen:"_sel;
 inline constexpr auto promptButtonPressed = "promptButtonPressed:"_sel;
