@@ -17,6 +17,7 @@ PopoverWindow::PopoverWindow(ToolkitContext& context, ui::View& content, std::fu
     : context_(context), content_(content), closed_(std::move(closed)) {}
 
 PopoverWindow::~PopoverWindow() {
+    context_.popoverWillClose(window_.get());
     context_.retire(std::move(window_));
 }
 
@@ -41,6 +42,7 @@ void PopoverWindow::show(ui::View& anchor, ui::Edge edge, Size size) {
                               .wheelTurned = [this](int notches) { scrollBy(notches * kWheelStep); }});
     place(size);
     window_->show();
+    context_.popoverOpened(*window_);
 }
 
 void PopoverWindow::resize(Size size) {
@@ -51,6 +53,7 @@ void PopoverWindow::resize(Size size) {
 
 void PopoverWindow::close() {
     refused_.reset();
+    context_.popoverWillClose(window_.get());
     context_.retire(std::move(window_));
     closed_();
 }
