@@ -72,6 +72,7 @@ void AppDelegate::startCore() {
         platform_.windowServer, platform_.workspace);
     displayManager_->start();
     startUpdates();
+    startClamping();
     subscribeToSettings();
 }
 
@@ -95,6 +96,17 @@ void AppDelegate::startUpdates() {
                                                       checker.fetchLatest(std::move(fetched));
                                                   }});
     updateController_->start();
+}
+
+void AppDelegate::startClamping() {
+    clampingBlacklist_ = std::make_unique<ClampingBlacklist>(platform_.defaults);
+    windowClamper_ = std::make_unique<WindowClamper>(
+        WindowClamper::System{
+            platform_.mainLoop, platform_.screens, platform_.workspace,
+            [this] { return platform_.toolkit.isMouseButtonDown(); },
+            [this](WindowID id, const Rect<AXSpace>& frame) { observerManager_->setWindowFrame(id, frame); }},
+        *windowStore_, *clampingBlacklist_, *settings_);
+    windowClamper_->start();
 }
 
 void AppDelegate::subscribeToSettings() {

@@ -5,6 +5,8 @@
 
 #include "Bar/BarServices.h"
 #include "Bar/Buttons/AppCommands.h"
+#include "Clamping/ClampingBlacklist.h"
+#include "Clamping/WindowClamper.h"
 #include "Display/DisplayManager.h"
 #include "Display/SpaceQuery.h"
 #include "NowPlaying/AppleScriptPoller.h"
@@ -39,6 +41,7 @@ public:
     DisplayManager* displayManager() { return displayManager_.get(); }
     NowPlayingStore* nowPlaying() { return nowPlaying_.get(); }
     UpdateController* updateController() { return updateController_.get(); }
+    ClampingBlacklist* clampingBlacklist() { return clampingBlacklist_.get(); }
 
 private:
     /// At most once.
@@ -48,6 +51,7 @@ private:
     void startNowPlaying();
     void startUpdates();
     BarActions makeBarActions();
+    void startClamping();
     void subscribeToSettings();
 
     Platform platform_;
@@ -66,6 +70,8 @@ private:
     BarActions barActions_;
     std::unique_ptr<DisplayManager> displayManager_;
     std::unique_ptr<UpdateController> updateController_;
+    std::unique_ptr<ClampingBlacklist> clampingBlacklist_;
+    std::unique_ptr<WindowClamper> windowClamper_;
     Subscriptions subscriptions_;
 };
 

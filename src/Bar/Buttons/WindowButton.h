@@ -40,7 +40,7 @@ struct WindowButtonBindings {
     std::function<DragHoverRaiseController*()> dragHoverProvider = [] { return nullptr; };
     NowPlayingControls nowPlayingControls;
 
-    /// Called in pairs around a menu, to keep the bar shown meanwhile.
+    /// Called in pairs around a menu, and around a drag of the button, to keep the bar shown meanwhile.
     std::function<void()> pinReveal;
     std::function<void()> unpinReveal;
 };

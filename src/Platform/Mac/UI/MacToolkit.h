@@ -21,6 +21,9 @@ public:
     void beginDrag(ui::View& view, ui::DragItem item, std::function<void(ui::DragOperation)> ended) override;
     std::unique_ptr<ui::PromptPeer> showPrompt(ui::Prompt prompt) override;
     Size textSize(std::string_view text, const ui::Font& font) override;
+    std::optional<Point<ScreenSpace>> pointerLocation() override;
+    bool isMouseButtonDown() override;
+    bool reducesMotion() override;
     Subscription observeOutsidePresses(std::function<void()> pressed) override;
 
 private:
