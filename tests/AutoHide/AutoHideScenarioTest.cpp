@@ -60,8 +60,8 @@ TEST(AutoHideScenario, HidesAtLeavingAndComesBackAtTheEdge) {
     EXPECT_EQ(desktop.barPanel().slides, 1);
     EXPECT_FALSE(desktop.barPanel().reservesSpace) << "windows do not give way for a moment";
     EXPECT_FALSE(desktop.strip().isShown) << "a press at the very edge is the bar's";
-    const size_t timersAtRest = desktop.mainLoop().armedTimers();
     desktop.run(60s);
+    const size_t timersAtRest = desktop.mainLoop().armedTimers();
     EXPECT_TRUE(desktop.isBarSeen()) << "for as long as the pointer is over it";
 
     desktop.toolkit().leave();
