@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "Display/MenuBar/AppleMenu.h"
+#include "Update/UpdateChecker.h"
 
 namespace morvel {
 
@@ -52,6 +53,7 @@ void AppDelegate::startCore() {
         std::make_unique<WindowStore>(mint_, [this](ProcessID pid) { return platform_.workspace.isProcessAlive(pid); });
     settings_ = std::make_unique<SettingsStore>(platform_.defaults);
     pinnedStore_ = std::make_unique<PinnedAppsStore>(platform_.defaults);
+    startNowPlaying();
     observerManager_ = std::make_unique<AXObserverManager>(
         AXObserverManager::System{platform_.mainLoop, platform_.log, platform_.accessibility, platform_.windowServer,
                                   platform_.workspace, platform_.screens},
@@ -71,10 +73,11 @@ void AppDelegate::startCore() {
     barActions_ = makeBarActions();
     displayManager_ = std::make_unique<DisplayManager>(
         BarServices{platform_.toolkit, platform_.mainLoop, platform_.screens, platform_.icons, *spaceQuery_,
-                    *windowStore_, *settings_, *pinnedStore_, *platform_.installedApplications, *iconCache_, mint_,
-                    barActions_},
+                    *windowStore_, *settings_, *pinnedStore_, *platform_.installedApplications, *iconCache_,
+                    *nowPlaying_, mint_, barActions_},
         platform_.windowServer, platform_.workspace, platform_.accessibility);
     displayManager_->start();
+    startUpdates();
     startClamping();
     subscribeToSettings();
 }
@@ -86,6 +89,28 @@ void AppDelegate::makeLaunchers() {
         *windowStore_, [this](WindowID id, const Screen& to) { observerManager_->moveWindow(id, to); });
     installedApps_ = std::make_unique<InstalledAppsLoader>(platform_.installedApplications, platform_.mainLoop,
                                                            platform_.makeWorkQueue("installed applications"));
+}
+
+void AppDelegate::startNowPlaying() {
+    NowPlayingPoller* poller = platform_.nowPlayingPoller;
+    if (!poller && platform_.scriptRunner) {
+        scriptPoller_ =
+            std::make_unique<AppleScriptPoller>(platform_.scriptRunner, platform_.mainLoop, platform_.makeWorkQueue);
+        poller = scriptPoller_.get();
+    }
+    nowPlaying_ = std::make_unique<NowPlayingStore>(poller, platform_.mainLoop);
+    if (settings_->nowPlayingEnabled.value()) nowPlaying_->start();
+}
+
+void AppDelegate::startUpdates() {
+    const std::string version = platform_.programVersion.value_or("");
+    updateController_ = std::make_unique<UpdateController>(
+        *settings_, UpdateController::Environment{platform_.mainLoop, platform_.wallClock,
+                                                  SemanticVersion::parse(version), platform_.systemVersion,
+                                                  [checker = UpdateChecker(platform_.httpClient)](auto fetched) {
+                                                      checker.fetchLatest(std::move(fetched));
+                                                  }});
+    updateController_->start();
 }
 
 void AppDelegate::startClamping() {
@@ -100,6 +125,8 @@ void AppDelegate::startClamping() {
 }
 
 void AppDelegate::subscribeToSettings() {
+    subscriptions_.push_back(settings_->nowPlayingEnabled.subscribe(
+        [this](bool enabled) { enabled ? nowPlaying_->start() : nowPlaying_->stop(); }, Current::Skip));
     subscriptions_.push_back(
         settings_->theme.subscribe([this](Theme theme) { platform_.toolkit.setAppearance(appearanceOf(theme)); }));
 }

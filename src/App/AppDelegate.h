@@ -11,12 +11,15 @@
 #include "Display/SpaceQuery.h"
 #include "Launcher/InstalledAppsLoader.h"
 #include "Launcher/PinnedItemLauncher.h"
+#include "NowPlaying/AppleScriptPoller.h"
+#include "NowPlaying/NowPlayingStore.h"
 #include "Permissions/AXPermissionGate.h"
 #include "Permissions/PermissionWindow.h"
 #include "Pinned/PinnedAppsStore.h"
 #include "Platform/Platform.h"
 #include "Settings/SettingsStore.h"
 #include "Theme/IconCache.h"
+#include "Update/UpdateController.h"
 #include "Util/WindowIDMint.h"
 #include "WindowSource/AXObserverManager.h"
 #include "WindowSource/WindowStore.h"
@@ -43,6 +46,8 @@ public:
     /// Also null again once the program is about to end.
     PinnedItemLauncher* pinnedItemLauncher() { return pinnedItemLauncher_.get(); }
     const BarActions& barActions() const { return barActions_; }
+    NowPlayingStore* nowPlaying() { return nowPlaying_.get(); }
+    UpdateController* updateController() { return updateController_.get(); }
     ClampingBlacklist* clampingBlacklist() { return clampingBlacklist_.get(); }
 
 private:
@@ -50,6 +55,8 @@ private:
     void startCore();
     /// Shows the permission window until the permission is there.
     void askForPermission(std::function<void()> granted);
+    void startNowPlaying();
+    void startUpdates();
     BarActions makeBarActions();
     void pinApplication(ProcessID pid);
     void makeLaunchers();
@@ -64,6 +71,8 @@ private:
     std::unique_ptr<WindowStore> windowStore_;
     std::unique_ptr<SettingsStore> settings_;
     std::unique_ptr<PinnedAppsStore> pinnedStore_;
+    std::unique_ptr<AppleScriptPoller> scriptPoller_;  // where the host has no poller of its own
+    std::unique_ptr<NowPlayingStore> nowPlaying_;
     std::unique_ptr<AXObserverManager> observerManager_;
     std::unique_ptr<AppCommands> appCommands_;
     std::unique_ptr<SpaceQuery> spaceQuery_;
@@ -72,6 +81,7 @@ private:
     std::unique_ptr<IconCache> iconCache_;
     BarActions barActions_;
     std::unique_ptr<DisplayManager> displayManager_;
+    std::unique_ptr<UpdateController> updateController_;
     std::unique_ptr<ClampingBlacklist> clampingBlacklist_;
     std::unique_ptr<WindowClamper> windowClamper_;
     Subscriptions subscriptions_;

@@ -9,6 +9,7 @@
 #include "Display/SpaceQuery.h"
 #include "Launcher/InstalledApp.h"
 #include "Pinned/PinnedAppsStore.h"
+#include "NowPlaying/NowPlayingStore.h"
 #include "Platform/Icons.h"
 #include "Platform/InstalledApplications.h"
 #include "Platform/MainLoop.h"
@@ -59,6 +60,7 @@ struct BarServices {
     PinnedAppsStore& pinned;
     InstalledApplications& installedApplications;
     IconCache& iconCache;
+    NowPlayingStore& nowPlaying;
     WindowIDMint& mint;
     const BarActions& actions;
 };

@@ -28,7 +28,8 @@ MorvelView::MorvelView(const BarServices& services, DisplayID screenID, std::opt
       systemButtons_(services, reveal(), [this] { placeSystemButtons(); }),
       launchStrip_(services, screenID, reveal()),
       systemStack_(ui::StackView::Axis::Horizontal, kStripSpacing),
-      running_(services, screenID, reveal(), drops()) {
+      nowPlayingPopover_({services.toolkit, services.icons, services.iconCache}),
+      running_(services, screenID, reveal(), drops(), nowPlayingControls()) {
     systemStack_.setInsets(0, kBarInset);
     divider_.setBackground(ui::kSeparatorColor);
     running_.stack().setClipsToBounds(true);
@@ -59,6 +60,19 @@ void MorvelView::placeSystemButtons() {
     schedule(Rebuild::IfNeeded);
 }
 
+NowPlayingControls MorvelView::nowPlayingControls() {
+    return {&services_.mainLoop,
+            [this](ui::View& button, const std::string& bundleID) { openNowPlaying(button, bundleID); },
+            [this] { nowPlayingPopover_.close(); }};
+}
+
+void MorvelView::openNowPlaying(ui::View& button, const std::string& bundleID) {
+    const std::optional<NowPlayingState> state = services_.nowPlaying.state().value();
+    if (!state || state->bundleID != bundleID) return;
+    if (!nowPlayingPopover_.isShown()) pinReveal();
+    nowPlayingPopover_.show(button, *state, services_.nowPlaying, services_.settings.barEdge.value());
+}
+
 void MorvelView::subscribeToStore() {
     subscriptions_.push_back(services_.store.windows().subscribe(
         [this](const WindowMapRef&) { schedule(Rebuild::IfNeeded); }, Current::Skip));
@@ -68,6 +82,11 @@ void MorvelView::subscribeToStore() {
     subscriptions_.push_back(services_.settings.pinnedMaxVisible.subscribe(follows, Current::Skip));
     subscriptions_.push_back(services_.store.focusedID().subscribe(
         [this](const std::optional<WindowID>& focused) { running_.applyFocus(focused); }));
+    nowPlayingPopover_.onDidClose = [this] { unpinReveal(); };
+    subscriptions_.push_back(
+        services_.nowPlaying.state().subscribe([this](const std::optional<NowPlayingState>& state) {
+            running_.applyNowPlaying(state ? std::optional(state->bundleID) : std::nullopt);
+        }));
 }
 
 void MorvelView::subscribeToSettings() {
@@ -211,7 +230,12 @@ void MorvelView::rebuildRunning(std::vector<WindowSnapshot> filtered) {
                           systemStack_.intrinsicSize().width + 2 * running_.spacing());
 }
 
+void MorvelView::mouseDown(const ui::MouseEvent&) {
+    nowPlayingPopover_.close();
+}
+
 void MorvelView::rightMouseDown(const ui::MouseEvent& event) {
+    nowPlayingPopover_.close();
     if (!services_.actions.contextMenu) return;
     pinReveal();
     services_.toolkit.popUpMenu(services_.actions.contextMenu(), *this, event.location,

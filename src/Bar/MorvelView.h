@@ -15,6 +15,7 @@
 #include "Bar/Layout/WindowProjection.h"
 #include "Bar/RunningStrip.h"
 #include "Bar/SystemButtons.h"
+#include "NowPlaying/NowPlayingPopover.h"
 #include "UI/StackView.h"
 #include "UI/View.h"
 #include "Util/Lifetime.h"
@@ -57,6 +58,7 @@ public:
     std::function<void()> unpinReveal = [] {};
 
     bool acceptsMouse() const override { return true; }
+    void mouseDown(const ui::MouseEvent& event) override;
     void rightMouseDown(const ui::MouseEvent& event) override;
     /// Files that no button takes are pinned, wherever on the bar they are dropped.
     bool acceptsDrag(const ui::DragPasteboard& pasteboard) const override;
@@ -78,6 +80,8 @@ private:
     BarReveal reveal();
     void placeSystemButtons();
     RunningStrip::Drops drops();
+    NowPlayingControls nowPlayingControls();
+    void openNowPlaying(ui::View& button, const std::string& bundleID);
     bool runningWindowDropped(const WindowID& id, size_t index);
     void installDragHighlightIfNeeded();
     void setPinnedByDrag(bool pinned);
@@ -100,6 +104,7 @@ private:
     LaunchStrip launchStrip_;
     ui::StackView systemStack_;
     ui::View divider_;
+    NowPlayingPopover nowPlayingPopover_;
     RunningStrip running_;
     RunningStripArranger arranger_;
     std::optional<RunningProjection> lastRunningProjection_;

@@ -103,6 +103,13 @@ void installWorkspace(Runtime& runtime) {
     runtime.implement("NSRunningApplication", "+runningApplicationWithProcessIdentifier:", [](Invocation& i) {
         i.answerObject(workspace().withPid(i.argument<std::int32_t>(0)));
     });
+    runtime.implement("NSRunningApplication", "+runningApplicationsWithBundleIdentifier:", [](Invocation& i) {
+        Elements found;
+        for (const Id& application : workspace().runningApplications)
+            if (textOf(property<RawObject>(application.raw(), "bundleIdentifier")) == textOf(i.object(0)))
+                found.push_back(application);
+        i.answerObject(makeArray(std::move(found)));
+    });
     runtime.implement("NSRunningApplication", "activateWithOptions:", [](Invocation& i) {
         workspace().activate(property<std::int32_t>(i.receiver(), "processIdentifier"));
         i.answer<bool>(true);

@@ -19,7 +19,13 @@ Desktop::Desktop(const std::vector<DisplaySpec>& displays)
                 toolkit_,
                 [this] { ++terminations_; },
                 [this](const std::string& label) { return workQueues_.make(label); },
-                installedApplications_} {
+                installedApplications_,
+                [this] { return now(); },
+                web_,
+                "1.0.0",
+                "14.1.0",
+                nullptr,
+                players_} {
     for (const DisplaySpec& display : displays) {
         screens_.list.push_back(SimScreens::screenOf(display));
         addDisplaySpaces(display.id);

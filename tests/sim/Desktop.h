@@ -16,8 +16,10 @@
 #include "sim/SimIcons.h"
 #include "sim/SimInstalledApplications.h"
 #include "sim/SimLog.h"
+#include "sim/SimPlayers.h"
 #include "sim/SimScreens.h"
 #include "sim/SimToolkit.h"
+#include "sim/SimWeb.h"
 #include "sim/SimWindow.h"
 #include "sim/SimWindowServer.h"
 #include "sim/SimWorkQueue.h"
@@ -55,6 +57,10 @@ public:
     SimToolkit& toolkit() { return toolkit_; }
     SimWorkQueues& workQueues() { return workQueues_; }
     SimInstalledApplications& installedApplications() { return *installedApplications_; }
+    SimPlayers& players() { return *players_; }
+    SimWeb& web() { return web_; }
+    /// The time of day; the clock of the main loop on top of it.
+    Date now() const { return Date(std::chrono::seconds(1700000000)) + mainLoop_.now().time_since_epoch(); }
     Journal& journal() { return journal_; }
 
     void run(Duration time) { mainLoop_.advance(time); }
@@ -111,6 +117,8 @@ private:
     SimToolkit toolkit_{mainLoop_};
     SimWorkQueues workQueues_{mainLoop_};
     std::shared_ptr<SimInstalledApplications> installedApplications_ = std::make_shared<SimInstalledApplications>();
+    std::shared_ptr<SimPlayers> players_ = std::make_shared<SimPlayers>(workspace_);
+    SimWeb web_{mainLoop_};
     Platform platform_;
     std::vector<std::unique_ptr<SimApp>> apps_;
     std::map<ElementID, SimWindow*> windows_;       // by window element

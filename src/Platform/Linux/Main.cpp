@@ -5,10 +5,13 @@
 #include "App/AppDelegate.h"
 #include "Platform/Linux/Accessibility/AccessibilityService.h"
 #include "Platform/Linux/Applications/InstalledEntries.h"
+#include "Platform/Linux/NowPlaying/MprisPoller.h"
+#include "Platform/Linux/System/ProgramParts.h"
 #include "Platform/Linux/System/StderrLog.h"
 #include "Platform/Linux/System/ThreadQueue.h"
 #include "Platform/Linux/UI/TextLayouts.h"
 #include "Platform/Linux/UI/XToolkit.h"
+#include "Platform/Linux/Web/FetchClient.h"
 #include "Platform/Linux/XSystem.h"
 
 namespace morvel::x11 {
@@ -31,10 +34,14 @@ int run() {
     }
     XSystem system(loop, log, *connection, JsonDefaults::defaultPath());
     XToolkit toolkit(*connection, loop, system.screens());
+    FetchClient web(loop, programPart(FetchClient::kProgram));
+    MprisPoller players(loop, system.workspace());
     AppDelegate delegate({loop, log, system.accessibility(), system.windowServer(), system.workspace(),
                           system.screens(), system.defaults(), system.icons(), toolkit, [&loop] { loop.quit(); },
                           [](const std::string&) { return std::make_unique<ThreadQueue>(); },
-                          std::make_shared<InstalledEntries>()});
+                          std::make_shared<InstalledEntries>(),
+                          [] { return Date(std::chrono::system_clock::now()); }, web, MORVEL_VERSION, std::nullopt,
+                          &players});
     delegate.applicationDidFinishLaunching();
     AccessibilityService accessibility(loop, log, toolkit);
 

@@ -7,6 +7,7 @@
 #include "Platform/Mac/System/MacDefaults.h"
 #include "Platform/Mac/System/MacLog.h"
 #include "Platform/Mac/System/MacMainLoop.h"
+#include "Platform/Mac/Web/MacHttp.h"
 #include "Platform/Mac/Windows/MacAccessibility.h"
 #include "Platform/Mac/Windows/MacWindowServer.h"
 
@@ -15,7 +16,7 @@ namespace morvel::mac {
 /// Made on the main thread once the application object exists.
 class MacSystem {
 public:
-    MacSystem() : accessibility_(mainLoop_), windowServer_(log_) {}
+    MacSystem() : accessibility_(mainLoop_), windowServer_(log_), http_(mainLoop_) {}
 
     MainLoop& mainLoop() { return mainLoop_; }
     Log& log() { return log_; }
@@ -25,6 +26,7 @@ public:
     Screens& screens() { return screens_; }
     UserDefaults& defaults() { return defaults_; }
     Icons& icons() { return icons_; }
+    HttpClient& httpClient() { return http_; }
 
 private:
     MacMainLoop mainLoop_;
@@ -35,6 +37,7 @@ private:
     MacScreens screens_;
     MacDefaults defaults_;
     MacIcons icons_;
+    MacHttp http_;
 };
 
 }  // namespace morvel::mac

@@ -2,7 +2,7 @@
 
 #include <dlfcn.h>
 
-#include <filesystem>
+#include "Platform/Linux/System/ProgramParts.h"
 
 namespace morvel::x11 {
 
@@ -10,24 +10,10 @@ namespace {
 
 constexpr const char* kFileName = "morvel-accessibility.so";
 
-std::filesystem::path executableFolder() {
-    std::error_code error;
-    return std::filesystem::read_symlink("/proc/self/exe", error).parent_path();
-}
-
-std::filesystem::path modulePath() {
-    for (const std::filesystem::path& folder : {executableFolder(), std::filesystem::path(MORVEL_MODULE_FOLDER)}) {
-        std::error_code error;
-        // A relative path would be looked up wherever the loader likes.
-        if (folder.is_absolute() && std::filesystem::exists(folder / kFileName, error)) return folder / kFileName;
-    }
-    return {};
-}
-
 }  // namespace
 
 std::unique_ptr<AccessibilityBridge> loadAccessibilityModule(const std::string& busAddress, Log& log) {
-    const std::filesystem::path path = modulePath();
+    const std::filesystem::path path = programPart(kFileName);
     if (path.empty()) {
         log.error(std::string("The session asks for accessibility, but there is no ") + kFileName + ".");
         return nullptr;

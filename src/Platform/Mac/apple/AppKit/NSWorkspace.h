@@ -20,6 +20,10 @@ public:
         return send<NSRunningApplication>(ClassOf<NSRunningApplication>{},
                                           "runningApplicationWithProcessIdentifier:"_sel, pid);
     }
+    static NSArray withBundleIdentifier(const NSString& identifier) {
+        return send<NSArray>(ClassOf<NSRunningApplication>{}, "runningApplicationsWithBundleIdentifier:"_sel,
+                             identifier);
+    }
     std::int32_t processIdentifier() const { return send<std::int32_t>(*this, "processIdentifier"_sel); }
     NSInteger activationPolicy() const { return send<NSInteger>(*this, "activationPolicy"_sel); }
     NSString bundleIdentifier() const { return send<NSString>(*this, "bundleIdentifier"_sel); }

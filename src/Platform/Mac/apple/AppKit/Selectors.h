@@ -69,6 +69,12 @@ inline constexpr auto cancelOperation = "cancelOperation:"_sel;
 // Popovers.
 inline constexpr auto popoverDidClose = "popoverDidClose:"_sel;
 
+// Answers from web servers.
+inline constexpr auto willPerformHTTPRedirection =
+    "URLSession:task:willPerformHTTPRedirection:newRequest:completionHandler:"_sel;
+inline constexpr auto didReceiveData = "URLSession:dataTask:didReceiveData:"_sel;
+inline constexpr auto didCompleteWithError = "URLSession:task:didCompleteWithError:"_sel;
+
 // Actions of our own.
 inline constexpr auto menuItemChosen = "menuItemChosen:"_sel;
 inline constexpr auto promptButtonPressed = "promptButtonPressed:"_sel;
