@@ -4,6 +4,7 @@
 #include <functional>
 
 #include "Platform/Accessibility.h"
+#include "Platform/Features.h"
 #include "Platform/Icons.h"
 #include "Platform/Log.h"
 #include "Platform/MainLoop.h"
@@ -30,6 +31,7 @@ struct Platform {
     /// Ends the program: the host leaves its event loop after this turn and then tells the application.
     std::function<void()> terminate;
     MakeWorkQueue makeWorkQueue;
+    Features features = {};
 };
 
 }  // namespace morvel

@@ -30,6 +30,8 @@ int run() {
     }
     XSystem system(loop, log, *connection, JsonDefaults::defaultPath());
     XToolkit toolkit(*connection, loop, system.screens());
+    FormService forms(log);
+    toolkit.setFormService(&forms);
     AppDelegate delegate({loop, log, system.accessibility(), system.windowServer(), system.workspace(),
                           system.screens(), system.defaults(), system.icons(), toolkit, [&loop] { loop.quit(); },
                           [](const std::string&) { return std::make_unique<ThreadQueue>(); }});

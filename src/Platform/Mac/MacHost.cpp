@@ -15,7 +15,8 @@ Platform MacHost::platform() {
             system_.icons(),
             toolkit_,
             [] { NSApplication::shared().terminate(); },
-            [](const std::string& label) { return std::make_unique<DispatchQueue>(label); }};
+            [](const std::string& label) { return std::make_unique<DispatchQueue>(label); },
+            {.hasMenuBar = true, .hasDock = true, .switchesSpaces = true}};
 }
 
 void MacHost::run(AppDelegate::Callbacks application) {
