@@ -94,7 +94,7 @@ public:
     virtual std::unique_ptr<PromptPeer> showPrompt(Prompt) { return nullptr; }
 
     /// A window of controls, not shown yet. Null where such windows cannot be shown, which the host has logged.
-    virtual std::unique_ptr<FormWindowPeer> makeFormWindow(Form form) = 0;
+    virtual std::unique_ptr<FormWindowPeer> makeFormWindow(Form) { return nullptr; }
 
     /// The size of one line of text, in points. Text that is not UTF-8 is measured as it would be shown.
     virtual Size textSize(std::string_view text, const Font& font) = 0;

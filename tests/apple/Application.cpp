@@ -40,6 +40,7 @@ void installApplication(Runtime& runtime) {
 void installSystemObjects(Runtime& runtime) {
     installValues(runtime);
     installViews(runtime);
+    installForms(runtime);
     installDrags(runtime);
     installEvents(runtime);
     installAppearance(runtime);

@@ -10,6 +10,7 @@ constexpr int kPageMargin = 24;
 constexpr int kSectionSpacing = 22;
 constexpr int kRowSpacing = 12;
 constexpr int kHeaderMargin = 12;
+constexpr int kSearchCharacters = 18;
 
 /// Control-F leads to the search field, Control-W closes the window.
 gboolean keyPressed(GtkWidget* window, GdkEventKey* event, gpointer search) {
@@ -82,7 +83,9 @@ GtkWidget* FormWindow::makeHeader() {
     g_object_set(header, "margin", kHeaderMargin, nullptr);
     GtkWidget* switcher = gtk_stack_switcher_new();
     gtk_stack_switcher_set_stack(GTK_STACK_SWITCHER(switcher), GTK_STACK(stack_));
+    addClass(switcher, "morvel-tabs");
     gtk_entry_set_placeholder_text(GTK_ENTRY(search_), form_.searchPlaceholder.c_str());
+    gtk_entry_set_width_chars(GTK_ENTRY(search_), kSearchCharacters);
     gtk_box_pack_start(GTK_BOX(header), switcher, FALSE, FALSE, 0);
     gtk_box_pack_end(GTK_BOX(header), search_, FALSE, FALSE, 0);
     return header;

@@ -18,7 +18,9 @@ constexpr const char* kNoBridgeVariable = "NO_AT_BRIDGE";
 
 constexpr const char* kStyle =
     ".morvel-heading { font-weight: bold; font-size: 110%; }"
-    ".morvel-help { font-size: 92%; }";
+    ".morvel-help { font-size: 92%; }"
+    // Themes give these buttons more width than their titles need, and five would not fit beside the search field.
+    ".morvel-tabs button { min-width: 0; padding-left: 10px; padding-right: 10px; }";
 
 /// GTK would enter itself as the whole program with assistive programs, where the bar has its own place: the functions
 /// by which ATK asks for the program's root are put back, and no bridge is started.
