@@ -70,7 +70,19 @@ void AppDelegate::startCore() {
                     *windowStore_, *settings_, *iconCache_, mint_, barActions_},
         platform_.windowServer, platform_.workspace);
     displayManager_->start();
+    startClamping();
     subscribeToSettings();
+}
+
+void AppDelegate::startClamping() {
+    clampingBlacklist_ = std::make_unique<ClampingBlacklist>(platform_.defaults);
+    windowClamper_ = std::make_unique<WindowClamper>(
+        WindowClamper::System{
+            platform_.mainLoop, platform_.screens, platform_.workspace,
+            [this] { return platform_.toolkit.isMouseButtonDown(); },
+            [this](WindowID id, const Rect<AXSpace>& frame) { observerManager_->setWindowFrame(id, frame); }},
+        *windowStore_, *clampingBlacklist_, *settings_);
+    windowClamper_->start();
 }
 
 void AppDelegate::subscribeToSettings() {
@@ -100,7 +112,7 @@ void AppDelegate::openSettings() {
     if (!settings_) return;
     if (!settingsWindow_)
         settingsWindow_ = std::make_unique<SettingsWindow>(platform_.toolkit, platform_.mainLoop,
-                                                           settingsSources(platform_, *settings_));
+                                                           settingsSources(platform_, *settings_, *clampingBlacklist_));
     settingsWindow_->show();
 }
 

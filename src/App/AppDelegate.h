@@ -5,6 +5,8 @@
 
 #include "Bar/BarServices.h"
 #include "Bar/Buttons/AppCommands.h"
+#include "Clamping/ClampingBlacklist.h"
+#include "Clamping/WindowClamper.h"
 #include "Display/DisplayManager.h"
 #include "Display/SpaceQuery.h"
 #include "Permissions/AXPermissionGate.h"
@@ -37,6 +39,7 @@ public:
     const WindowStore* windowStore() const { return windowStore_.get(); }
     SettingsStore* settings() { return settings_.get(); }
     DisplayManager* displayManager() { return displayManager_.get(); }
+    ClampingBlacklist* clampingBlacklist() { return clampingBlacklist_.get(); }
 
 private:
     /// At most once.
@@ -44,6 +47,7 @@ private:
     /// Shows the permission window until the permission is there.
     void askForPermission(std::function<void()> granted);
     BarActions makeBarActions();
+    void startClamping();
     void subscribeToSettings();
 
     Platform platform_;
@@ -59,6 +63,8 @@ private:
     std::unique_ptr<IconCache> iconCache_;
     BarActions barActions_;
     std::unique_ptr<DisplayManager> displayManager_;
+    std::unique_ptr<ClampingBlacklist> clampingBlacklist_;
+    std::unique_ptr<WindowClamper> windowClamper_;
     std::unique_ptr<SettingsWindow> settingsWindow_;
     Subscriptions subscriptions_;
 };

@@ -289,7 +289,11 @@ void AXObserverManager::moveWindow(WindowID id, const Screen& to) {
 }
 
 void AXObserverManager::setWindowFrame(WindowID id, const Rect<AXSpace>& frame) {
-    if (const TrackedWindow* window = tracker_.find(id)) actions_.setFrame(*window, frame);
+    // Nobody waits for this, unlike for what a person asked for: a process that hangs is spared.
+    const TrackedWindow* window = tracker_.find(id);
+    if (!window || unresponsive_.contains(window->pid)) return;
+    const ProcessID pid = window->pid;
+    if (!actions_.setFrame(*window, frame)) unresponsive_.add(pid);
 }
 
 }  // namespace morvel

@@ -56,8 +56,8 @@ void WindowActions::move(const TrackedWindow& window, const Rect<ScreenSpace>& s
         set(window, ax::kPosition, movedPosition(screen, firstScreenHeight, *size));
 }
 
-void WindowActions::setFrame(const TrackedWindow& window, const Rect<AXSpace>& frame) {
-    if (set(window, ax::kPosition, frame.origin())) set(window, ax::kSize, frame.size());
+bool WindowActions::setFrame(const TrackedWindow& window, const Rect<AXSpace>& frame) {
+    return set(window, ax::kPosition, frame.origin()) && set(window, ax::kSize, frame.size());
 }
 
 bool WindowActions::set(const TrackedWindow& window, std::string_view attribute, const AXValue& value) {

@@ -31,7 +31,8 @@ public:
     void minimize(const TrackedWindow& window);
     void close(const TrackedWindow& window);
     void move(const TrackedWindow& window, const Rect<ScreenSpace>& screen, double firstScreenHeight);
-    void setFrame(const TrackedWindow& window, const Rect<AXSpace>& frame);
+    /// False when the process did not answer.
+    bool setFrame(const TrackedWindow& window, const Rect<AXSpace>& frame);
 
 private:
     bool isFrontmost(const TrackedWindow& window, AXReader& reader);

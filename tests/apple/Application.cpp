@@ -41,6 +41,7 @@ void installSystemObjects(Runtime& runtime) {
     installValues(runtime);
     installViews(runtime);
     installForms(runtime);
+    installAnimations(runtime);
     installDrags(runtime);
     installEvents(runtime);
     installAppearance(runtime);

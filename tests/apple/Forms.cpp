@@ -3,6 +3,8 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstdio>
+#include <iterator>
 
 #include "Platform/Mac/apple/AppKit/NSFormControls.h"
 #include "Platform/Mac/objc/Block.h"
@@ -22,6 +24,16 @@ Elements& titlesOf(RawObject popUp) {
 void collect(const NSView& view, const std::string& className, std::vector<NSView>& found) {
     if (inherits(classOf(view.raw()), className)) found.push_back(view);
     for (const NSView& child : view.subviews().elements<NSView>()) collect(child, className, found);
+}
+
+/// Of a colour that was made of sRGB components; others raise an exception when they are asked.
+double component(RawObject color, std::size_t index) {
+    const auto* const text = payloadOf<std::string>(color);
+    double values[4]{};
+    if (!text ||
+        std::sscanf(text->c_str(), "sRGB %lf %lf %lf %lf", &values[0], &values[1], &values[2], &values[3]) != 4)
+        runtime().faults().add(FaultKind::BadCall, "a colour without components is asked for one");
+    return values[index];
 }
 
 bool isReachable(const NSView& view) {
@@ -84,13 +96,10 @@ void installForms(Runtime& runtime) {
         setProperty(i.receiver(), "documentView", i.object(0));
     });
     runtime.implement("NSColor", "colorUsingColorSpace:", [](Invocation& i) { i.answerObject(Id(i.receiver())); });
-    for (const auto& [component, part] : {std::pair{"redComponent", "sRGBRed"},
-                                          {"greenComponent", "green"},
-                                          {"blueComponent", "blue"},
-                                          {"alphaComponent", "alpha"}}) {
-        runtime.implement("NSColor", component, [part = std::string(part)](Invocation& i) {
-            i.answer<double>(property<double>(i.receiver(), part));
-        });
+    constexpr const char* kComponents[] = {"redComponent", "greenComponent", "blueComponent", "alphaComponent"};
+    for (std::size_t index = 0; index < std::size(kComponents); ++index) {
+        runtime.implement("NSColor", kComponents[index],
+                          [index](Invocation& i) { i.answer<double>(component(i.receiver(), index)); });
     }
     for (const auto& [panel, factory] : {std::pair{"NSOpenPanel", "+openPanel"}, {"NSSavePanel", "+savePanel"}}) {
         runtime.implement(panel, factory, [](Invocation& i) {

@@ -22,6 +22,7 @@ protected:
         const objc::AutoreleasePool pool;
         MacHost host;
         morvel::AppDelegate application(host.platform());
+        settings_ = [&]() -> SettingsStore& { return *application.settings(); };
         whileRunning([&] {
             dispatch().runFor(1s);
             story();
@@ -30,6 +31,8 @@ protected:
         host.run({.launched = [&] { application.applicationDidFinishLaunching(); },
                   .quitting = [&] { application.applicationWillTerminate(); }});
     }
+    /// Of the program that runs.
+    SettingsStore& settings() { return settings_(); }
     static void wait(std::chrono::nanoseconds time = 2s) { dispatch().runFor(time); }
     static Texts shown(std::size_t bar) {
         const objc::AutoreleasePool pool;
@@ -50,6 +53,9 @@ protected:
     }
 
     MacDesktop mac;
+
+private:
+    std::function<SettingsStore&()> settings_;
 };
 
 TEST_F(Host, WaitsForThePermissionAndThenShowsABarOnEachScreen) {
@@ -288,12 +294,48 @@ TEST_F(Host, ButtonsAreDraggedWithinABarAndToTheOther) {
         {
             DragOver drag(pasteboardOfOwnDrag());
             drag.moveTo(content(0), last);
-            EXPECT_EQ(drag.moveTo(content(1), middle(1, "Outbox")), NSDragOperationMove);
+            CGPoint first = middle(1, "Outbox");
+            first.x -= 20;  // before its middle
+            EXPECT_EQ(drag.moveTo(content(1), first), NSDragOperationMove);
             EXPECT_TRUE(drag.drop());
         }
         endOwnDrag(NSDragOperationMove);
         wait();
-        EXPECT_GE(std::ranges::count(accessibility().log, "set AXPosition"), 1) << "its window is moved there";
+        EXPECT_GE(std::ranges::count(accessibility().log, "set AXPosition"), 1);
+        EXPECT_EQ(shown(0), Texts{"notes.txt"});
+        EXPECT_EQ(shown(1), (Texts{"Inbox", "Outbox"})) << "its window is there, its button where it was dropped";
+    });
+}
+
+TEST_F(Host, WindowsAreKeptOutOfTheBarsStripAndGivenBack) {
+    mac.launch(42, "Editor");
+    const Id notes = mac.open(42, "notes.txt", {100, 560});  // its lower end is below the screen's
+    accessibility().set(accessibility().application(42), "AXEnhancedUserInterface", makeNumber(true));
+    run([&] {
+        const auto heightOfNotes = [&] {
+            CGSize size{};
+            AXValueGetValue(reinterpret_cast<AXValueRef>(accessibility().value(notes, "AXSize").raw()),
+                            kAXValueTypeCGSize, &size);
+            return size.height;
+        };
+        const Texts oneWrite = {"set AXEnhancedUserInterface", "set AXPosition", "set AXEnhancedUserInterface",
+                                "set AXEnhancedUserInterface", "set AXSize",     "set AXEnhancedUserInterface"};
+        const auto written = [] {
+            Texts deeds;
+            for (const std::string& deed : std::exchange(accessibility().log, {}))
+                if (deed.starts_with("set ")) deeds.push_back(deed);
+            return deeds;
+        };
+        EXPECT_EQ(written(), oneWrite);
+        EXPECT_EQ(heightOfNotes(), 900 - 44 - 560);
+        accessibility().post(notes, "AXWindowMoved");
+        accessibility().post(notes, "AXWindowResized");
+        wait();
+        EXPECT_EQ(written(), Texts{}) << "our own echo";
+        settings().clampWindows.set(false);
+        wait();
+        EXPECT_EQ(written(), oneWrite);
+        EXPECT_EQ(heightOfNotes(), 400);
     });
 }
 

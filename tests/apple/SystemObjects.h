@@ -31,6 +31,7 @@ void installSystemObjects(Runtime& runtime);
 void installValues(Runtime& runtime);
 void installViews(Runtime& runtime);
 void installForms(Runtime& runtime);
+void installAnimations(Runtime& runtime);
 void installDrags(Runtime& runtime);
 void installEvents(Runtime& runtime);
 void installAppearance(Runtime& runtime);

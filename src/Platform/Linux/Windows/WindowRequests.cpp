@@ -65,22 +65,30 @@ void WindowRequests::close(const ClientWindow& client) {
     }
 }
 
-void WindowRequests::setFrame(const ClientWindow& client, const Rect<RootSpace>& frame) {
+void WindowRequests::setPosition(const ClientWindow& client, Point<RootSpace> origin) {
+    const Point<RootSpace> corner = client.cornerFor({origin.x, origin.y, 0, 0});
+    configure(client, XCB_CONFIG_WINDOW_X | XCB_CONFIG_WINDOW_Y, toCoordinate(corner.x), toCoordinate(corner.y));
+}
+
+void WindowRequests::setSize(const ClientWindow& client, Size size) {
+    const Size content = client.contentSizeFor({0, 0, size.width, size.height});
+    configure(client, XCB_CONFIG_WINDOW_WIDTH | XCB_CONFIG_WINDOW_HEIGHT, toCoordinate(content.width),
+              toCoordinate(content.height));
+}
+
+/// Only what is to change is told: where the window is now may be older than a request on its way.
+void WindowRequests::configure(const ClientWindow& client, uint16_t fields, uint32_t first, uint32_t second) {
     const auto& atoms = connection_.atoms();
-    // By convention the position is the decorations' corner and the size the content's.
-    const Point<RootSpace> corner = client.cornerFor(frame);
-    const Size size = client.contentSizeFor(frame);
-    const std::array<uint32_t, 4> values{toCoordinate(corner.x), toCoordinate(corner.y), toCoordinate(size.width),
-                                         toCoordinate(size.height)};
     if (root_.supports(atoms.netMoveresizeWindow)) {
-        constexpr uint32_t kAllFour = 0xF << 8;
-        constexpr uint32_t flags = XCB_GRAVITY_NORTH_WEST | kAllFour | kFromPager << 12;
-        connection_.sendToRoot(client.window, atoms.netMoveresizeWindow,
-                               {flags, values[0], values[1], values[2], values[3]});
+        const bool isSize = (fields & XCB_CONFIG_WINDOW_WIDTH) != 0;
+        // The convention numbers the fields as a configure request does.
+        const uint32_t flags = XCB_GRAVITY_NORTH_WEST | uint32_t{fields} << 8 | kFromPager << 12;
+        connection_.sendToRoot(
+            client.window, atoms.netMoveresizeWindow,
+            {flags, isSize ? 0 : first, isSize ? 0 : second, isSize ? first : 0, isSize ? second : 0});
     } else {
-        constexpr uint16_t kMask =
-            XCB_CONFIG_WINDOW_X | XCB_CONFIG_WINDOW_Y | XCB_CONFIG_WINDOW_WIDTH | XCB_CONFIG_WINDOW_HEIGHT;
-        xcb_configure_window(connection_.get(), client.window, kMask, values.data());
+        const std::array<uint32_t, 2> values{first, second};
+        xcb_configure_window(connection_.get(), client.window, fields, values.data());
     }
 }
 

@@ -26,8 +26,9 @@ public:
     void minimize(const ClientWindow& client);
     /// Closes as its close button does; the program may ask its user first.
     void close(const ClientWindow& client);
-    /// `frame` is what the person is to see, as `ClientWindow::frame` tells it.
-    void setFrame(const ClientWindow& client, const Rect<RootSpace>& frame);
+    /// Of the frame that the person is to see, as `ClientWindow::frame` tells it.
+    void setPosition(const ClientWindow& client, Point<RootSpace> origin);
+    void setSize(const ClientWindow& client, Size size);
     void setDesktop(const ClientWindow& client, uint32_t desktop);
     /// Cuts the window's program off from the server.
     void kill(const ClientWindow& client);
@@ -39,6 +40,7 @@ private:
         bool isCertain;
     };
 
+    void configure(const ClientWindow& client, uint16_t fields, uint32_t first, uint32_t second);
     void addWish(Wish wish);
     void sendWishes();
 

@@ -150,13 +150,11 @@ AXError XAccessibility::setAttribute(const AXElement& element, std::string_view 
     const auto* flag = std::get_if<bool>(&value);
     const auto* position = std::get_if<Point<AXSpace>>(&value);
     const auto* size = std::get_if<Size>(&value);
-    const Rect<AXSpace> frame = frameOf(*client);
     if (name == ax::kMinimized && flag) return setMinimized(*client, *flag);
     // Becoming the main window comes with being raised, which is asked for on its own.
     if ((name == ax::kMain || name == ax::kFocused) && flag) return AXError::Success;
-    if (name == ax::kPosition && position)
-        return setFrame(*client, {position->x, position->y, frame.width, frame.height});
-    if (name == ax::kSize && size) return setFrame(*client, {frame.x, frame.y, size->width, size->height});
+    if (name == ax::kPosition && position) return setPosition(*client, *position);
+    if (name == ax::kSize && size) return setSize(*client, *size);
     return AXError::Unsupported;
 }
 
@@ -168,9 +166,15 @@ AXError XAccessibility::setMinimized(const ClientWindow& client, bool isMinimize
     return AXError::Success;
 }
 
-AXError XAccessibility::setFrame(const ClientWindow& client, const Rect<AXSpace>& frame) {
-    if (!std::isfinite(frame.x + frame.y + frame.width + frame.height)) return AXError::Failure;
-    requests_.setFrame(client, screens_.mainFrame().toRoot(frame));
+AXError XAccessibility::setPosition(const ClientWindow& client, Point<AXSpace> position) {
+    if (!std::isfinite(position.x) || !std::isfinite(position.y)) return AXError::Failure;
+    requests_.setPosition(client, screens_.mainFrame().toRoot(position));
+    return AXError::Success;
+}
+
+AXError XAccessibility::setSize(const ClientWindow& client, Size size) {
+    if (!std::isfinite(size.width) || !std::isfinite(size.height)) return AXError::Failure;
+    requests_.setSize(client, size);
     return AXError::Success;
 }
 

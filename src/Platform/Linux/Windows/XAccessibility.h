@@ -42,7 +42,8 @@ private:
     AXAnswer applicationAttribute(ProcessID pid, std::string_view name);
     AXAnswer windowAttribute(const ClientWindow& client, std::string_view name);
     AXError setMinimized(const ClientWindow& client, bool isMinimized);
-    AXError setFrame(const ClientWindow& client, const Rect<AXSpace>& frame);
+    AXError setPosition(const ClientWindow& client, Point<AXSpace> position);
+    AXError setSize(const ClientWindow& client, Size size);
     Rect<AXSpace> frameOf(const ClientWindow& client) const;
 
     void clientChanged(const ClientWindow& client, ClientChange change);

@@ -22,6 +22,9 @@ public:
     std::unique_ptr<ui::PromptPeer> showPrompt(ui::Prompt prompt) override;
     std::unique_ptr<ui::FormWindowPeer> makeFormWindow(ui::Form form) override;
     Size textSize(std::string_view text, const ui::Font& font) override;
+    std::optional<Point<ScreenSpace>> pointerLocation() override;
+    bool isMouseButtonDown() override;
+    bool reducesMotion() override;
     Subscription observeOutsidePresses(std::function<void()> pressed) override;
 
 private:

@@ -25,11 +25,12 @@ public:
     virtual void setAccessibilityLabel(const NSString&) {}
 };
 
-/// Where views are put and which life their actions share: none acts once that has ended.
+/// Where views are put and which life their actions share: none acts once that has ended. All outlive the views' makers.
+/// They are not kept here: a button's action that kept the window that it stands in would keep it forever.
 struct FormContext {
-    NSView page;
-    NSWindow window;
-    const Lifetime& lifetime;  // outlives the views' makers
+    const NSView& page;
+    const NSWindow& window;
+    const Lifetime& lifetime;
 };
 
 /// The control outlives the view.
