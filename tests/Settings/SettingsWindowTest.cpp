@@ -322,6 +322,79 @@ TEST_F(SettingsWindowTest, SettingsTravelInAFileAndABadOneChangesNothing) {
     fs::remove_all(folder);
 }
 
+TEST_F(SettingsWindowTest, ExemptsApplicationsFromClamping) {
+    open();
+    const std::string heading = "Clamping Blacklist";
+    EXPECT_TRUE(form().below<ui::FormEntry>(heading).take("com.example.editor"));
+    EXPECT_EQ(desktop.defaults().object("clampingBlacklist"),
+              (DefaultsValue{DefaultsArray{{std::string("com.example.editor")}}}));
+    EXPECT_EQ(form().below<ui::FormList>(heading).rows().size(), 1u);
+    form().below<ui::FormList>(heading).press("com.example.editor");
+    EXPECT_TRUE(form().below<ui::FormList>(heading).rows().empty());
+}
+
+TEST(SettingsWindow, TellsOfUpdatesAndOfPinnedItems) {
+    sim::FakeMainLoop loop;
+    sim::SimToolkit toolkit(loop);
+    sim::SimIcons icons;
+    sim::FakeDefaults defaults;
+    SettingsStore settings(defaults);
+    UpdateState state;
+    int checks = 0;
+    Texts pinned = {"folder:/home/me/Music"}, pages;
+    Signal<> changed;
+    const auto observe = [&](std::function<void()> call) { return changed.subscribe(std::move(call)); };
+    const Date now(std::chrono::duration<double>(2e9));
+    SettingsSources sources{.settings = settings, .features = {}, .icons = icons};
+    sources.nameOf = [](const std::string& id) { return id; };
+    sources.openPage = [&](const std::string& page) { pages.push_back(page); };
+    sources.now = [&] { return now; };
+    sources.updates = {[&] { return state; }, [&] { ++checks; }, [&] { state.isSkipped = true; }, observe};
+    sources.pinnedItems.items = [&] {
+        std::vector<ListedItem> items;
+        for (const std::string& id : pinned) items.push_back({ListedItem::Kind::Folder, id, id.substr(7), "Music"});
+        return items;
+    };
+    sources.pinnedItems.remove = [&](const std::string& id) { std::erase(pinned, id); };
+    sources.pinnedItems.add = [&](const std::string& path) { pinned.push_back("folder:" + path); };
+    sources.pinnedItems.observe = observe;
+    SettingsWindow window(toolkit, loop, sources);
+    window.show();
+    const FormDriver form(toolkit.formWindows().at(0)->form);
+
+    EXPECT_TRUE(form.says(std::string("Version ") + MORVEL_VERSION));
+    EXPECT_TRUE(form.says("Last checked: never"));
+    EXPECT_FALSE(form.isShown("Skip this version"));
+    form.at<ui::FormButton>("Check Now").press();
+    EXPECT_EQ(checks, 1);
+    state.kind = UpdateState::Kind::Checking;
+    EXPECT_THROW(form.at<ui::FormButton>("Check Now"), std::runtime_error) << "one at a time";
+    settings.updaterLastCheckedAt.set(now - std::chrono::hours(3));
+    EXPECT_TRUE(form.says("Last checked: 3 hours ago"));
+    state = {.kind = UpdateState::Kind::Failed};
+    EXPECT_TRUE(form.says("Couldn't reach update server."));
+    state = {.kind = UpdateState::Kind::UpToDate};
+    EXPECT_TRUE(form.says("You're up to date."));
+    state = {UpdateState::Kind::Available, "2.0.0", "https://a.example/d", "https://a.example/n"};
+    EXPECT_TRUE(form.says("Update available: version 2.0.0"));
+    form.at<ui::FormLink>("Download…").open();
+    form.at<ui::FormLink>("Release notes").open();
+    EXPECT_EQ(pages, (Texts{"https://a.example/d", "https://a.example/n"}));
+    form.at<ui::FormButton>("Skip this version").press();
+    EXPECT_FALSE(form.isShown("Skip this version"));
+    EXPECT_FALSE(form.says("Update available"));
+
+    const int before = toolkit.formWindows()[0]->refreshes;
+    form.at<ui::FormPathButton>("Pin Folder…").chosen("/home/me/Films");
+    changed.emit();
+    loop.advance(1ms);
+    EXPECT_EQ(toolkit.formWindows()[0]->refreshes, before + 1);
+    form.below<ui::FormList>("Pinned Items").press("folder:/home/me/Music");
+    EXPECT_EQ(pinned, Texts{"folder:/home/me/Films"});
+    ASSERT_EQ(form.below<ui::FormList>("Pinned Items").rows().size(), 1u);
+    EXPECT_EQ(form.below<ui::FormList>("Pinned Items").rows()[0].title, "Music");
+}
+
 TEST(RelativeTime, InWholeUnits) {
     struct Row {
         double seconds;
