@@ -157,8 +157,7 @@ GtkWidget* FormRow::make(const ui::FormText& text) {
 
 GtkWidget* FormRow::make(const ui::FormLink& link) {
     GtkWidget* button = gtk_button_new_with_label(link.title.c_str());
-    addClass(button, "link");
-    addClass(button, GTK_STYLE_CLASS_FLAT);
+    addClass(button, "morvel-link");
     onSignal(button, "clicked", [&link] { link.open(); });
     return button;
 }

@@ -1,5 +1,7 @@
 #include "Platform/Linux/Forms/Module/FormWindow.h"
 
+#include <gdk/gdkx.h>
+
 #include "UI/FormSearch.h"
 
 namespace morvel::x11 {
@@ -55,7 +57,10 @@ FormWindow::~FormWindow() {
 }
 
 void FormWindow::bringToFront() {
-    gtk_window_present(GTK_WINDOW(window_));
+    gtk_widget_realize(window_);
+    // The person has just asked for it, by another window of the program: without a time, window managers take it for
+    // one that wants to steal the focus.
+    gtk_window_present_with_time(GTK_WINDOW(window_), gdk_x11_get_server_time(gtk_widget_get_window(window_)));
 }
 
 void FormWindow::refresh() {

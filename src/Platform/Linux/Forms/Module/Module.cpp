@@ -19,6 +19,8 @@ constexpr const char* kNoBridgeVariable = "NO_AT_BRIDGE";
 constexpr const char* kStyle =
     ".morvel-heading { font-weight: bold; font-size: 110%; }"
     ".morvel-help { font-size: 92%; }"
+    ".morvel-link { padding: 2px 0; min-height: 0; border-color: transparent; background: none; box-shadow: none; }"
+    ".morvel-link label { color: @theme_selected_bg_color; text-decoration-line: underline; }"
     // Themes give these buttons more width than their titles need, and five would not fit beside the search field.
     ".morvel-tabs button { min-width: 0; padding-left: 10px; padding-right: 10px; }";
 
