@@ -91,10 +91,6 @@ void installForms(Runtime& runtime) {
         i.answer<CGSize>(
             {std::min(width, letters * kAdvance), kLine * std::max(1.0, std::ceil(letters * kAdvance / width))});
     });
-    runtime.implement("NSScrollView", "setDocumentView:", [](Invocation& i) {
-        objc::send(NSView(i.receiver()), "addSubview:"_sel, Id(i.object(0)));
-        setProperty(i.receiver(), "documentView", i.object(0));
-    });
     runtime.implement("NSColor", "colorUsingColorSpace:", [](Invocation& i) { i.answerObject(Id(i.receiver())); });
     constexpr const char* kComponents[] = {"redComponent", "greenComponent", "blueComponent", "alphaComponent"};
     for (std::size_t index = 0; index < std::size(kComponents); ++index) {

@@ -14,6 +14,7 @@
 #include "sim/SimAccessibility.h"
 #include "sim/SimApp.h"
 #include "sim/SimIcons.h"
+#include "sim/SimInstalledApplications.h"
 #include "sim/SimLog.h"
 #include "sim/SimScreens.h"
 #include "sim/SimToolkit.h"
@@ -53,6 +54,7 @@ public:
     SimIcons& icons() { return icons_; }
     SimToolkit& toolkit() { return toolkit_; }
     SimWorkQueues& workQueues() { return workQueues_; }
+    SimInstalledApplications& installedApplications() { return *installedApplications_; }
     Journal& journal() { return journal_; }
 
     void run(Duration time) { mainLoop_.advance(time); }
@@ -91,6 +93,9 @@ private:
     AXError performed(ElementID id, std::string_view action);
     SimWindow* windowOf(ElementID id);
     std::optional<DisplayID> displayAt(Point<AXSpace> point) const;
+    /// An application that is not running, or is started once more, comes with a window.
+    void opened(const std::string& path, const OpenApplication& how);
+    void openedInFinder(const std::string& path);
     void addDisplaySpaces(DisplayID display);
     void rescueWindows();
 
@@ -105,10 +110,12 @@ private:
     SimIcons icons_;
     SimToolkit toolkit_{mainLoop_};
     SimWorkQueues workQueues_{mainLoop_};
+    std::shared_ptr<SimInstalledApplications> installedApplications_ = std::make_shared<SimInstalledApplications>();
     Platform platform_;
     std::vector<std::unique_ptr<SimApp>> apps_;
     std::map<ElementID, SimWindow*> windows_;       // by window element
     std::map<ElementID, SimWindow*> closeButtons_;  // by button element
+    std::map<ElementID, std::function<AXError()>> menuItems_;
     int32_t lastPID_ = 100;
     uint64_t lastInstance_ = 0;
     uint32_t lastNumber_ = 10;

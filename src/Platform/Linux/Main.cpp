@@ -4,6 +4,7 @@
 
 #include "App/AppDelegate.h"
 #include "Platform/Linux/Accessibility/AccessibilityService.h"
+#include "Platform/Linux/Applications/InstalledEntries.h"
 #include "Platform/Linux/System/StderrLog.h"
 #include "Platform/Linux/System/ThreadQueue.h"
 #include "Platform/Linux/UI/TextLayouts.h"
@@ -34,7 +35,8 @@ int run() {
     toolkit.setFormService(&forms);
     AppDelegate delegate({loop, log, system.accessibility(), system.windowServer(), system.workspace(),
                           system.screens(), system.defaults(), system.icons(), toolkit, [&loop] { loop.quit(); },
-                          [](const std::string&) { return std::make_unique<ThreadQueue>(); }});
+                          [](const std::string&) { return std::make_unique<ThreadQueue>(); },
+                          std::make_shared<InstalledEntries>()});
     delegate.applicationDidFinishLaunching();
     AccessibilityService accessibility(loop, log, toolkit);
 

@@ -1,5 +1,6 @@
 #include "Platform/Mac/MacHost.h"
 
+#include "Platform/Mac/Applications/MacInstalledApplications.h"
 #include "Platform/Mac/System/DispatchQueue.h"
 
 namespace morvel::mac {
@@ -16,6 +17,7 @@ Platform MacHost::platform() {
             toolkit_,
             [] { NSApplication::shared().terminate(); },
             [](const std::string& label) { return std::make_unique<DispatchQueue>(label); },
+            std::make_shared<MacInstalledApplications>(),
             {.hasMenuBar = true, .hasDock = true, .switchesSpaces = true}};
 }
 

@@ -59,9 +59,9 @@ struct SettingsSources {
     EditableList clampingBlacklist = {};
     UpdateSource updates = {};
     /// What people call an application; its identifier where that is not known.
-    std::function<std::string(const std::string& bundleID)> nameOf;
-    std::function<void(const std::string& httpsAddress)> openPage;
-    std::function<Date()> now;
+    std::function<std::string(const std::string& bundleID)> nameOf = {};
+    std::function<void(const std::string& httpsAddress)> openPage = {};
+    std::function<Date()> now = {};
 };
 
 }  // namespace morvel

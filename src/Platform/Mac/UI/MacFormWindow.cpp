@@ -97,7 +97,7 @@ void MacFormWindow::addHeader(const NSView& content) {
     const double left = kMargin + kTabsWidth + kGap;
     search_ = NSSearchField::make();
     search_.setFrame({{left, y}, {form_.contentSize.width - left - kMargin, kControlHeight}});
-    search_.setPlaceholder(NSString::from(form_.searchPlaceholder));
+    search_.setPlaceholderString(NSString::from(form_.searchPlaceholder));
     search_.setSendsImmediately(true);
     setAction(NSControl(search_), lifetime_.whileAlive([this] { refresh(); }));
     content.addSubview(search_);

@@ -16,7 +16,7 @@ constexpr double kTitleMargins = 36;  // a push button's own, left and right tog
 constexpr double kGap = 8;
 constexpr double kAnyHeight = 10000;
 
-void handOver(const ui::FormEntry& entry, const NSInputField& field) {
+void handOver(const ui::FormEntry& entry, const NSTextField& field) {
     if (entry.take(field.stringValue().text())) field.setStringValue(NSString::from({}));
 }
 
@@ -57,12 +57,12 @@ double TextView::place(CGPoint topLeft, double width) {
 }
 
 EntryView::EntryView(const ui::FormEntry& entry, const Lifetime& lifetime)
-    : field_(NSInputField::make()),
+    : field_(NSTextField::make({})),
       add_(entry.buttonTitle,
-           lifetime.whileAlive([&entry, raw = field_.raw()] { handOver(entry, NSInputField(raw)); })) {
-    field_.setPlaceholder(NSString::from(entry.placeholder));
+           lifetime.whileAlive([&entry, raw = field_.raw()] { handOver(entry, NSTextField(raw)); })) {
+    field_.setPlaceholderString(NSString::from(entry.placeholder));
     setAction(NSControl(field_),
-              lifetime.whileAlive([&entry, raw = field_.raw()] { handOver(entry, NSInputField(raw)); }));
+              lifetime.whileAlive([&entry, raw = field_.raw()] { handOver(entry, NSTextField(raw)); }));
 }
 
 double EntryView::place(CGPoint topLeft, double width) {

@@ -52,7 +52,7 @@ public:
     void setEnabled(bool enabled) override;
 
 private:
-    NSInputField field_;
+    NSTextField field_;
     TitledButton add_;
 };
 

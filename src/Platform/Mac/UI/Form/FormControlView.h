@@ -25,8 +25,8 @@ public:
     virtual void setAccessibilityLabel(const NSString&) {}
 };
 
-/// Where views are put and which life their actions share: none acts once that has ended. All outlive the views' makers.
-/// They are not kept here: a button's action that kept the window that it stands in would keep it forever.
+/// Where views are put and which life their actions share: none acts once that has ended. All outlive the views'
+/// makers. They are not kept here: a button's action that kept the window that it stands in would keep it forever.
 struct FormContext {
     const NSView& page;
     const NSWindow& window;

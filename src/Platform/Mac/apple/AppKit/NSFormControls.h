@@ -5,6 +5,7 @@
 #include <string>
 
 #include "Platform/Mac/apple/AppKit/NSControls.h"
+#include "Platform/Mac/apple/AppKit/NSScrollView.h"
 #include "Platform/Mac/apple/AppKit/NSWindow.h"
 #include "Platform/Mac/apple/Foundation/NSURL.h"
 
@@ -142,19 +143,10 @@ public:
     }
 };
 
-/// A field that a person types a line into.
-class NSInputField : public NSTextField {
-public:
-    using NSTextField::NSTextField;
-
-    static NSInputField make() { return create<NSInputField>("initWithFrame:"_sel, CGRect{}); }
-    void setPlaceholder(const NSString& text) const { send(*this, "setPlaceholderString:"_sel, text); }
-};
-
-class NSSearchField : public NSInputField {
+class NSSearchField : public NSTextField {
 public:
     static constexpr const char* kClass = "NSSearchField";
-    using NSInputField::NSInputField;
+    using NSTextField::NSTextField;
 
     static NSSearchField make() { return create<NSSearchField>("initWithFrame:"_sel, CGRect{}); }
     /// Its action comes with each letter, without waiting for a pause.
@@ -169,18 +161,6 @@ public:
 
     static NSBox make() { return create<NSBox>("initWithFrame:"_sel, CGRect{}); }
     void setTitlePosition(NSUInteger position) const { send(*this, "setTitlePosition:"_sel, position); }
-};
-
-class NSScrollView : public NSView {
-public:
-    static constexpr const char* kClass = "NSScrollView";
-    using NSView::NSView;
-
-    static NSScrollView make(CGRect frame) { return create<NSScrollView>("initWithFrame:"_sel, frame); }
-    void setDocumentView(const NSView& view) const { send(*this, "setDocumentView:"_sel, view); }
-    void setHasVerticalScroller(bool has) const { send(*this, "setHasVerticalScroller:"_sel, has); }
-    void setAutohidesScrollers(bool hides) const { send(*this, "setAutohidesScrollers:"_sel, hides); }
-    void setDrawsBackground(bool draws) const { send(*this, "setDrawsBackground:"_sel, draws); }
 };
 
 class NSSavePanel : public NSPanel {
