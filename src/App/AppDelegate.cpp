@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "App/SettingsSources.h"
 #include "Display/MenuBar/AppleMenu.h"
 #include "Update/UpdateChecker.h"
 
@@ -171,9 +172,18 @@ void AppDelegate::pinApplication(ProcessID pid) {
         if (window.bundleID) return pinnedStore_->pinApp(*window.bundleID, window.appName);
 }
 
-ui::Menu AppDelegate::buildSystemMenu() const {
+void AppDelegate::openSettings() {
+    if (!settings_) return;
+    if (!settingsWindow_)
+        settingsWindow_ = std::make_unique<SettingsWindow>(
+            platform_.toolkit, platform_.mainLoop,
+            settingsSources(platform_, *settings_, *pinnedStore_, *clampingBlacklist_));
+    settingsWindow_->show();
+}
+
+ui::Menu AppDelegate::buildSystemMenu() {
     ui::Menu menu;
-    menu.push_back({.title = "Morvel Settings…", .keyEquivalent = ","});
+    menu.push_back({.title = "Morvel Settings…", .action = [this] { openSettings(); }, .keyEquivalent = ","});
     menu.push_back(ui::MenuItem::separator());
     menu.push_back({.title = "Quit Morvel", .action = platform_.terminate, .keyEquivalent = "q"});
     return menu;

@@ -18,6 +18,7 @@
 #include "Pinned/PinnedAppsStore.h"
 #include "Platform/Platform.h"
 #include "Settings/SettingsStore.h"
+#include "Settings/UI/SettingsWindow.h"
 #include "Theme/IconCache.h"
 #include "Update/UpdateController.h"
 #include "Util/WindowIDMint.h"
@@ -36,7 +37,9 @@ public:
     void applicationWillTerminate();
 
     /// The menu of an empty area of a bar, made afresh each time.
-    ui::Menu buildSystemMenu() const;
+    ui::Menu buildSystemMenu();
+    /// The settings window, which is made when it is first asked for. Only once the core has started.
+    void openSettings();
 
     /// The following exist once the core has started, and are null before.
     const WindowStore* windowStore() const { return windowStore_.get(); }
@@ -84,6 +87,7 @@ private:
     std::unique_ptr<UpdateController> updateController_;
     std::unique_ptr<ClampingBlacklist> clampingBlacklist_;
     std::unique_ptr<WindowClamper> windowClamper_;
+    std::unique_ptr<SettingsWindow> settingsWindow_;
     Subscriptions subscriptions_;
 };
 

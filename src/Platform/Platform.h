@@ -7,6 +7,7 @@
 #include <string>
 
 #include "Platform/Accessibility.h"
+#include "Platform/Features.h"
 #include "Platform/HttpClient.h"
 #include "Platform/Icons.h"
 #include "Platform/InstalledApplications.h"
@@ -49,6 +50,7 @@ struct Platform {
     /// both are null nothing ever plays.
     NowPlayingPoller* nowPlayingPoller = nullptr;
     std::shared_ptr<ScriptRunner> scriptRunner = nullptr;
+    Features features = {};
 };
 
 }  // namespace morvel

@@ -10,6 +10,7 @@
 #include "UI/Drag.h"
 #include "UI/Edge.h"
 #include "UI/Font.h"
+#include "UI/Form.h"
 #include "UI/Menu.h"
 #include "UI/Prompt.h"
 #include "Util/Geometry.h"
@@ -90,6 +91,9 @@ public:
 
     /// Shows a prompt, centred, in front and with the keyboard's focus. Null on hosts that have nothing to prompt for.
     virtual std::unique_ptr<PromptPeer> showPrompt(Prompt) { return nullptr; }
+
+    /// A window of controls, not shown yet. Null where such windows cannot be shown, which the host has logged.
+    virtual std::unique_ptr<FormWindowPeer> makeFormWindow(Form) { return nullptr; }
 
     /// The size of one line of text, in points. Text that is not UTF-8 is measured as it would be shown.
     virtual Size textSize(std::string_view text, const Font& font) = 0;

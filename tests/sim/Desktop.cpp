@@ -25,7 +25,8 @@ Desktop::Desktop(const std::vector<DisplaySpec>& displays)
                 "1.0.0",
                 "14.1.0",
                 nullptr,
-                players_} {
+                players_,
+                {.hasMenuBar = true, .hasDock = true, .switchesSpaces = true}} {
     for (const DisplaySpec& display : displays) {
         screens_.list.push_back(SimScreens::screenOf(display));
         addDisplaySpaces(display.id);
@@ -69,7 +70,8 @@ SimApp& Desktop::launch(const std::string& name, const LaunchOptions& options) {
 }
 
 void Desktop::opened(const std::string& path, const OpenApplication& how) {
-    const auto bundle = std::ranges::find(workspace_.installed, path, &std::pair<const std::string, std::string>::second);
+    const auto bundle =
+        std::ranges::find(workspace_.installed, path, &std::pair<const std::string, std::string>::second);
     if (bundle == workspace_.installed.end()) return;
     const std::string bundleID = bundle->first;
     const std::string name = path.substr(path.rfind('/') + 1, path.size() - path.rfind('/') - 1 - 4);
@@ -83,7 +85,8 @@ void Desktop::opened(const std::string& path, const OpenApplication& how) {
 void Desktop::openedInFinder(const std::string& path) {
     const std::string finder = workspace_.fileManager();
     const auto running = std::ranges::find(workspace_.running, std::optional(finder), &RunningApplication::bundleID);
-    SimApp& app = running == workspace_.running.end() ? launch("Finder", {.bundleID = finder}) : *this->app(running->pid);
+    SimApp& app =
+        running == workspace_.running.end() ? launch("Finder", {.bundleID = finder}) : *this->app(running->pid);
     app.activate();
     app.open({.title = path});
 }

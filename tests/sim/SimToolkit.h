@@ -36,6 +36,13 @@ struct SimPopover {
     std::function<void()> close = {};  ///< as the system does it
 };
 
+/// A form window, for as long as its peer lives.
+struct SimFormWindow {
+    ui::Form form;
+    bool isShown = false;
+    int refreshes = 0;
+};
+
 class SimToolkit : public ui::Toolkit {
 public:
     /// Text is as wide as this for each code point, whatever the font.
@@ -53,6 +60,7 @@ public:
     void beginDrag(ui::View&, ui::DragItem item, std::function<void(ui::DragOperation)> ended) override {
         drags_.begin(item, std::move(ended));
     }
+    std::unique_ptr<ui::FormWindowPeer> makeFormWindow(ui::Form form) override;
     Size textSize(std::string_view text, const ui::Font& font) override;
     Subscription observeOutsidePresses(std::function<void()> pressed) override;
     /// Over a panel where the pointer is over it; over anything else, far away from every panel.
@@ -67,6 +75,7 @@ public:
     ui::Appearance appearance() const { return appearance_; }
     const std::vector<SimPanel*>& panels() const { return panels_; }
     const std::vector<SimPopover*>& popovers() const { return popovers_; }
+    const std::vector<SimFormWindow*>& formWindows() const { return formWindows_; }
     /// The popover that is shown; null for none.
     SimPopover* shownPopover() const;
     /// The titles of the open menu's items, "-" for a separator; nothing when no menu is open. `path` leads into
@@ -108,6 +117,7 @@ public:
 private:
     friend class SimPanelPeer;
     friend class SimPopoverPeer;
+    friend class SimFormWindowPeer;
     friend class SimDrags;
     struct OpenMenu {
         ui::Menu items;
@@ -125,6 +135,7 @@ private:
     ui::Appearance appearance_ = ui::Appearance::System;
     std::vector<SimPanel*> panels_;
     std::vector<SimPopover*> popovers_;
+    std::vector<SimFormWindow*> formWindows_;
     std::optional<OpenMenu> menu_;
     Signal<> outsidePresses_;
     SimSurface* pointed_ = nullptr;  // the window under the pointer; compared with the living ones before use

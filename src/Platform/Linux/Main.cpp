@@ -36,6 +36,8 @@ int run() {
     XToolkit toolkit(*connection, loop, system.screens());
     FetchClient web(loop, programPart(FetchClient::kProgram));
     MprisPoller players(loop, system.workspace());
+    FormService forms(log);
+    toolkit.setFormService(&forms);
     AppDelegate delegate({loop, log, system.accessibility(), system.windowServer(), system.workspace(),
                           system.screens(), system.defaults(), system.icons(), toolkit, [&loop] { loop.quit(); },
                           [](const std::string&) { return std::make_unique<ThreadQueue>(); },

@@ -44,7 +44,8 @@ Platform MacHost::platform() {
             programVersion(),
             systemVersion(),
             nullptr,
-            std::make_shared<MacScripts>()};
+            std::make_shared<MacScripts>(),
+            {.hasMenuBar = true, .hasDock = true, .switchesSpaces = true}};
 }
 
 void MacHost::run(AppDelegate::Callbacks application) {

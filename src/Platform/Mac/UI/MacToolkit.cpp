@@ -6,6 +6,7 @@
 
 #include "Platform/Mac/UI/DisplayText.h"
 #include "Platform/Mac/UI/DragSource.h"
+#include "Platform/Mac/UI/MacFormWindow.h"
 #include "Platform/Mac/UI/MacMenu.h"
 #include "Platform/Mac/UI/MacPanel.h"
 #include "Platform/Mac/UI/MacPopover.h"
@@ -69,6 +70,10 @@ void MacToolkit::beginDrag(ui::View& view, ui::DragItem item, std::function<void
 
 std::unique_ptr<ui::PromptPeer> MacToolkit::showPrompt(ui::Prompt prompt) {
     return std::make_unique<MacPrompt>(std::move(prompt));
+}
+
+std::unique_ptr<ui::FormWindowPeer> MacToolkit::makeFormWindow(ui::Form form) {
+    return std::make_unique<MacFormWindow>(std::move(form));
 }
 
 Size MacToolkit::textSize(std::string_view text, const ui::Font& font) {
