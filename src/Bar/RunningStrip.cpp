@@ -159,8 +159,11 @@ GroupedAppButton& RunningStrip::groupedButton(const RunningZoneLayout::Group& gr
 }
 
 void RunningStrip::groupClicked(GroupedAppButton& button) {
-    if (button.windows().size() == 1) return services_.actions.onClickRunningWindow(button.windows().front().id);
-    openGroupPopover(button);
+    const bool isItsListOpen = groupPopover_.isShown() && popoverGroup_ == button.bundleID();
+    if (isItsListOpen) return groupPopover_.close();
+    if (button.windows().size() > 1) return openGroupPopover(button);
+    groupPopover_.close();
+    services_.actions.onClickRunningWindow(button.windows().front().id);
 }
 
 void RunningStrip::openGroupPopover(GroupedAppButton& button) {

@@ -84,6 +84,7 @@ bool EventRouter::dragDropped(const DragInfo& info) {
 
 void EventRouter::dragEnded() {
     dragExited();
+    pressed_ = nullptr;  // a button that was held for the drag was released elsewhere
     if (View* last = std::exchange(lastDragTarget_, nullptr)) last->draggingEnded();
     root_.windowDragEnded();
 }

@@ -133,6 +133,13 @@ TEST(Bar, GroupsWhenCrowdedAndListsAGroupsWindows) {
     EXPECT_EQ(desktop.toolkit().shownPopover(), nullptr) << "the list has done its work";
 
     desktop.click(desktop.group("Editor"));
+    desktop.click(desktop.group("Editor"));
+    EXPECT_EQ(desktop.toolkit().shownPopover(), nullptr) << "a second click puts the list away";
+    desktop.click(desktop.group("Editor"));
+    desktop.click(desktop.group("Mail"));
+    EXPECT_EQ(desktop.toolkit().shownPopover(), nullptr) << "and so does going on to another application";
+    desktop.click(desktop.group("Editor"));
+    ASSERT_NE(desktop.toolkit().shownPopover(), nullptr);
     desktop.toolkit().pressOutside();
     desktop.settle();
     EXPECT_EQ(desktop.toolkit().shownPopover(), nullptr);

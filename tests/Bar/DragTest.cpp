@@ -232,6 +232,32 @@ TEST(FileDrag, RestingOnAButtonRaisesAndTheBarIsLetGo) {
     EXPECT_EQ(desktop.pins, 0) << "the button under the drag went away with its window";
 }
 
+TEST(FileDrag, TheBarUnderItMayGoWithItsDisplay) {
+    DragDesktop desktop(sim::twoDisplays());
+    desktop.openAll({"a"});
+    auto& editor = desktop.launch("Editor");
+    editor.open({.x = 1700, .y = 100, .title = "one"});
+    editor.open({.x = 1700, .y = 200, .title = "two"});
+    desktop.startMorvel();
+    desktop.settings().groupingMode.set(GroupingMode::Always);
+    desktop.settle();
+    desktop.countPins(0);
+    desktop.drags().bring(SimPasteboard::ofFile("/tmp/report.txt"));
+    desktop.drags().over(*desktop.all<GroupedAppButton>(desktop.bar(1)).at(0));
+    desktop.run(700ms);
+    ASSERT_TRUE(desktop.toolkit().shownPopover()) << "the group's list is open";
+    desktop.unplug(DisplayID{2});
+    desktop.run(10s);
+    EXPECT_FALSE(desktop.toolkit().shownPopover());
+    EXPECT_FALSE(desktop.isHighlighted());
+    desktop.drags().over(desktop.group("App a"));
+    EXPECT_EQ(desktop.pins, 1) << "it goes on over the bar that is left";
+    desktop.drags().cancel();
+    desktop.run(1s);
+    EXPECT_EQ(desktop.pins, 0);
+    EXPECT_FALSE(desktop.isHighlighted());
+}
+
 TEST(FileDrag, GoesOnThroughAGroupsListToOneOfItsWindows) {
     DragDesktop desktop;
     auto& editor = desktop.launch("Editor");

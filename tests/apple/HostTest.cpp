@@ -294,12 +294,16 @@ TEST_F(Host, ButtonsAreDraggedWithinABarAndToTheOther) {
         {
             DragOver drag(pasteboardOfOwnDrag());
             drag.moveTo(content(0), last);
-            EXPECT_EQ(drag.moveTo(content(1), middle(1, "Outbox")), NSDragOperationMove);
+            CGPoint first = middle(1, "Outbox");
+            first.x -= 20;  // before its middle
+            EXPECT_EQ(drag.moveTo(content(1), first), NSDragOperationMove);
             EXPECT_TRUE(drag.drop());
         }
         endOwnDrag(NSDragOperationMove);
         wait();
-        EXPECT_GE(std::ranges::count(accessibility().log, "set AXPosition"), 1) << "its window is moved there";
+        EXPECT_GE(std::ranges::count(accessibility().log, "set AXPosition"), 1);
+        EXPECT_EQ(shown(0), Texts{"notes.txt"});
+        EXPECT_EQ(shown(1), (Texts{"Inbox", "Outbox"})) << "its window is there, its button where it was dropped";
     });
 }
 

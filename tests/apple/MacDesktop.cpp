@@ -3,6 +3,7 @@
 
 #include <algorithm>
 
+#include "Platform/Mac/apple/Dispatch.h"
 #include "Platform/Mac/objc/AutoreleasePool.h"
 #include "Properties.h"
 
@@ -49,6 +50,9 @@ MacDesktop::MacDesktop() {
     plugInBoth();
     accessibility().performed = [this](const ElementIdentity& element, const std::string& action) {
         if (action == "AXRaise") tellFocus(element);
+    };
+    accessibility().written = [this](const ElementIdentity& element, const std::string& attribute) {
+        if (attribute == "AXPosition") tellMoved(element);
     };
 }
 
@@ -128,6 +132,17 @@ void MacDesktop::tellFocus(const ElementIdentity& window) {
         if (!(*payloadOf<ElementIdentity>(candidate.raw()) == window)) continue;
         accessibility().set(accessibility().application(window.pid), "AXFocusedWindow", candidate);
         accessibility().post(candidate, "AXFocusedWindowChanged");
+    }
+}
+
+void MacDesktop::tellMoved(const ElementIdentity& window) {
+    for (const Id& candidate : windows_[window.pid]) {
+        if (!(*payloadOf<ElementIdentity>(candidate.raw()) == window)) continue;
+        // Notices come with a later turn of the run loop, never inside the write.
+        dispatch_async_f(&_dispatch_main_q, new Id(candidate), [](void* context) {
+            const std::unique_ptr<Id> moved(static_cast<Id*>(context));
+            accessibility().post(*moved, "AXWindowMoved");
+        });
     }
 }
 

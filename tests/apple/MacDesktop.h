@@ -47,6 +47,7 @@ public:
 
 private:
     void tellFocus(const ElementIdentity& window);
+    void tellMoved(const ElementIdentity& window);
     void windowsChanged(std::int32_t pid);
 
     std::map<std::int32_t, Elements> windows_;

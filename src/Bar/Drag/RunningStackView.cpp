@@ -7,7 +7,9 @@
 namespace morvel {
 
 RunningStackView::RunningStackView(MainLoop& mainLoop, double spacing, RunningStackHooks hooks)
-    : LiveReorderStackView(mainLoop, spacing), hooks_(std::move(hooks)) {}
+    : LiveReorderStackView(mainLoop, spacing), hooks_(std::move(hooks)) {
+    setAccessibilityLabel("Windows");
+}
 
 bool RunningStackView::acceptsDrag(const ui::DragPasteboard& pasteboard) const {
     return RunningWindowDrag::isIn(pasteboard);

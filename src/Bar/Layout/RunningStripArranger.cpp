@@ -8,20 +8,6 @@
 
 namespace morvel {
 
-namespace {
-
-/// `order` holds the id of each of the windows, once.
-std::vector<WindowSnapshot> inOrder(std::vector<WindowSnapshot> windows, const std::vector<WindowID>& order) {
-    std::unordered_map<WindowID, WindowSnapshot*> byID;
-    for (WindowSnapshot& window : windows) byID.emplace(window.id, &window);
-    std::vector<WindowSnapshot> ordered;
-    ordered.reserve(order.size());
-    for (const WindowID& id : order) ordered.push_back(std::move(*byID.at(id)));
-    return ordered;
-}
-
-}  // namespace
-
 RunningStripContent RunningStripArranger::arrange(RunningZoneLayout::Result decision,
                                                   std::vector<WindowSnapshot> windowless) {
     std::ranges::sort(windowless, [](const WindowSnapshot& a, const WindowSnapshot& b) {
@@ -35,12 +21,8 @@ RunningStripContent RunningStripArranger::arrange(RunningZoneLayout::Result deci
 }
 
 RunningStripContent RunningStripArranger::arrangeFlat(std::vector<WindowSnapshot> windows) {
-    runningWindowOrder_ = nextOrder(windows);
-    if (arrival_ && std::ranges::count(runningWindowOrder_, arrival_->id)) arrival_.reset();
-    runningWindowPIDs_.clear();
-    for (const WindowSnapshot& window : windows) runningWindowPIDs_.emplace(window.id, window.pid);
     RunningStripContent content;
-    content.buttons = inOrder(std::move(windows), runningWindowOrder_);
+    content.buttons = inOrder(std::move(windows), Strip::Flat);
     slots_ = runningWindowOrder_;
     return content;
 }
@@ -50,12 +32,43 @@ RunningStripContent RunningStripArranger::arrangeGrouped(std::vector<RunningZone
                                                          std::vector<WindowSnapshot> windowless) {
     std::vector<WindowSnapshot> windows;
     for (RunningZoneLayout::Group& group : groups) std::ranges::move(group.windows, std::back_inserter(windows));
-    const std::vector<WindowID> order = nextOrder(windows);
-    RunningStripContent content{true, RunningZoneLayout::groupByApp(inOrder(std::move(windows), order)),
+    RunningStripContent content{true,
+                                RunningZoneLayout::groupByApp(inOrder(std::move(windows), Strip::Grouped)),
                                 std::move(windowless)};
     slots_.clear();
     for (const RunningZoneLayout::Group& group : content.groups) slots_.push_back(group.windows.front().id);
     return content;
+}
+
+std::vector<WindowSnapshot> RunningStripArranger::inOrder(std::vector<WindowSnapshot> windows, Strip strip) {
+    if (!isAsLastTime(windows, strip)) arrangeAnew(windows, strip);
+    std::vector<WindowSnapshot> ordered;
+    ordered.reserve(windows.size());
+    for (const size_t place : arranged_->places) ordered.push_back(std::move(windows[place]));
+    return ordered;
+}
+
+bool RunningStripArranger::isAsLastTime(const std::vector<WindowSnapshot>& windows, Strip strip) const {
+    return arranged_ && arranged_->strip == strip &&
+           std::ranges::equal(windows, arranged_->windows, [](const WindowSnapshot& window, const auto& former) {
+               return window.id == former.first && window.pid == former.second;
+           });
+}
+
+void RunningStripArranger::arrangeAnew(const std::vector<WindowSnapshot>& windows, Strip strip) {
+    std::vector<WindowID> order = nextOrder(windows);
+    arranged_ = Arranged{strip, {}, {}};
+    std::unordered_map<WindowID, size_t> places;
+    for (const WindowSnapshot& window : windows) {
+        places.emplace(window.id, arranged_->windows.size());
+        arranged_->windows.emplace_back(window.id, window.pid);
+    }
+    for (const WindowID& id : order) arranged_->places.push_back(places.at(id));
+    if (strip == Strip::Grouped) return;
+    runningWindowOrder_ = std::move(order);
+    if (arrival_ && std::ranges::count(runningWindowOrder_, arrival_->id)) arrival_.reset();
+    runningWindowPIDs_.clear();
+    runningWindowPIDs_.insert(arranged_->windows.begin(), arranged_->windows.end());
 }
 
 std::vector<WindowID> RunningStripArranger::nextOrder(const std::vector<WindowSnapshot>& windows) const {
@@ -69,11 +82,13 @@ std::vector<WindowID> RunningStripArranger::nextOrder(const std::vector<WindowSn
 
 void RunningStripArranger::moveRunningWindow(const WindowID& id, size_t position) {
     if (std::erase(runningWindowOrder_, id) == 0) return;
+    arranged_.reset();
     const size_t bounded = std::min(position, runningWindowOrder_.size());
     runningWindowOrder_.insert(runningWindowOrder_.begin() + static_cast<std::ptrdiff_t>(bounded), id);
 }
 
 void RunningStripArranger::expectArrival(const WindowID& id, size_t slot) {
+    arranged_.reset();
     arrival_ = Arrival{id, slot < slots_.size() ? std::optional(slots_[slot]) : std::nullopt};
 }
 

@@ -4,6 +4,7 @@
 #include <optional>
 #include <string>
 #include <unordered_map>
+#include <utility>
 #include <vector>
 
 #include "Bar/Layout/RunningZoneLayout.h"
@@ -41,14 +42,26 @@ private:
         std::optional<WindowID> before;  // nothing: at the end
     };
 
+    enum class Strip { Flat, Grouped };
+    /// What was last arranged and how, so that a changed title costs no ordering.
+    struct Arranged {
+        Strip strip = Strip::Flat;
+        std::vector<std::pair<WindowID, ProcessID>> windows;  // as they were given
+        std::vector<size_t> places;                           // in `windows`, from the leading end
+    };
+
     RunningStripContent arrangeFlat(std::vector<WindowSnapshot> windows);
     RunningStripContent arrangeGrouped(std::vector<RunningZoneLayout::Group> groups,
                                        std::vector<WindowSnapshot> windowless);
+    std::vector<WindowSnapshot> inOrder(std::vector<WindowSnapshot> windows, Strip strip);
+    bool isAsLastTime(const std::vector<WindowSnapshot>& windows, Strip strip) const;
+    void arrangeAnew(const std::vector<WindowSnapshot>& windows, Strip strip);
     /// The next order of the windows.
     std::vector<WindowID> nextOrder(const std::vector<WindowSnapshot>& windows) const;
 
     std::vector<WindowID> runningWindowOrder_;
     std::unordered_map<WindowID, ProcessID> runningWindowPIDs_;  // of the windows in the order
+    std::optional<Arranged> arranged_;  // nothing: the order was changed since
     std::optional<Arrival> arrival_;
     std::vector<WindowID> slots_;  // what stands in the strip; of a group, its first window
 };

@@ -85,11 +85,14 @@ void MacWindowServer::addToSpaces(WindowNumber window, const std::vector<SpaceID
     auto* const function = functions_.addWindowsToSpaces.get();
     if (!function || spaces.empty()) return;
     function(functions_.connection(), makeWindowIDArray({window}).get(), makeSpaceIDArray(spaces).get());
+    readBack(window, spaces);
 }
 
 void MacWindowServer::removeFromSpaces(WindowNumber window, const std::vector<SpaceID>& spaces) {
     auto* const function = functions_.removeWindowsFromSpaces.get();
     if (!function || spaces.empty()) return;
+    const auto now = spacesOf(window);
+    if (now && std::ranges::all_of(*now, [&](SpaceID space) { return std::ranges::count(spaces, space) > 0; })) return;
     function(functions_.connection(), makeWindowIDArray({window}).get(), makeSpaceIDArray(spaces).get());
 }
 
@@ -97,8 +100,15 @@ void MacWindowServer::moveToSpace(WindowNumber window, SpaceID space) {
     auto* const function = functions_.moveWindowsToManagedSpace.get();
     if (!function) return;
     function(functions_.connection(), makeWindowIDArray({window}).get(), space.value);
+    readBack(window, {space});
+}
+
+void MacWindowServer::readBack(WindowNumber window, const std::vector<SpaceID>& spaces) {
+    if (hasLoggedRefusal_) return;
     const auto now = spacesOf(window);
-    if (hasLoggedRefusal_ || !now || std::ranges::find(*now, space) != now->end()) return;
+    // A window on none is hidden or gone, which says nothing about the system.
+    if (!now || now->empty()) return;
+    if (std::ranges::all_of(spaces, [&](SpaceID space) { return std::ranges::count(*now, space) > 0; })) return;
     hasLoggedRefusal_ = true;
     log_.error("this system does not move windows of other programs to another Space");
 }

@@ -17,10 +17,11 @@ public:
     std::optional<std::vector<ManagedDisplay>> managedDisplaySpaces() override;
     std::optional<std::vector<SpaceID>> spacesOf(WindowNumber window) override;
 
+    // Later systems refuse to move other programs' windows, without saying so. The window's Spaces are read back after
+    // each attempt and a refusal is logged once.
     void addToSpaces(WindowNumber window, const std::vector<SpaceID>& spaces) override;
+    /// A window is never taken off all the Spaces it is on: where adding was refused it would be nowhere.
     void removeFromSpaces(WindowNumber window, const std::vector<SpaceID>& spaces) override;
-    /// Later systems refuse this for other programs' windows without saying so. The window's Spaces are read back, and
-    /// a refusal is logged once.
     void moveToSpace(WindowNumber window, SpaceID space) override;
 
     [[nodiscard]] Subscription observeSpaceEvents(std::function<void(uint32_t event)> changed) override;
@@ -30,6 +31,9 @@ public:
     std::optional<int> layerOf(WindowNumber window) override;
 
 private:
+    /// Looks whether the window is on these Spaces, as it was asked to be.
+    void readBack(WindowNumber window, const std::vector<SpaceID>& spaces);
+
     Log& log_;
     SpaceFunctions functions_;
     SpaceEvents events_{functions_};
