@@ -26,6 +26,8 @@ AppDelegate::AppDelegate(const Platform& platform)
 AppDelegate::~AppDelegate() = default;
 
 void AppDelegate::applicationDidFinishLaunching() {
+    // The settings exist only once the permission is there; the way to quit has to be there before.
+    if (platform_.defaults.object("showMenuBarIcon") == DefaultsValue{true}) installStatusItem();
     if (permissionGate_.isTrusted()) return startCore();
     askForPermission([this] { startCore(); });
 }
@@ -41,6 +43,7 @@ void AppDelegate::askForPermission(std::function<void()> granted) {
 
 void AppDelegate::applicationWillTerminate() {
     // Every store writes through at once; the bars go with us.
+    if (systemChanges_) systemChanges_->revert();
 }
 
 void AppDelegate::startCore() {
@@ -70,6 +73,7 @@ void AppDelegate::startCore() {
     displayManager_->start();
     startClamping();
     subscribeToSettings();
+    changeSystem();
 }
 
 void AppDelegate::startClamping() {
@@ -86,6 +90,31 @@ void AppDelegate::startClamping() {
 void AppDelegate::subscribeToSettings() {
     subscriptions_.push_back(
         settings_->theme.subscribe([this](Theme theme) { platform_.toolkit.setAppearance(appearanceOf(theme)); }));
+    if (platform_.loginItem)
+        subscriptions_.push_back(
+            settings_->startAtLogin.subscribe([this](bool starts) { platform_.loginItem->setRegistered(starts); }));
+}
+
+void AppDelegate::changeSystem() {
+    const auto followStatusItem = [this] {
+        subscriptions_.push_back(settings_->showMenuBarIcon.subscribe([this](bool isShown) {
+            if (!isShown) statusItem_.reset();
+            if (isShown && !statusItem_) installStatusItem();
+        }));
+    };
+    if (!platform_.shellCommands) return followStatusItem();
+    const auto changed = [this] {
+        if (statusItem_) statusItem_->setMenu(buildSystemMenu());
+    };
+    systemChanges_ = std::make_unique<SystemChanges>(
+        SystemChanges::System{*platform_.shellCommands, platform_.defaults, platform_.toolkit, platform_.log, changed},
+        *settings_);
+    systemChanges_->start();
+    systemChanges_->makeOffers(followStatusItem);
+}
+
+void AppDelegate::installStatusItem() {
+    statusItem_ = platform_.toolkit.makeStatusItem(buildSystemMenu());
 }
 
 BarActions AppDelegate::makeBarActions() {

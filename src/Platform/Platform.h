@@ -6,8 +6,10 @@
 #include "Platform/Accessibility.h"
 #include "Platform/Icons.h"
 #include "Platform/Log.h"
+#include "Platform/LoginItem.h"
 #include "Platform/MainLoop.h"
 #include "Platform/Screens.h"
+#include "Platform/ShellCommands.h"
 #include "Platform/UserDefaults.h"
 #include "Platform/WindowServer.h"
 #include "Platform/WorkQueue.h"
@@ -30,6 +32,10 @@ struct Platform {
     /// Ends the program: the host leaves its event loop after this turn and then tells the application.
     std::function<void()> terminate;
     MakeWorkQueue makeWorkQueue;
+    /// Null where the program cannot be started at login.
+    LoginItem* loginItem = nullptr;
+    /// Null where there is no Dock to hide and nothing else that is changed by commands.
+    ShellCommands* shellCommands = nullptr;
 };
 
 }  // namespace morvel

@@ -18,7 +18,8 @@ Desktop::Desktop(const std::vector<DisplaySpec>& displays)
                 icons_,
                 toolkit_,
                 [this] { ++terminations_; },
-                [this](const std::string& label) { return workQueues_.make(label); }} {
+                [this](const std::string& label) { return workQueues_.make(label); },
+                &loginItem_} {
     for (const DisplaySpec& display : displays) {
         screens_.list.push_back(SimScreens::screenOf(display));
         addDisplaySpaces(display.id);

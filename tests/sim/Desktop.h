@@ -16,6 +16,7 @@
 #include "sim/SimIcons.h"
 #include "sim/SimLog.h"
 #include "sim/SimScreens.h"
+#include "sim/SimShell.h"
 #include "sim/SimToolkit.h"
 #include "sim/SimWindow.h"
 #include "sim/SimWindowServer.h"
@@ -52,6 +53,12 @@ public:
     FakeDefaults& defaults() { return defaults_; }
     SimIcons& icons() { return icons_; }
     SimToolkit& toolkit() { return toolkit_; }
+    SimLoginItem& loginItem() { return loginItem_; }
+    /// From now on it has a Dock, whose settings are changed by commands. For programs that start afterwards.
+    SimShell& addDock() {
+        platform_.shellCommands = &shell_;
+        return shell_;
+    }
     SimWorkQueues& workQueues() { return workQueues_; }
     Journal& journal() { return journal_; }
 
@@ -105,6 +112,8 @@ private:
     SimIcons icons_;
     SimToolkit toolkit_{mainLoop_};
     SimWorkQueues workQueues_{mainLoop_};
+    SimLoginItem loginItem_;
+    SimShell shell_;
     Platform platform_;
     std::vector<std::unique_ptr<SimApp>> apps_;
     std::map<ElementID, SimWindow*> windows_;       // by window element
