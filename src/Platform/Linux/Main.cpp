@@ -1,9 +1,12 @@
 // The bar on Linux/X11: puts the host together, hands it to the application, and turns the main loop until the end.
 #include <csignal>
+#include <filesystem>
 #include <memory>
 
 #include "App/AppDelegate.h"
 #include "Platform/Linux/Accessibility/AccessibilityService.h"
+#include "Platform/Linux/Applications/Autostart.h"
+#include "Platform/Linux/Applications/SingleInstance.h"
 #include "Platform/Linux/System/StderrLog.h"
 #include "Platform/Linux/System/ThreadQueue.h"
 #include "Platform/Linux/UI/TextLayouts.h"
@@ -15,6 +18,10 @@ namespace {
 
 constexpr int kExitNoDisplay = 1;
 constexpr int kExitDisplayLost = 2;
+
+std::string configFolder() {
+    return std::filesystem::path(JsonDefaults::defaultPath()).parent_path().parent_path().string();
+}
 
 int run() {
     startReadingFonts();
@@ -28,11 +35,18 @@ int run() {
         log.error("There is no X display to show the bar on.");
         return kExitNoDisplay;
     }
+    std::function<void()> openedAgain;
+    SingleInstance instance(*connection, [&] {
+        if (openedAgain) openedAgain();
+    });
+    if (!instance.claim()) return 0;
+    Autostart autostart(log, configFolder(), Autostart::ownProgram());
     XSystem system(loop, log, *connection, JsonDefaults::defaultPath());
     XToolkit toolkit(*connection, loop, system.screens());
     AppDelegate delegate({loop, log, system.accessibility(), system.windowServer(), system.workspace(),
                           system.screens(), system.defaults(), system.icons(), toolkit, [&loop] { loop.quit(); },
-                          [](const std::string&) { return std::make_unique<ThreadQueue>(); }});
+                          [](const std::string&) { return std::make_unique<ThreadQueue>(); },
+                          &autostart});
     delegate.applicationDidFinishLaunching();
     AccessibilityService accessibility(loop, log, toolkit);
 

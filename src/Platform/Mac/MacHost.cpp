@@ -1,6 +1,8 @@
 #include "Platform/Mac/MacHost.h"
 
+#include "Platform/Mac/Applications/SingleInstance.h"
 #include "Platform/Mac/System/DispatchQueue.h"
+#include "Platform/Mac/System/SignalWatch.h"
 
 namespace morvel::mac {
 
@@ -15,10 +17,14 @@ Platform MacHost::platform() {
             system_.icons(),
             toolkit_,
             [] { NSApplication::shared().terminate(); },
-            [](const std::string& label) { return std::make_unique<DispatchQueue>(label); }};
+            [](const std::string& label) { return std::make_unique<DispatchQueue>(label); },
+            &system_.loginItem(),
+            &system_.shell()};
 }
 
 void MacHost::run(AppDelegate::Callbacks application) {
+    if (application.reopened) furtherInstances_ = observeFurtherInstances(application.reopened);
+    requestsToEnd_ = observeRequestsToEnd([] { NSApplication::shared().terminate(); });
     delegate_ = AppDelegate::make(std::move(application));
     application_.setDelegate(delegate_);
     // No Dock icon, and no main menu of its own.

@@ -47,6 +47,7 @@ void dispatch_release(dispatch_object_t object);
 
 extern DispatchQueueTag _dispatch_main_q;
 extern const DispatchSourceTypeTag _dispatch_source_type_timer;
+extern const DispatchSourceTypeTag _dispatch_source_type_signal;
 }
 
 inline dispatch_object_t dispatchObject(dispatch_source_t source) {

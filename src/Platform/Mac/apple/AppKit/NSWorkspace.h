@@ -20,6 +20,14 @@ public:
         return send<NSRunningApplication>(ClassOf<NSRunningApplication>{},
                                           "runningApplicationWithProcessIdentifier:"_sel, pid);
     }
+    /// This process.
+    static NSRunningApplication current() {
+        return send<NSRunningApplication>(ClassOf<NSRunningApplication>{}, "currentApplication"_sel);
+    }
+    static NSArray withBundleIdentifier(const NSString& identifier) {
+        return send<NSArray>(ClassOf<NSRunningApplication>{}, "runningApplicationsWithBundleIdentifier:"_sel,
+                             identifier);
+    }
     std::int32_t processIdentifier() const { return send<std::int32_t>(*this, "processIdentifier"_sel); }
     NSInteger activationPolicy() const { return send<NSInteger>(*this, "activationPolicy"_sel); }
     NSString bundleIdentifier() const { return send<NSString>(*this, "bundleIdentifier"_sel); }
