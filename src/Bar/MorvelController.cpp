@@ -32,9 +32,22 @@ MorvelController::MorvelController(const BarServices& services, const Screen& sc
       screen_(screen),
       view_(services, *screen.displayID, spaceID),
       panel_(services.toolkit, {frame(), uiEdge(services.settings.barEdge.value())}, view_),
-      clampSubscription_(
-          services.settings.clampWindows.subscribe([this](bool clamps) { panel_.setReservesSpace(clamps); })) {
-    panel_.orderFront();
+      autoHide_({services.toolkit, services.mainLoop, services.screens}, services.settings.barEdge.value(),
+                {panel_, [this] { return frame(); }}) {
+    view_.pinReveal = lifetime_.whileAlive([this] { autoHide_.pinReveal(); });
+    view_.unpinReveal = lifetime_.whileAlive([this] { autoHide_.unpinReveal(); });
+    clampSubscription_ = services_.settings.clampWindows.subscribe([this](bool) { applyReservedSpace(); });
+    // A bar that hides from the start is never seen where it would stand.
+    autoHideSubscription_ = services_.settings.autoHide.subscribe([this](bool enabled) { applyAutoHide(enabled); });
+}
+
+void MorvelController::applyAutoHide(bool enabled) {
+    applyReservedSpace();
+    enabled ? autoHide_.start() : autoHide_.stop();
+}
+
+void MorvelController::applyReservedSpace() {
+    panel_.setReservesSpace(services_.settings.clampWindows.value() && !services_.settings.autoHide.value());
 }
 
 void MorvelController::update(const Screen& screen, std::optional<SpaceID> spaceID) {
@@ -44,7 +57,7 @@ void MorvelController::update(const Screen& screen, std::optional<SpaceID> space
 }
 
 void MorvelController::reframe() {
-    panel_.setFrame(frame());
+    autoHide_.updateGeometry();
 }
 
 Rect<ScreenSpace> MorvelController::frame() const {

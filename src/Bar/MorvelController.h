@@ -3,10 +3,12 @@
 
 #include <optional>
 
+#include "AutoHide/AutoHideController.h"
 #include "Bar/BarServices.h"
 #include "Bar/MorvelView.h"
 #include "Display/BarFrame.h"
 #include "UI/Panel.h"
+#include "Util/Lifetime.h"
 
 namespace morvel {
 
@@ -20,6 +22,8 @@ public:
     void update(const Screen& screen, std::optional<SpaceID> spaceID);
     /// Computes the frame anew; the panel is touched only when it differs.
     void reframe();
+    /// Hides the bar at its edge until the pointer comes there, or shows it for good.
+    void applyAutoHide(bool enabled);
 
     Rect<ScreenSpace> frame() const;
     /// At the top edge beside the menu bar, not over it.
@@ -27,11 +31,16 @@ public:
     MorvelView& view() { return view_; }
 
 private:
+    void applyReservedSpace();
+
     BarServices services_;
     Screen screen_;
     MorvelView view_;
     ui::Panel panel_;  // after the view that it shows
+    AutoHideController autoHide_;
     Subscription clampSubscription_;
+    Subscription autoHideSubscription_;
+    Lifetime lifetime_;  // ends first: the view lets go of its pins when it dies
 };
 
 }  // namespace morvel

@@ -222,16 +222,24 @@ void MorvelView::setForeignDragHighlight(bool on) {
     dragHighlightView_->setOn(on, AccentResolver::resolved(services_.settings));
 }
 
+void MorvelView::setPinnedByDrag(bool pinned) {
+    if (std::exchange(isPinnedByDrag_, pinned) == pinned) return;
+    pinned ? pinReveal() : unpinReveal();
+}
+
 void MorvelView::windowDragEntered(const ui::DragInfo& info) {
+    setPinnedByDrag(true);
     const auto window = RunningWindowDrag::window(info.pasteboard);
     setForeignDragHighlight(!window || !running_.shows(*window));
 }
 
 void MorvelView::windowDragExited() {
+    setPinnedByDrag(false);
     setForeignDragHighlight(false);
 }
 
 void MorvelView::windowDragEnded() {
+    setPinnedByDrag(false);
     setForeignDragHighlight(false);
     running_.dragEnded();
 }

@@ -43,7 +43,7 @@ public:
     const RunningStripArranger& runningOrder() const { return arranger_; }
     void adoptRunningOrder(const RunningStripArranger& former);
 
-    /// Keep an auto-hidden bar shown while a menu or popover of it is open, and release it.
+    /// Keep an auto-hidden bar shown while a menu or popover of it is open or a drag concerns it, and release it.
     std::function<void()> pinReveal = [] {};
     std::function<void()> unpinReveal = [] {};
 
@@ -66,6 +66,7 @@ private:
     RunningStrip::Drops drops();
     bool runningWindowDropped(const WindowID& id, size_t index);
     void installDragHighlightIfNeeded();
+    void setPinnedByDrag(bool pinned);
     ProjectionContext projectionContext() const;
     SpaceQueryCache makeSpaceQueryCache() const;
     double availableWidth() const;
@@ -78,6 +79,7 @@ private:
     BarBackgroundLayer backgroundLayer_;
     std::unique_ptr<DragHighlightView> dragHighlightView_;  // once it was needed
     bool isForeignDragActive_ = false;
+    bool isPinnedByDrag_ = false;  // something is dragged over the bar
     ui::StackView pinnedStack_;
     ui::StackView systemStack_;
     ui::View divider_;

@@ -14,6 +14,7 @@ public:
     Panel(Toolkit& toolkit, const PanelOptions& options, View& content);
 
     const Rect<ScreenSpace>& frame() const { return frame_; }
+    View& content() { return content_; }
     /// Does nothing when the frame is the same.
     void setFrame(const Rect<ScreenSpace>& frame);
     /// The same, gliding; the content gets its new size at once.

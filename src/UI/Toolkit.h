@@ -28,8 +28,7 @@ public:
     /// Moves and resizes the window; the caller resizes the content view.
     virtual void setFrame(const Rect<ScreenSpace>& frame) = 0;
     /// The same over `duration`, from where the window is now; a later frame takes over from what is reached by then.
-    /// Hosts that cannot animate jump.
-    virtual void animateFrame(const Rect<ScreenSpace>& frame, Duration) { setFrame(frame); }
+    virtual void animateFrame(const Rect<ScreenSpace>& frame, Duration duration) = 0;
     virtual void orderFront() = 0;
     virtual void orderOut() = 0;
     /// Asks the window manager to keep maximized windows clear of this panel at its edge, or no longer. Systems
@@ -37,8 +36,8 @@ public:
     virtual void setReservesSpace(bool reserves) = 0;
 };
 
-/// Bar: a whole bar. Strip: an invisible strip that only wants to know of the pointer. Companion: a small panel that
-/// stands beside a bar.
+/// Bar: a whole bar. Strip: an unseen strip in front of everything, whose content is only told of the pointer and of
+/// what is dragged into it. Companion: a small panel that stands beside a bar.
 enum class PanelKind { Bar, Strip, Companion };
 
 /// What kind of window a panel is. None ever takes the focus or appears among other programs' windows.
@@ -106,11 +105,11 @@ public:
     virtual Size textSize(std::string_view text, const Font& font) = 0;
 
     /// Where the pointer is now; nothing when that cannot be told.
-    virtual std::optional<Point<ScreenSpace>> pointerLocation() { return std::nullopt; }
+    virtual std::optional<Point<ScreenSpace>> pointerLocation() = 0;
     /// Whether any mouse button is held, in whatever program.
-    virtual bool isMouseButtonDown() { return false; }
+    virtual bool isMouseButtonDown() = 0;
     /// Whether the person asked the system for less motion: what would slide then jumps.
-    virtual bool reducesMotion() { return false; }
+    virtual bool reducesMotion() = 0;
 
     /// Calls `pressed` on each press of a mouse button outside this program's windows, without taking it from them.
     [[nodiscard]] virtual Subscription observeOutsidePresses(std::function<void()> pressed) = 0;

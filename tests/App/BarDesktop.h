@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <memory>
 #include <string>
 #include <vector>
@@ -39,6 +40,13 @@ public:
     ui::View& bar(size_t screen = 0) {
         const DisplayID display = screens().screens().at(screen).displayID.value();
         return delegate_->displayManager()->controllers().at(display)->view();
+    }
+
+    /// Whether the panel shows on a display, and not beside all of them.
+    bool isSeen(const sim::SimPanel& panel) {
+        return panel.isShown && std::ranges::any_of(screens().list, [&](const Screen& screen) {
+                   return screen.frame.contains(panel.frame.center());
+               });
     }
 
     template <class Button>

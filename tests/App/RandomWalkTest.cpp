@@ -12,7 +12,11 @@ namespace {
 struct Pin {
     std::shared_ptr<int> count;
     int by;
-    void operator()() const { *count += by; }
+    std::function<void()> bar;  ///< does what it did before it was counted
+    void operator()() const {
+        *count += by;
+        bar();
+    }
 };
 
 class Walk {
@@ -31,7 +35,8 @@ public:
             {4, &Walk::fullScreen},     {8, &Walk::focus},         {5, &Walk::switchSpace},
             {3, &Walk::changeDisplays}, {2, &Walk::hangOrRecover}, {8, &Walk::changeSetting},
             {10, &Walk::clickButton},   {6, &Walk::rightClick},    {8, &Walk::chooseFromMenu},
-            {5, &Walk::usePopover},     {3, &Walk::pressOutside},  {25, &Walk::letTimePass}};
+            {5, &Walk::usePopover},     {3, &Walk::pressOutside},  {25, &Walk::letTimePass},
+            {6, &Walk::point}};
         int total = 0;
         for (const auto& [weight, act] : kSteps) total += weight;
         int left = below(total);
@@ -164,7 +169,7 @@ private:
     }
     void changeSetting() {
         SettingsStore& s = desktop_.settings();
-        switch (below(20)) {
+        switch (below(21)) {
             case 0:
                 return setAny(s.barEdge);
             case 1:
@@ -203,6 +208,8 @@ private:
                 return s.matchMenuBarHeight.set(oneIn(2));
             case 18:
                 return s.compactTopCollapsedItemCount.set(below(20));
+            case 19:
+                return s.autoHide.set(oneIn(2));
             default:
                 return s.windowBlacklist.set(oneIn(2) ? std::set<std::string>{}
                                                       : std::set{std::string("com.example.app 1")});
@@ -222,8 +229,16 @@ private:
     }
     std::vector<ui::View*> bars() {
         std::vector<ui::View*> roots;
-        for (sim::SimPanel* panel : desktop_.toolkit().panels()) roots.push_back(&panel->surface.root());
+        for (sim::SimPanel* panel : desktop_.toolkit().panels())
+            if (desktop_.isSeen(*panel)) roots.push_back(&panel->surface.root());
         return roots;
+    }
+    /// A strip that waits for the pointer, or a bar, or nothing at all.
+    void point() {
+        settle();
+        ui::View* root = any(bars());
+        if (!root || oneIn(4)) return desktop_.toolkit().leave();
+        desktop_.toolkit().moveTo(*root);
     }
     void clickButton() {
         settle();
@@ -278,8 +293,8 @@ private:
             MorvelView& bar = controller->view();
             if (bar.pinReveal.target<Pin>()) continue;
             const auto count = std::make_shared<int>(0);
-            bar.pinReveal = Pin{count, 1};
-            bar.unpinReveal = Pin{count, -1};
+            bar.pinReveal = Pin{count, 1, bar.pinReveal};
+            bar.unpinReveal = Pin{count, -1, bar.unpinReveal};
         }
     }
     void pinsAreBalanced() {

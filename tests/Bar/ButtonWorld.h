@@ -90,6 +90,9 @@ public:
         ++measurements;
         return {static_cast<double>(text.size()) * font.size / 2, font.size + 3};
     }
+    std::optional<Point<ScreenSpace>> pointerLocation() override { return std::nullopt; }
+    bool isMouseButtonDown() override { return false; }
+    bool reducesMotion() override { return false; }
     Subscription observeOutsidePresses(std::function<void()> pressed) override {
         return outsidePresses.subscribe(std::move(pressed));
     }

@@ -1,6 +1,7 @@
 // Views, windows and menus: the tree, its coordinates, and the moments at which AppKit calls overrides.
 #include <algorithm>
 
+#include "Animations.h"
 #include "Platform/Mac/apple/AppKit/NSView.h"
 #include "Platform/Mac/apple/CGGeometry.h"
 #include "Platform/Mac/objc/Send.h"
@@ -188,6 +189,7 @@ void installWindows(Runtime& runtime) {
         i.answer<RawObject>(i.receiver());
     });
     runtime.implement("NSWindow", "setFrame:display:", [](Invocation& i) {
+        if (passToAnimatedWindow(i.receiver(), i.argument<CGRect>(0))) return;
         setProperty(i.receiver(), "frame", i.argument<CGRect>(0));
         fitContent(i.receiver());
     });

@@ -47,6 +47,9 @@ public:
     void begin(const ui::DragItem& item, std::function<void(ui::DragOperation)> ended);
     bool refuses = false;
     bool isActive() const { return pasteboard_ != nullptr; }
+    /// The window under the drag, only to be compared: it may be gone; and where in it.
+    const SimSurface* surface() const { return surface_; }
+    Point<ViewSpace> location() const { return location_; }
 
     // --- What a person does ---
     /// Presses the view and pulls it until it is dragged; a view that is not dragged then fails the test.

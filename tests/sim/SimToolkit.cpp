@@ -23,6 +23,10 @@ public:
         panel_.frame = frame;
         ++panel_.moves;
     }
+    void animateFrame(const Rect<ScreenSpace>& frame, Duration) override {
+        setFrame(frame);
+        ++panel_.slides;
+    }
     void orderFront() override { panel_.isShown = true; }
     void orderOut() override { panel_.isShown = false; }
     void setReservesSpace(bool reserves) override { panel_.reservesSpace = reserves; }
@@ -110,6 +114,15 @@ Subscription SimToolkit::observeOutsidePresses(std::function<void()> pressed) {
     return outsidePresses_.subscribe(std::move(pressed));
 }
 
+std::optional<Point<ScreenSpace>> SimToolkit::pointerLocation() {
+    constexpr Point<ScreenSpace> kElsewhere{-1e6, -1e6};
+    const SimSurface* surface = drags_.isActive() ? drags_.surface() : pointed_;
+    const auto panel = std::ranges::find_if(panels_, [&](SimPanel* p) { return &p->surface == surface; });
+    if (panel == panels_.end()) return kElsewhere;
+    const Point<ViewSpace> location = drags_.isActive() ? drags_.location() : location_;
+    return Point<ScreenSpace>{(*panel)->frame.minX() + location.x, (*panel)->frame.maxY() - location.y};
+}
+
 SimPopover* SimToolkit::shownPopover() const {
     const auto found = std::ranges::find_if(popovers_, &SimPopover::isShown);
     return found == popovers_.end() ? nullptr : *found;
@@ -155,6 +168,7 @@ void SimToolkit::leave() {
 void SimToolkit::press(ui::View& view) {
     SimSurface* surface = pointAt(view);
     if (!surface) return;
+    isPressed_ = true;
     EXPECT_TRUE(surface->router().buttonPressed({ui::MouseButton::Left, location_})) << "nothing takes presses";
 }
 
@@ -175,6 +189,7 @@ void SimToolkit::drag(Point<ViewSpace> location) {
 }
 
 void SimToolkit::release() {
+    isPressed_ = false;
     if (isAlive(pointed_)) pointed_->router().buttonReleased({ui::MouseButton::Left, location_});
 }
 
@@ -228,6 +243,8 @@ SimSurface* SimToolkit::pointAt(ui::View& view) {
         ADD_FAILURE() << "the view is not on the screen";
         return nullptr;
     }
+    for (const SimPanel* panel : panels_)
+        EXPECT_TRUE(panel->isShown || &panel->surface != surface) << "the view's panel is not on the screen";
     surface->layoutNow();
     if (pointed_ != surface) leave();
     pointed_ = surface;

@@ -19,7 +19,8 @@ struct SimPanel {
     Rect<ScreenSpace> frame;
     bool isShown = false;
     bool reservesSpace = false;
-    int moves = 0;  ///< frames set after the first
+    int moves = 0;   ///< frames set after the first
+    int slides = 0;  ///< those of them that were animated; the simulated panel is there at once
     SimSurface surface;
 };
 
@@ -55,6 +56,13 @@ public:
         alerts_.push_back({std::move(alert), std::move(answered)});
     }
     std::unique_ptr<ui::StatusItemPeer> makeStatusItem(ui::Menu menu) override;
+    /// Over a panel where the pointer is over it; over anything else, far away from every panel.
+    std::optional<Point<ScreenSpace>> pointerLocation() override;
+    bool isMouseButtonDown() override { return isPressed_ || drags_.isActive(); }
+    bool reducesMotion() override { return wantsLessMotion; }
+
+    /// The person's choice for all programs.
+    bool wantsLessMotion = false;
 
     // --- What is on the screen ---
     ui::Appearance appearance() const { return appearance_; }
@@ -126,6 +134,7 @@ private:
     Signal<> outsidePresses_;
     SimSurface* pointed_ = nullptr;  // the window under the pointer; compared with the living ones before use
     Point<ViewSpace> location_;
+    bool isPressed_ = false;
     SimDrags drags_{*this};
 };
 

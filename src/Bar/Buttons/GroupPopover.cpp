@@ -71,6 +71,12 @@ GroupPopover::Row GroupPopover::makeRow(const WindowSnapshot& window) {
         if (move) move(id, display);
         closePopover();
     };
+    row.pinReveal = [pin = bindings_.onWillShow] {
+        if (pin) pin();
+    };
+    row.unpinReveal = [unpin = bindings_.onDidClose] {
+        if (unpin) unpin();
+    };
     row.otherScreensProvider = bindings_.otherScreensProvider;
     row.onDragEntered = [entered = bindings_.onRowDragEntered, id](const ui::DragPasteboard& pasteboard) {
         if (entered) entered(id, pasteboard);

@@ -29,7 +29,7 @@ struct GroupPopoverBindings {
     std::function<void(WindowID)> onRowDragExited;
     std::function<void()> onRowDragEnded;
     /// Called in pairs, however often the popover moves from one button to another while it is open, to keep the bar
-    /// shown meanwhile.
+    /// shown meanwhile; and around the menu of a row, which may stay open when the popover closes.
     std::function<void()> onWillShow;
     std::function<void()> onDidClose;
 };

@@ -67,7 +67,8 @@ void GroupRowButton::rightMouseDown(const ui::MouseEvent& event) {
     ui::Menu menu = WindowMenus::forWindow(
         snapshot_.appName, bindings_.otherScreensProvider(),
         {.close = bindings_.onClose, .quit = bindings_.onQuit, .pin = bindings_.onPin, .moveTo = bindings_.onMoveTo});
-    toolkit_.popUpMenu(std::move(menu), *this, event.location, [] {});
+    bindings_.pinReveal();
+    toolkit_.popUpMenu(std::move(menu), *this, event.location, bindings_.unpinReveal);
 }
 
 void GroupRowButton::mouseEntered(const ui::MouseEvent&) {

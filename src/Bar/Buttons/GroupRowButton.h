@@ -23,6 +23,9 @@ struct GroupRowBindings {
     std::function<void()> onQuit;
     std::function<void(DisplayID)> onMoveTo;
     std::function<std::vector<OtherScreen>()> otherScreensProvider;
+    /// Called in pairs around a menu, to keep the bar shown meanwhile.
+    std::function<void()> pinReveal;
+    std::function<void()> unpinReveal;
     std::function<void(const ui::DragPasteboard&)> onDragEntered;
     std::function<void()> onDragExited;
     std::function<void()> onDragEnded;

@@ -117,10 +117,16 @@ void WindowButton::mouseDragged(const ui::MouseEvent& event) {
 
 void WindowButton::beginDrag() {
     isDragged_ = true;
-    toolkit_.beginDrag(*this, RunningWindowDrag::item(snapshot_.id), lifetime_.whileAlive([this](ui::DragOperation) {
+    if (bindings_.pinReveal) bindings_.pinReveal();
+    auto ended = lifetime_.whileAlive([this](ui::DragOperation) {
         isDragged_ = false;
         showAlpha();
-    }));
+    });
+    toolkit_.beginDrag(*this, RunningWindowDrag::item(snapshot_.id),
+                       [ended, unpin = bindings_.unpinReveal](ui::DragOperation operation) {
+                           ended(operation);
+                           if (unpin) unpin();
+                       });
     showAlpha();  // only now: the picture is of the button as it was
 }
 

@@ -38,7 +38,7 @@ struct WindowButtonBindings {
     /// Who raises the window when a drag rests on the button; null for nobody.
     std::function<DragHoverRaiseController*()> dragHoverProvider = [] { return nullptr; };
 
-    /// Called in pairs around a menu, to keep the bar shown meanwhile.
+    /// Called in pairs around a menu, and around a drag of the button, to keep the bar shown meanwhile.
     std::function<void()> pinReveal;
     std::function<void()> unpinReveal;
 };

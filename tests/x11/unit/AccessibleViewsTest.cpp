@@ -23,6 +23,9 @@ public:
     }
     void popUpMenu(ui::Menu, ui::View&, Point<ViewSpace>, std::function<void()>) override {}
     Size textSize(std::string_view, const ui::Font&) override { return {}; }
+    std::optional<Point<ScreenSpace>> pointerLocation() override { return std::nullopt; }
+    bool isMouseButtonDown() override { return false; }
+    bool reducesMotion() override { return false; }
     Subscription observeOutsidePresses(std::function<void()>) override { return {}; }
 };
 

@@ -11,6 +11,7 @@ namespace morvel::x11 {
 namespace {
 
 constexpr std::string_view kCompositorOfScreen = "_NET_WM_CM_S";  // and the screen's number
+constexpr std::string_view kSettingsOfScreen = "_XSETTINGS_S";    // likewise
 
 struct Row {
     xcb_atom_t Atoms::*atom;
@@ -21,6 +22,7 @@ constexpr auto kTable = std::to_array<Row>({
     {&Atoms::utf8String, "UTF8_STRING"},
     {&Atoms::compoundText, "COMPOUND_TEXT"},
     {&Atoms::manager, "MANAGER"},
+    {&Atoms::xsettingsSettings, "_XSETTINGS_SETTINGS"},
     {&Atoms::netSupported, "_NET_SUPPORTED"},
     {&Atoms::netSupportingWmCheck, "_NET_SUPPORTING_WM_CHECK"},
     {&Atoms::netClientList, "_NET_CLIENT_LIST"},
@@ -108,9 +110,11 @@ Atoms internAtoms(xcb_connection_t* connection, int screenNumber) {
     std::array<xcb_intern_atom_cookie_t, kTable.size()> cookies;
     for (size_t i = 0; i < kTable.size(); ++i) cookies[i] = ask(kTable[i].name);
     const auto compositor = ask(std::string(kCompositorOfScreen) + std::to_string(screenNumber));
+    const auto settings = ask(std::string(kSettingsOfScreen) + std::to_string(screenNumber));
     Atoms atoms;
     for (size_t i = 0; i < kTable.size(); ++i) answer(cookies[i], atoms.*kTable[i].atom);
     answer(compositor, atoms.compositorSelection);
+    answer(settings, atoms.settingsSelection);
     return atoms;
 }
 

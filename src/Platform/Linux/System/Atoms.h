@@ -12,6 +12,8 @@ struct Atoms {
     xcb_atom_t utf8String = 0, compoundText = 0, manager = 0;
     xcb_atom_t morvelInstance = 0;       ///< the selection of the display's bar, and the message that wakes it
     xcb_atom_t compositorSelection = 0;  ///< whose owner blends translucent windows of the connection's screen
+    xcb_atom_t settingsSelection = 0;    ///< whose owner publishes the desktop's settings in `xsettingsSettings`
+    xcb_atom_t xsettingsSettings = 0;
 
     // The window manager's root properties
     xcb_atom_t netSupported = 0, netSupportingWmCheck = 0, netClientList = 0, netClientListStacking = 0;

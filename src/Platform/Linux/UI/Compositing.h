@@ -15,6 +15,7 @@ struct WindowFormat {
     uint8_t depth = 0;
     xcb_colormap_t colormap = 0;  ///< owned by the Compositing
     bool isTranslucent = false;
+    bool isUnseen = false;  ///< takes input and has no pixels; the rest means nothing then
 
     bool operator==(const WindowFormat&) const = default;
 };

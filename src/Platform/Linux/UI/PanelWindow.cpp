@@ -1,5 +1,6 @@
 #include "Platform/Linux/UI/PanelWindow.h"
 
+#include <cmath>
 #include <string_view>
 #include <utility>
 
@@ -33,7 +34,8 @@ PanelWindow::PanelWindow(ToolkitContext& context, const ui::PanelOptions& option
           std::make_unique<ViewWindow>(context, content,
                                        ViewWindowOptions{.management = Management::Managed,
                                                          .keepClearOf = KeepClearOf::Window,
-                                                         .prepare = [this](XWindow& window) { describe(window); }})) {
+                                                         .prepare = [this](XWindow& window) { describe(window); }})),
+      slide_(context.mainLoop()) {
     place();
     // Where the main display's height or place changes, so does what the frame means on the root window.
     geometry_ = context_.observeGeometry([this] { place(); });
@@ -61,7 +63,19 @@ void PanelWindow::setFrame(const Rect<ScreenSpace>& frame) {
     place();
 }
 
+void PanelWindow::animateFrame(const Rect<ScreenSpace>& frame, Duration duration) {
+    frame_ = frame;
+    updateStrut();
+    const PixelRect from = window_->frame();
+    const PixelRect to = pixelsTouched(context_.toRoot(frame_));
+    slide_.start(duration, [this, from, to](double progress) {
+        const auto between = [progress](int a, int b) { return a + static_cast<int>(std::lround((b - a) * progress)); };
+        window_->setFrame({between(from.x, to.x), between(from.y, to.y), to.width, to.height});
+    });
+}
+
 void PanelWindow::place() {
+    slide_.cancel();
     window_->setFrame(pixelsTouched(context_.toRoot(frame_)));
     updateStrut();
 }

@@ -4,6 +4,7 @@
 #include <memory>
 
 #include "Platform/Linux/UI/ViewWindow.h"
+#include "UI/Animation.h"
 #include "UI/Toolkit.h"
 
 namespace morvel::x11 {
@@ -17,6 +18,8 @@ public:
     ~PanelWindow() override;
 
     void setFrame(const Rect<ScreenSpace>& frame) override;
+    /// Has its new size at once.
+    void animateFrame(const Rect<ScreenSpace>& frame, Duration duration) override;
     void orderFront() override;
     void orderOut() override;
     void setReservesSpace(bool reserves) override;
@@ -31,6 +34,7 @@ private:
     Rect<ScreenSpace> frame_;
     bool reservesSpace_ = false;
     std::unique_ptr<ViewWindow> window_;
+    ui::Animation slide_;
     Subscription geometry_;
 };
 

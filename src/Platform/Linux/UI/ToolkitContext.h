@@ -36,6 +36,7 @@ public:
     void setPalette(const Palette& palette);
 
     Rect<RootSpace> toRoot(const Rect<ScreenSpace>& rect) const { return screens_.mainFrame().toRoot(rect); }
+    Rect<ScreenSpace> toScreen(const Rect<RootSpace>& rect) const { return screens_.mainFrame().toScreen(rect); }
     std::vector<Rect<RootSpace>> monitors();
     /// Follows the server's changes of size.
     const Rect<RootSpace>& root() const { return root_; }

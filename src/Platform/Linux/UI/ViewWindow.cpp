@@ -73,8 +73,8 @@ ViewWindow::~ViewWindow() {
 }
 
 void ViewWindow::makeWindow() {
-    window_ =
-        std::make_unique<XWindow>(context_.connection(), context_.compositing().format(), frame_, options_.management);
+    const WindowFormat format = options_.isUnseen ? WindowFormat{.isUnseen = true} : context_.compositing().format();
+    window_ = std::make_unique<XWindow>(context_.connection(), format, frame_, options_.management);
     events_ =
         context_.connection().observeWindow(window_->id(), [this](const xcb_generic_event_t& event) { handle(event); });
     isPointerInside_ = false;
@@ -283,7 +283,7 @@ void ViewWindow::describe() {
 
 void ViewWindow::inspect() {
     const xcb_atom_t property = context_.inspectionProperty();
-    if (!property || isRetired_) return;
+    if (!property || isRetired_ || options_.isUnseen) return;
     const Rect<RootSpace> root = onRoot(canvas_.root());
     window_->setText(property, context_.connection().atoms().utf8String, describeViews(canvas_.root(), root.origin()));
 }

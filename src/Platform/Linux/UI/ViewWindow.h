@@ -19,6 +19,8 @@ enum class KeepClearOf { Window, View };
 struct ViewWindowOptions {
     Management management = Management::Unmanaged;
     KeepClearOf keepClearOf = KeepClearOf::View;
+    /// Only takes input; its views are never painted, and nobody is told of it. Not managed.
+    bool isUnseen = false;
     /// Sets what only this kind of window has, before it is shown; also when the server needs a new window for it.
     std::function<void(XWindow&)> prepare = {};
     /// Takes the window's input instead of its views; may be empty.
@@ -60,7 +62,7 @@ public:
     /// Whether drags may be dropped on it now.
     bool takesDrags() const { return !isRetired_ && !options_.input && window_->isMapped(); }
     ui::View& rootView() const override { return canvas_.root(); }
-    bool isShown() const override { return window_->isMapped(); }
+    bool isShown() const override { return window_->isMapped() && !options_.isUnseen; }
     bool isPointerInside() const { return isPointerInside_; }
     void menuClosed();
 

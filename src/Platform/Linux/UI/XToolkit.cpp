@@ -2,8 +2,10 @@
 
 #include <utility>
 
+#include "Platform/Linux/System/XSettings.h"
 #include "Platform/Linux/UI/PanelWindow.h"
 #include "Platform/Linux/UI/PopoverWindow.h"
+#include "Platform/Linux/UI/StripWindow.h"
 
 namespace morvel::x11 {
 
@@ -32,11 +34,12 @@ void XToolkit::setAppearance(ui::Appearance appearance) {
 }
 
 std::unique_ptr<ui::PanelPeer> XToolkit::makePanel(const ui::PanelOptions& options, ui::View& content) {
+    if (options.kind == ui::PanelKind::Strip) return std::make_unique<StripWindow>(context_, options.frame, content);
     return std::make_unique<PanelWindow>(context_, options, content);
 }
 
 std::unique_ptr<ui::PopoverPeer> XToolkit::makePopover(ui::View& content, std::function<void()> closed,
-                                                           ui::PopoverFocus) {
+                                                       ui::PopoverFocus) {
     return std::make_unique<PopoverWindow>(context_, content, std::move(closed));
 }
 
@@ -91,6 +94,29 @@ void XToolkit::finishDrags() {
 
 Size XToolkit::textSize(std::string_view text, const ui::Font& font) {
     return context_.layouts().lineSize(text, font);
+}
+
+XPtr<xcb_query_pointer_reply_t> XToolkit::queryPointer() {
+    xcb_connection_t* c = context_.connection().get();
+    return XPtr<xcb_query_pointer_reply_t>(
+        xcb_query_pointer_reply(c, xcb_query_pointer(c, context_.connection().root()), nullptr));
+}
+
+std::optional<Point<ScreenSpace>> XToolkit::pointerLocation() {
+    const auto pointer = queryPointer();
+    if (!pointer || !pointer->same_screen) return std::nullopt;
+    const Rect<RootSpace> pixel{static_cast<double>(pointer->root_x), static_cast<double>(pointer->root_y), 1, 1};
+    return context_.toScreen(pixel).center();
+}
+
+bool XToolkit::isMouseButtonDown() {
+    constexpr uint16_t kButtons = XCB_BUTTON_MASK_1 | XCB_BUTTON_MASK_2 | XCB_BUTTON_MASK_3;
+    const auto pointer = queryPointer();
+    return pointer && (pointer->mask & kButtons) != 0;
+}
+
+bool XToolkit::reducesMotion() {
+    return animationsAreOff(context_.connection());
 }
 
 Subscription XToolkit::observeOutsidePresses(std::function<void()> pressed) {

@@ -36,6 +36,11 @@ public:
                    std::function<void()> closed) override;
     void beginDrag(ui::View& view, ui::DragItem item, std::function<void(ui::DragOperation)> ended) override;
     Size textSize(std::string_view text, const ui::Font& font) override;
+    /// Both wait for the server: nothing tells of the pointer while it is over other programs' windows.
+    std::optional<Point<ScreenSpace>> pointerLocation() override;
+    bool isMouseButtonDown() override;
+    /// By the desktop's published settings.
+    bool reducesMotion() override;
     [[nodiscard]] Subscription observeOutsidePresses(std::function<void()> pressed) override;
 
 private:
@@ -53,6 +58,7 @@ private:
         std::unique_ptr<DragSession> session;
     };
 
+    XPtr<xcb_query_pointer_reply_t> queryPointer();
     void menuEnded(EndedMenu ended);
     void dragEnded(EndedDrag ended);
     void finishDrags();

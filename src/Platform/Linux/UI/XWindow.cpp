@@ -35,18 +35,10 @@ uint16_t extent(int length) {
 XWindow::XWindow(XConnection& connection, const WindowFormat& format, const PixelRect& frame, Management management)
     : connection_(connection),
       id_(xcb_generate_id(connection.get())),
-      gc_(xcb_generate_id(connection.get())),
+      gc_(format.isUnseen ? XCB_NONE : xcb_generate_id(connection.get())),
       format_(format),
       frame_(frame) {
-    // No background: the server would show it for a moment wherever the window grows or is uncovered.
-    const uint32_t mask = XCB_CW_BACK_PIXMAP | XCB_CW_BORDER_PIXEL | XCB_CW_BIT_GRAVITY | XCB_CW_OVERRIDE_REDIRECT |
-                          XCB_CW_EVENT_MASK | XCB_CW_COLORMAP;
-    const std::array<uint32_t, 6> values{
-        XCB_BACK_PIXMAP_NONE, 0, XCB_GRAVITY_NORTH_WEST, management == Management::Unmanaged, kEvents, format.colormap};
-    xcb_create_window(connection_.get(), format.depth, id_, connection_.root(), static_cast<int16_t>(frame.x),
-                      static_cast<int16_t>(frame.y), extent(frame.width), extent(frame.height), 0,
-                      XCB_WINDOW_CLASS_INPUT_OUTPUT, format.visual, mask, values.data());
-    xcb_create_gc(connection_.get(), gc_, id_, 0, nullptr);
+    format_.isUnseen ? createUnseen() : create(management);
     ownership_ = connection_.registerOwnWindow(id_);
     // A process id means something only together with the machine it is on.
     setText(XCB_ATOM_WM_CLASS, XCB_ATOM_STRING, kInstanceAndClass);
@@ -54,8 +46,30 @@ XWindow::XWindow(XConnection& connection, const WindowFormat& format, const Pixe
     setCardinals(connection_.atoms().netWmPid, XCB_ATOM_CARDINAL, {static_cast<uint32_t>(getpid())});
 }
 
+void XWindow::create(Management management) {
+    // No background: the server would show it for a moment wherever the window grows or is uncovered.
+    const uint32_t mask = XCB_CW_BACK_PIXMAP | XCB_CW_BORDER_PIXEL | XCB_CW_BIT_GRAVITY | XCB_CW_OVERRIDE_REDIRECT |
+                          XCB_CW_EVENT_MASK | XCB_CW_COLORMAP;
+    const std::array<uint32_t, 6> values{
+        XCB_BACK_PIXMAP_NONE, 0, XCB_GRAVITY_NORTH_WEST, management == Management::Unmanaged, kEvents,
+        format_.colormap};
+    xcb_create_window(connection_.get(), format_.depth, id_, connection_.root(), static_cast<int16_t>(frame_.x),
+                      static_cast<int16_t>(frame_.y), extent(frame_.width), extent(frame_.height), 0,
+                      XCB_WINDOW_CLASS_INPUT_OUTPUT, format_.visual, mask, values.data());
+    xcb_create_gc(connection_.get(), gc_, id_, 0, nullptr);
+}
+
+// Always unmanaged: window managers have no use for a window that cannot be seen.
+void XWindow::createUnseen() {
+    const std::array<uint32_t, 2> values{1, kEvents};
+    xcb_create_window(connection_.get(), 0, id_, connection_.root(), static_cast<int16_t>(frame_.x),
+                      static_cast<int16_t>(frame_.y), extent(frame_.width), extent(frame_.height), 0,
+                      XCB_WINDOW_CLASS_INPUT_ONLY, XCB_COPY_FROM_PARENT, XCB_CW_OVERRIDE_REDIRECT | XCB_CW_EVENT_MASK,
+                      values.data());
+}
+
 XWindow::~XWindow() {
-    xcb_free_gc(connection_.get(), gc_);
+    if (gc_) xcb_free_gc(connection_.get(), gc_);
     xcb_destroy_window(connection_.get(), id_);
 }
 
@@ -73,6 +87,7 @@ void XWindow::configureFrame() {
 
 void XWindow::map(cairo_surface_t* content) {
     if (std::exchange(isMapped_, true)) return;
+    if (format_.isUnseen) return askAgain();
     const PixelRect all{0, 0, extent(frame_.width), extent(frame_.height)};
     const xcb_pixmap_t pixmap = xcb_generate_id(connection_.get());
     xcb_create_pixmap(connection_.get(), format_.depth, pixmap, id_, extent(all.width), extent(all.height));
@@ -102,7 +117,7 @@ void XWindow::raise() {
 }
 
 void XWindow::put(cairo_surface_t* surface, const std::vector<PixelRect>& rects) {
-    if (!isMapped_) return;
+    if (!isMapped_ || format_.isUnseen) return;
     for (const PixelRect& rect : rects)
         for (const PixelRect& stripe : splitByRows(rect, maxPixelsPerRequest())) putStripe(id_, surface, stripe);
 }

@@ -52,13 +52,15 @@ public:
     void removeProperty(xcb_atom_t property);
 
 private:
+    void create(Management management);
+    void createUnseen();
     void configureFrame();
     void putStripe(xcb_drawable_t target, cairo_surface_t* surface, const PixelRect& stripe);
     long maxPixelsPerRequest() const;
 
     XConnection& connection_;
     const xcb_window_t id_;
-    const xcb_gcontext_t gc_;
+    const xcb_gcontext_t gc_;  // none without pixels
     const WindowFormat format_;
     PixelRect frame_;
     bool isMapped_ = false;

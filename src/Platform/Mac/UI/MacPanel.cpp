@@ -1,7 +1,11 @@
 // The class MorvelPanel, and how its instances are set up.
 #include "Platform/Mac/UI/MacPanel.h"
 
+#include <chrono>
+#include <utility>
+
 #include "Platform/Mac/UI/Resolving.h"
+#include "Platform/Mac/apple/AppKit/NSAnimationContext.h"
 #include "Platform/Mac/apple/AppKit/Selectors.h"
 #include "Platform/Mac/apple/CoreGraphics.h"
 #include "Platform/Mac/objc/Subclass.h"
@@ -42,6 +46,8 @@ MacPanel::MacPanel(const ui::PanelOptions& options, ui::View& content)
     panel_.setHidesOnDeactivate(false);
     panel_.setAcceptsMouseMovedEvents(true);
     panel_.setMovable(false);
+    // By itself a window lets pass what happens where it is clear, and a strip is clear all over.
+    if (options.kind == ui::PanelKind::Strip) panel_.setIgnoresMouseEvents(false);
     const NSView view = tree_.rootView();
     view.setAutoresizingMask(NSViewWidthSizable | NSViewHeightSizable);
     panel_.setContentView(view);
@@ -56,7 +62,22 @@ MacPanel::~MacPanel() {
 void MacPanel::setFrame(const Rect<ScreenSpace>& frame) {
     constexpr bool kDisplay = true;
     const CGRect wanted = cgRect(frame);
+    // A slide would go on over what is set beside it. Another one that takes no time ends it.
+    if (std::exchange(mayBeSliding_, false)) slideTo(wanted, 0);
     if (panel_.frame() != wanted) panel_.setFrame(wanted, kDisplay);
+}
+
+void MacPanel::animateFrame(const Rect<ScreenSpace>& frame, Duration duration) {
+    mayBeSliding_ = true;
+    slideTo(cgRect(frame), std::chrono::duration<double>(duration).count());
+}
+
+void MacPanel::slideTo(const CGRect& frame, double seconds) const {
+    NSAnimationContext::runGroup([&](const NSAnimationContext& context) {
+        constexpr bool kDisplay = true;
+        context.setDuration(seconds);
+        panel_.animator().setFrame(frame, kDisplay);
+    });
 }
 
 }  // namespace morvel::mac

@@ -1,4 +1,5 @@
-// The panel of a bar: above other windows, on every Space as AppKit decides, never key and never main.
+// The panel of a bar, or of the strip at its edge: above other windows, on every Space as AppKit decides, never key and
+// never main.
 #pragma once
 
 #include "Platform/Mac/UI/ViewTree.h"
@@ -13,14 +14,18 @@ public:
     ~MacPanel() override;
 
     void setFrame(const Rect<ScreenSpace>& frame) override;
+    void animateFrame(const Rect<ScreenSpace>& frame, Duration duration) override;
     void orderFront() override { panel_.orderFrontRegardless(); }
     void orderOut() override { panel_.orderOut(); }
     /// Windows are kept clear by moving them, not by the window server.
     void setReservesSpace(bool) override {}
 
 private:
+    void slideTo(const CGRect& frame, double seconds) const;
+
     ViewTree tree_;
     NSPanel panel_;
+    bool mayBeSliding_ = false;
 };
 
 }  // namespace morvel::mac

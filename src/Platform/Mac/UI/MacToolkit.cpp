@@ -14,6 +14,7 @@
 #include "Platform/Mac/UI/MacStatusItem.h"
 #include "Platform/Mac/UI/Resolving.h"
 #include "Platform/Mac/apple/AppKit/NSApplication.h"
+#include "Platform/Mac/apple/AppKit/NSWorkspace.h"
 #include "Platform/Mac/apple/Foundation/NSRunLoop.h"
 
 namespace morvel::mac {
@@ -41,7 +42,7 @@ std::unique_ptr<ui::PanelPeer> MacToolkit::makePanel(const ui::PanelOptions& opt
 }
 
 std::unique_ptr<ui::PopoverPeer> MacToolkit::makePopover(ui::View& content, std::function<void()> closed,
-                                                             ui::PopoverFocus) {
+                                                         ui::PopoverFocus) {
     return std::make_unique<MacPopover>(content, std::move(closed), mainLoop_);
 }
 
@@ -87,6 +88,21 @@ Size MacToolkit::textSize(std::string_view text, const ui::Font& font) {
     const CGSize size = sizeOf(NSString::from(displayText(text)), nsFont(font));
     // A label that is a fraction of a point short of its text shows an ellipsis.
     return {std::ceil(size.width), std::ceil(size.height)};
+}
+
+std::optional<Point<ScreenSpace>> MacToolkit::pointerLocation() {
+    // The pixel's inside: its upper edge is in no rectangle that ends there, such as a bar at the top.
+    constexpr double kHalfPixel = 0.5;
+    const CGPoint location = NSEvent::mouseLocation();
+    return Point<ScreenSpace>{location.x, location.y - kHalfPixel};
+}
+
+bool MacToolkit::isMouseButtonDown() {
+    return NSEvent::pressedMouseButtons() != 0;
+}
+
+bool MacToolkit::reducesMotion() {
+    return NSWorkspace::shared().accessibilityDisplayShouldReduceMotion();
 }
 
 Subscription MacToolkit::observeOutsidePresses(std::function<void()> pressed) {

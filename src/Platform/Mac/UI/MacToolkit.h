@@ -24,6 +24,9 @@ public:
     void showAlert(ui::Alert alert, std::function<void(std::optional<size_t>)> answered) override;
     std::unique_ptr<ui::StatusItemPeer> makeStatusItem(ui::Menu menu) override;
     Size textSize(std::string_view text, const ui::Font& font) override;
+    std::optional<Point<ScreenSpace>> pointerLocation() override;
+    bool isMouseButtonDown() override;
+    bool reducesMotion() override;
     Subscription observeOutsidePresses(std::function<void()> pressed) override;
 
 private:

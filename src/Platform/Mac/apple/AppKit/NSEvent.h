@@ -28,6 +28,9 @@ public:
 
     /// Which buttons are down now, one bit each, the left one first.
     static NSUInteger pressedMouseButtons() { return send<NSUInteger>(ClassOf<NSEvent>{}, "pressedMouseButtons"_sel); }
+    /// In screen coordinates: the upper edge of the pointed pixel, so that y is never less than the lower end of a
+    /// display and may be its upper end.
+    static CGPoint mouseLocation() { return send<CGPoint>(ClassOf<NSEvent>{}, "mouseLocation"_sel); }
     NSUInteger type() const { return send<NSUInteger>(*this, "type"_sel); }
     CGPoint locationInWindow() const { return send<CGPoint>(*this, "locationInWindow"_sel); }
     NSUInteger modifierFlags() const { return send<NSUInteger>(*this, "modifierFlags"_sel); }

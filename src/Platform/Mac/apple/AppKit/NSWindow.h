@@ -23,6 +23,9 @@ public:
     }
     CGRect frame() const { return send<CGRect>(*this, "frame"_sel); }
     void setFrame(CGRect frame, bool display) const { send(*this, "setFrame:display:"_sel, frame, display); }
+    /// Stands for the window: frames that are set on it are reached in the duration of the animation group, in which a
+    /// later one takes over from an earlier one.
+    NSWindow animator() const { return send<NSWindow>(*this, "animator"_sel); }
     void setTitle(const NSString& title) const { send(*this, "setTitle:"_sel, title); }
     void setLevel(NSInteger level) const { send(*this, "setLevel:"_sel, level); }
     void setCollectionBehavior(NSUInteger behavior) const { send(*this, "setCollectionBehavior:"_sel, behavior); }
@@ -31,6 +34,8 @@ public:
     void setBackgroundColor(const NSColor& color) const { send(*this, "setBackgroundColor:"_sel, color); }
     void setHidesOnDeactivate(bool hides) const { send(*this, "setHidesOnDeactivate:"_sel, hides); }
     void setAcceptsMouseMovedEvents(bool accepts) const { send(*this, "setAcceptsMouseMovedEvents:"_sel, accepts); }
+    /// Also where the window is clear, once this was said.
+    void setIgnoresMouseEvents(bool ignores) const { send(*this, "setIgnoresMouseEvents:"_sel, ignores); }
     void setMovable(bool movable) const { send(*this, "setMovable:"_sel, movable); }
     /// Always false for ours: the wrapper's reference would outlive a window that releases itself.
     void setReleasedWhenClosed(bool released) const { send(*this, "setReleasedWhenClosed:"_sel, released); }

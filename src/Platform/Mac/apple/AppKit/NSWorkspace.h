@@ -58,6 +58,9 @@ public:
     NSURL urlForApplication(const NSString& bundleIdentifier) const {
         return send<NSURL>(*this, "URLForApplicationWithBundleIdentifier:"_sel, bundleIdentifier);
     }
+    bool accessibilityDisplayShouldReduceMotion() const {
+        return send<bool>(*this, "accessibilityDisplayShouldReduceMotion"_sel);
+    }
     NSImage iconForFile(const NSString& path) const { return send<NSImage>(*this, "iconForFile:"_sel, path); }
     bool openURL(const NSURL& url) const { return send<bool>(*this, "openURL:"_sel, url); }
     void activateFileViewerSelecting(const NSArray& urls) const {

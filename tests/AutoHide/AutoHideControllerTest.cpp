@@ -1,0 +1,95 @@
+// When a bar hides and comes back, as recorded traces.
+#include <gtest/gtest.h>
+
+#include "AutoHide/AutoHideController.h"
+#include "AutoHide/AutoHideGeometry.h"
+#include "Vectors.h"
+#include "sim/Desktop.h"
+
+namespace morvel {
+namespace {
+
+using vectors::Json;
+
+constexpr Rect<ScreenSpace> kBar{0, 0, 1440, 44};
+
+/// Writes down each time the panel is put elsewhere.
+class RecordedPanel {
+public:
+    explicit RecordedPanel(ui::Toolkit& toolkit) : panel_(toolkit, {.frame = kBar}, content_) {}
+    ui::Panel& panel() { return panel_; }
+
+    Json newSlides(const sim::SimPanel& shown) {
+        Json slides = Json::array();
+        if (shown.moves > moves_)
+            slides.push_back((shown.frame == kBar ? "on" : "off") + std::string(shown.slides > slides_ ? "+" : "-"));
+        moves_ = shown.moves;
+        slides_ = shown.slides;
+        return slides;
+    }
+
+private:
+    int moves_ = 0;
+    int slides_ = 0;
+    ui::View content_;
+    ui::Panel panel_;
+};
+
+/// A desktop whose pointer is where the trace says, in the bar's middle or in the display's.
+class TracedToolkit : public sim::SimToolkit {
+public:
+    using SimToolkit::SimToolkit;
+    std::optional<Point<ScreenSpace>> pointerLocation() override {
+        return Point<ScreenSpace>{720, isInside ? 22.0 : 450.0};
+    }
+    bool isInside = false;
+};
+
+Json trace(const Json& events) {
+    sim::Desktop desktop;
+    TracedToolkit toolkit(desktop.mainLoop());
+    RecordedPanel bar(toolkit);
+    AutoHideController controller({toolkit, desktop.mainLoop(), desktop.screens()}, MorvelEdge::Bottom,
+                                  {bar.panel(), [] { return kBar; }});
+    const auto point = [&](size_t panel) -> ui::EventRouter& { return toolkit.panels().at(panel)->surface.router(); };
+    Json results = Json::array();
+    for (const Json& event : events) {
+        const std::string what = event[0];
+        if (what == "start") controller.start();
+        if (what == "stop") controller.stop();
+        if (what == "strip") {
+            toolkit.isInside = true;
+            point(1).pointerMoved({5, 1});
+            point(1).pointerExited();
+        }
+        if (what == "enter" || what == "exit") {
+            toolkit.isInside = what == "enter";
+            toolkit.isInside ? point(0).pointerMoved({5, 1}) : point(0).pointerExited();
+        }
+        if (what == "pin") controller.pinReveal();
+        if (what == "unpin") {
+            toolkit.isInside = event[1];
+            controller.unpinReveal();
+        }
+        if (what == "adv") desktop.run(std::chrono::milliseconds(event[1]));
+        const sim::SimPanel& shown = *toolkit.panels().at(0);
+        results.push_back({bar.newSlides(shown), controller.isShown(), controller.revealPinCount()});
+    }
+    return results;
+}
+
+TEST(AutoHide, FollowsTheRecordedTraces) {
+    vectors::walk("autohide_traces", trace);
+}
+
+TEST(AutoHide, TheStripIsWhereItWasRecorded) {
+    vectors::walk("reveal_strip", [](const Json& input) -> Json {
+        const Json& b = input["bar"];
+        const auto strip =
+            revealStrip({b[0], b[1], b[2], b[3]}, *fromRawString<MorvelEdge>(input["edge"].get<std::string>()));
+        return {strip.x, strip.y, strip.width, strip.height};
+    });
+}
+
+}  // namespace
+}  // namespace morvel
