@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "App/SettingsSources.h"
+
 namespace morvel {
 
 namespace {
@@ -135,9 +137,17 @@ BarActions AppDelegate::makeBarActions() {
     return actions;
 }
 
-ui::Menu AppDelegate::buildSystemMenu() const {
+void AppDelegate::openSettings() {
+    if (!settings_) return;
+    if (!settingsWindow_)
+        settingsWindow_ = std::make_unique<SettingsWindow>(platform_.toolkit, platform_.mainLoop,
+                                                           settingsSources(platform_, *settings_, *clampingBlacklist_));
+    settingsWindow_->show();
+}
+
+ui::Menu AppDelegate::buildSystemMenu() {
     ui::Menu menu;
-    menu.push_back({.title = "Morvel Settings…", .keyEquivalent = ","});
+    menu.push_back({.title = "Morvel Settings…", .action = [this] { openSettings(); }, .keyEquivalent = ","});
     menu.push_back(ui::MenuItem::separator());
     menu.push_back({.title = "Quit Morvel", .action = platform_.terminate, .keyEquivalent = "q"});
     return menu;

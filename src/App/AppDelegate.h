@@ -14,6 +14,7 @@
 #include "Permissions/PermissionWindow.h"
 #include "Platform/Platform.h"
 #include "Settings/SettingsStore.h"
+#include "Settings/UI/SettingsWindow.h"
 #include "Theme/IconCache.h"
 #include "Util/WindowIDMint.h"
 #include "WindowSource/AXObserverManager.h"
@@ -31,7 +32,9 @@ public:
     void applicationWillTerminate();
 
     /// The menu of an empty area of a bar, made afresh each time.
-    ui::Menu buildSystemMenu() const;
+    ui::Menu buildSystemMenu();
+    /// The settings window, which is made when it is first asked for. Only once the core has started.
+    void openSettings();
 
     /// The following exist once the core has started, and are null before.
     const WindowStore* windowStore() const { return windowStore_.get(); }
@@ -67,6 +70,7 @@ private:
     std::unique_ptr<DisplayManager> displayManager_;
     std::unique_ptr<ClampingBlacklist> clampingBlacklist_;
     std::unique_ptr<WindowClamper> windowClamper_;
+    std::unique_ptr<SettingsWindow> settingsWindow_;
     std::unique_ptr<SystemChanges> systemChanges_;  // where the system has what it changes
     Subscriptions subscriptions_;
 };

@@ -4,6 +4,7 @@
 #include <functional>
 
 #include "Platform/Accessibility.h"
+#include "Platform/Features.h"
 #include "Platform/Icons.h"
 #include "Platform/Log.h"
 #include "Platform/LoginItem.h"
@@ -32,6 +33,7 @@ struct Platform {
     /// Ends the program: the host leaves its event loop after this turn and then tells the application.
     std::function<void()> terminate;
     MakeWorkQueue makeWorkQueue;
+    Features features = {};
     /// Null where the program cannot be started at login.
     LoginItem* loginItem = nullptr;
     /// Null where there is no Dock to hide and nothing else that is changed by commands.

@@ -11,6 +11,7 @@
 #include "UI/Drag.h"
 #include "UI/Edge.h"
 #include "UI/Font.h"
+#include "UI/Form.h"
 #include "UI/Menu.h"
 #include "UI/Prompt.h"
 #include "UI/StatusItem.h"
@@ -92,6 +93,9 @@ public:
 
     /// Shows a prompt, centred, in front and with the keyboard's focus. Null on hosts that have nothing to prompt for.
     virtual std::unique_ptr<PromptPeer> showPrompt(Prompt) { return nullptr; }
+
+    /// A window of controls, not shown yet. Null where such windows cannot be shown, which the host has logged.
+    virtual std::unique_ptr<FormWindowPeer> makeFormWindow(Form) { return nullptr; }
 
     /// Asks the person, in front of everything and with nothing else of this program answering meanwhile. `answered` is
     /// called in a later turn, with the index of the chosen button, or with nothing when the question went away without

@@ -50,6 +50,7 @@ void installApplication(Runtime& runtime) {
 void installSystemObjects(Runtime& runtime) {
     installValues(runtime);
     installViews(runtime);
+    installForms(runtime);
     installAnimations(runtime);
     installDrags(runtime);
     installEvents(runtime);

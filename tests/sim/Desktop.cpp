@@ -19,6 +19,7 @@ Desktop::Desktop(const std::vector<DisplaySpec>& displays)
                 toolkit_,
                 [this] { ++terminations_; },
                 [this](const std::string& label) { return workQueues_.make(label); },
+                {.hasMenuBar = true, .hasDock = true, .switchesSpaces = true},
                 &loginItem_} {
     for (const DisplaySpec& display : displays) {
         screens_.list.push_back(SimScreens::screenOf(display));

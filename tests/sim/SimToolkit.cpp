@@ -70,6 +70,24 @@ private:
     SimPopover popover_;
 };
 
+class SimFormWindowPeer : public ui::FormWindowPeer {
+public:
+    SimFormWindowPeer(SimToolkit& toolkit, ui::Form form) : toolkit_(toolkit), window_{.form = std::move(form)} {
+        toolkit_.formWindows_.push_back(&window_);
+    }
+    ~SimFormWindowPeer() override { std::erase(toolkit_.formWindows_, &window_); }
+    void bringToFront() override { window_.isShown = true; }
+    void refresh() override { ++window_.refreshes; }
+
+private:
+    SimToolkit& toolkit_;
+    SimFormWindow window_;
+};
+
+std::unique_ptr<ui::FormWindowPeer> SimToolkit::makeFormWindow(ui::Form form) {
+    return std::make_unique<SimFormWindowPeer>(*this, std::move(form));
+}
+
 class SimStatusItemPeer : public ui::StatusItemPeer {
 public:
     SimStatusItemPeer(SimToolkit& toolkit, ui::Menu menu) : toolkit_(toolkit), menu_(std::move(menu)) {

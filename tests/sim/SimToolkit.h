@@ -33,6 +33,13 @@ struct SimPopover {
     Size size = {};
 };
 
+/// A form window, for as long as its peer lives.
+struct SimFormWindow {
+    ui::Form form;
+    bool isShown = false;
+    int refreshes = 0;
+};
+
 class SimToolkit : public ui::Toolkit {
 public:
     /// Text is as wide as this for each code point, whatever the font.
@@ -50,6 +57,7 @@ public:
     void beginDrag(ui::View&, ui::DragItem item, std::function<void(ui::DragOperation)> ended) override {
         drags_.begin(item, std::move(ended));
     }
+    std::unique_ptr<ui::FormWindowPeer> makeFormWindow(ui::Form form) override;
     Size textSize(std::string_view text, const ui::Font& font) override;
     Subscription observeOutsidePresses(std::function<void()> pressed) override;
     void showAlert(ui::Alert alert, std::function<void(std::optional<size_t>)> answered) override {
@@ -68,6 +76,7 @@ public:
     ui::Appearance appearance() const { return appearance_; }
     const std::vector<SimPanel*>& panels() const { return panels_; }
     const std::vector<SimPopover*>& popovers() const { return popovers_; }
+    const std::vector<SimFormWindow*>& formWindows() const { return formWindows_; }
     /// The popover that is shown; null for none.
     SimPopover* shownPopover() const;
     /// The titles of the open menu's items, "-" for a separator; nothing when no menu is open. `path` leads into
@@ -114,6 +123,7 @@ private:
     };
     friend class SimPanelPeer;
     friend class SimPopoverPeer;
+    friend class SimFormWindowPeer;
     friend class SimDrags;
     struct OpenMenu {
         ui::Menu items;
@@ -128,6 +138,7 @@ private:
     ui::Appearance appearance_ = ui::Appearance::System;
     std::vector<SimPanel*> panels_;
     std::vector<SimPopover*> popovers_;
+    std::vector<SimFormWindow*> formWindows_;
     std::optional<OpenMenu> menu_;
     std::vector<OpenAlert> alerts_;
     const ui::Menu* statusMenu_ = nullptr;

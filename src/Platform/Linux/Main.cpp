@@ -43,10 +43,13 @@ int run() {
     Autostart autostart(log, configFolder(), Autostart::ownProgram());
     XSystem system(loop, log, *connection, JsonDefaults::defaultPath());
     XToolkit toolkit(*connection, loop, system.screens());
+    FormService forms(log);
+    toolkit.setFormService(&forms);
     AppDelegate delegate({loop, log, system.accessibility(), system.windowServer(), system.workspace(),
                           system.screens(), system.defaults(), system.icons(), toolkit, [&loop] { loop.quit(); },
                           [](const std::string&) { return std::make_unique<ThreadQueue>(); },
                           &autostart});
+    openedAgain = [&delegate] { delegate.openSettings(); };
     delegate.applicationDidFinishLaunching();
     AccessibilityService accessibility(loop, log, toolkit);
 

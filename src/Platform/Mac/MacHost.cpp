@@ -18,6 +18,7 @@ Platform MacHost::platform() {
             toolkit_,
             [] { NSApplication::shared().terminate(); },
             [](const std::string& label) { return std::make_unique<DispatchQueue>(label); },
+            {.hasMenuBar = true, .hasDock = true, .switchesSpaces = true},
             &system_.loginItem(),
             &system_.shell()};
 }

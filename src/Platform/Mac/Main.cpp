@@ -10,6 +10,7 @@ int main() {
     if (morvel::mac::handOverToRunningInstance()) return 0;
     morvel::AppDelegate application(host.platform());
     host.run({.launched = [&] { application.applicationDidFinishLaunching(); },
-              .quitting = [&] { application.applicationWillTerminate(); }});
+              .quitting = [&] { application.applicationWillTerminate(); },
+              .reopened = [&] { application.openSettings(); }});
     return 0;
 }

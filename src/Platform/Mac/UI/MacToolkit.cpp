@@ -7,6 +7,7 @@
 #include "Platform/Mac/UI/DisplayText.h"
 #include "Platform/Mac/UI/DragSource.h"
 #include "Platform/Mac/UI/MacAlert.h"
+#include "Platform/Mac/UI/MacFormWindow.h"
 #include "Platform/Mac/UI/MacMenu.h"
 #include "Platform/Mac/UI/MacPanel.h"
 #include "Platform/Mac/UI/MacPopover.h"
@@ -82,6 +83,10 @@ void MacToolkit::showAlert(ui::Alert alert, std::function<void(std::optional<siz
 
 std::unique_ptr<ui::StatusItemPeer> MacToolkit::makeStatusItem(ui::Menu menu) {
     return std::make_unique<MacStatusItem>(menu);
+}
+
+std::unique_ptr<ui::FormWindowPeer> MacToolkit::makeFormWindow(ui::Form form) {
+    return std::make_unique<MacFormWindow>(std::move(form));
 }
 
 Size MacToolkit::textSize(std::string_view text, const ui::Font& font) {

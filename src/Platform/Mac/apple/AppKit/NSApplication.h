@@ -30,6 +30,10 @@ public:
     NSImage applicationIconImage() const { return send<NSImage>(*this, "applicationIconImage"_sel); }
     /// Empty outside the handling of an event.
     NSEvent currentEvent() const { return send<NSEvent>(*this, "currentEvent"_sel); }
+    /// To the first object that answers it, from what has the keyboard's focus upwards. False: none does.
+    bool sendAction(Selector action, const Id& sender) const {
+        return send<bool>(*this, "sendAction:to:from:"_sel, action, nullptr, sender);
+    }
     void run() const { send(*this, "run"_sel); }
     void terminate(const Id& sender = nullptr) const { send(*this, "terminate:"_sel, sender); }
 };

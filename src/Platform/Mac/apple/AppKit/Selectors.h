@@ -21,6 +21,15 @@ inline constexpr auto applicationShouldHandleReopen = "applicationShouldHandleRe
 inline constexpr auto canBecomeKeyWindow = "canBecomeKeyWindow"_sel;
 inline constexpr auto canBecomeMainWindow = "canBecomeMainWindow"_sel;
 inline constexpr auto windowWillClose = "windowWillClose:"_sel;
+inline constexpr auto performKeyEquivalent = "performKeyEquivalent:"_sel;
+inline constexpr auto performClose = "performClose:"_sel;
+inline constexpr auto performMiniaturize = "performMiniaturize:"_sel;
+
+// What a field does with the text that is selected in it.
+inline constexpr auto cut = "cut:"_sel;
+inline constexpr auto copy = "copy:"_sel;
+inline constexpr auto paste = "paste:"_sel;
+inline constexpr auto selectAll = "selectAll:"_sel;
 
 // Views.
 inline constexpr auto acceptsFirstMouse = "acceptsFirstMouse:"_sel;
@@ -61,5 +70,6 @@ inline constexpr auto popoverDidClose = "popoverDidClose:"_sel;
 // Actions of our own.
 inline constexpr auto menuItemChosen = "menuItemChosen:"_sel;
 inline constexpr auto promptButtonPressed = "promptButtonPressed:"_sel;
+inline constexpr auto formControlUsed = "formControlUsed:"_sel;
 
 }  // namespace morvel::mac::selectors
