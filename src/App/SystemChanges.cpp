@@ -118,9 +118,7 @@ void SystemChanges::follow(const Change& change) {
 }
 
 void SystemChanges::makeOffers(std::function<void()> done) {
-    askWhetherToUndo([this, done = std::move(done)] {
-        offer(dock(), [this, done] { offer(spaces(), done); });
-    });
+    askWhetherToUndo([this, done = std::move(done)] { offer(dock(), [this, done] { offer(spaces(), done); }); });
 }
 
 void SystemChanges::askWhetherToUndo(std::function<void()> next) {

@@ -346,8 +346,7 @@ TEST_F(Host, OffersToHideTheDockAndUndoesThatWhenItIsToldToEnd) {
     Texts lines, questions;
     bool isWithinQuestion = false;
     runtime().script("NSTask", "launchAndReturnError:", [&](Invocation& i) {
-        const auto words =
-            objc::as<NSArray>(Id(property<RawObject>(i.receiver(), "arguments"))).elements<NSString>();
+        const auto words = objc::as<NSArray>(Id(property<RawObject>(i.receiver(), "arguments"))).elements<NSString>();
         ASSERT_EQ(words.size(), 2U);
         EXPECT_EQ(words[0].text(), "-c");
         lines.push_back(words[1].text().substr(0, words[1].text().find(';')));
@@ -363,8 +362,7 @@ TEST_F(Host, OffersToHideTheDockAndUndoesThatWhenItIsToldToEnd) {
     });
     run([&] {
         wait();
-        EXPECT_EQ(questions,
-                  (Texts{"Hide and shrink the macOS Dock?", "Disable macOS automatic Space switching?"}));
+        EXPECT_EQ(questions, (Texts{"Hide and shrink the macOS Dock?", "Disable macOS automatic Space switching?"}));
         EXPECT_EQ(lines, Texts{"defaults write com.apple.dock autohide -bool true"});
         lines.clear();
         dispatch().raise(SIGTERM);
@@ -392,8 +390,9 @@ TEST_F(Host, AFurtherInstanceWakesTheFirst) {
     const NSRunningApplication own = workspace().launch({.pid = 7, .bundleIdentifier = "app.bar", .name = "Bar"});
     Elements instances = {own};
     runtime().script("NSRunningApplication", "+currentApplication", [&](Invocation& i) { i.answerObject(own); });
-    runtime().script("NSRunningApplication", "+runningApplicationsWithBundleIdentifier:",
-                     [&](Invocation& i) { i.answerObject(makeArray(instances)); });
+    runtime().script("NSRunningApplication", "+runningApplicationsWithBundleIdentifier:", [&](Invocation& i) {
+        i.answerObject(makeArray(instances));
+    });
     const auto posted = [] {
         return std::ranges::count(runtime().calls(),
                                   "postNotificationName:object:userInfo:deliverImmediately:", &Call::selector);

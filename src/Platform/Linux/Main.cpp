@@ -45,9 +45,18 @@ int run() {
     XToolkit toolkit(*connection, loop, system.screens());
     FormService forms(log);
     toolkit.setFormService(&forms);
-    AppDelegate delegate({loop, log, system.accessibility(), system.windowServer(), system.workspace(),
-                          system.screens(), system.defaults(), system.icons(), toolkit, [&loop] { loop.quit(); },
+    AppDelegate delegate({loop,
+                          log,
+                          system.accessibility(),
+                          system.windowServer(),
+                          system.workspace(),
+                          system.screens(),
+                          system.defaults(),
+                          system.icons(),
+                          toolkit,
+                          [&loop] { loop.quit(); },
                           [](const std::string&) { return std::make_unique<ThreadQueue>(); },
+                          {},
                           &autostart});
     openedAgain = [&delegate] { delegate.openSettings(); };
     delegate.applicationDidFinishLaunching();
