@@ -6,6 +6,8 @@
 #include "Bar/Layout/RunningStripArranger.h"
 #include "Bar/Layout/RunningZoneWidths.h"
 #include "Bar/Layout/WindowProjection.h"
+#include "Launcher/LauncherFilter.h"
+#include "Util/LowerCase.h"
 #include "WindowSource/WindowStore.h"
 
 namespace morvel {
@@ -90,6 +92,21 @@ void storeEvent(benchmark::State& state) {
     for (auto _ : state) world.changeTitle(++n);
 }
 BENCHMARK(storeEvent)->Arg(10)->Arg(300)->Arg(1000);
+
+/// One key typed into the launcher: what is listed and what is selected.
+void launcherKey(benchmark::State& state) {
+    std::vector<std::string> names;
+    for (int i = 0; i < state.range(0); ++i)
+        names.push_back(lowerCased("An Application of Usual Name " + std::to_string(i)));
+    size_t listed = 0;
+    for (auto _ : state) {
+        const std::string query = lowerCased("USUAL");
+        const auto kept = LauncherFilter::filtered(query, names);
+        listed += kept.size() + LauncherFilter::bestMatch(query, names, kept).value_or(0);
+    }
+    benchmark::DoNotOptimize(listed);
+}
+BENCHMARK(launcherKey)->Arg(100)->Arg(1000)->Unit(benchmark::kMicrosecond);
 
 }  // namespace
 }  // namespace morvel

@@ -44,7 +44,9 @@ void AppDelegate::askForPermission(std::function<void()> granted) {
 }
 
 void AppDelegate::applicationWillTerminate() {
-    // Every store writes through at once; the bars go with us.
+    // Every store writes through at once; the bars go with us. On some systems the process ends without taking anything
+    // apart, and what was lent to a Space must not stay there.
+    pinnedItemLauncher_.reset();
     if (systemChanges_) systemChanges_->revert();
 }
 
@@ -52,6 +54,7 @@ void AppDelegate::startCore() {
     windowStore_ =
         std::make_unique<WindowStore>(mint_, [this](ProcessID pid) { return platform_.workspace.isProcessAlive(pid); });
     settings_ = std::make_unique<SettingsStore>(platform_.defaults);
+    pinnedStore_ = std::make_unique<PinnedAppsStore>(platform_.defaults);
     observerManager_ = std::make_unique<AXObserverManager>(
         AXObserverManager::System{platform_.mainLoop, platform_.log, platform_.accessibility, platform_.windowServer,
                                   platform_.workspace, platform_.screens},
@@ -66,16 +69,27 @@ void AppDelegate::startCore() {
     observerManager_->adoptFocus();
     appCommands_ = std::make_unique<AppCommands>(platform_.workspace, platform_.mainLoop);
     spaceQuery_ = std::make_unique<SpaceQuery>(platform_.windowServer, platform_.screens);
+    makeLaunchers();
     iconCache_ = std::make_unique<IconCache>(platform_.icons, platform_.mainLoop);
     barActions_ = makeBarActions();
     displayManager_ = std::make_unique<DisplayManager>(
         BarServices{platform_.toolkit, platform_.mainLoop, platform_.screens, platform_.icons, *spaceQuery_,
-                    *windowStore_, *settings_, *iconCache_, mint_, barActions_},
+                    *windowStore_, *settings_, *pinnedStore_, *platform_.installedApplications, *iconCache_, mint_,
+                    barActions_},
         platform_.windowServer, platform_.workspace);
     displayManager_->start();
     startClamping();
     subscribeToSettings();
     changeSystem();
+}
+
+void AppDelegate::makeLaunchers() {
+    pinnedItemLauncher_ = std::make_unique<PinnedItemLauncher>(
+        PinnedItemLauncher::System{platform_.mainLoop, platform_.workspace, platform_.accessibility, platform_.screens,
+                                   *spaceQuery_},
+        *windowStore_, [this](WindowID id, const Screen& to) { observerManager_->moveWindow(id, to); });
+    installedApps_ = std::make_unique<InstalledAppsLoader>(platform_.installedApplications, platform_.mainLoop,
+                                                           platform_.makeWorkQueue("installed applications"));
 }
 
 void AppDelegate::startClamping() {
@@ -126,15 +140,32 @@ BarActions AppDelegate::makeBarActions() {
     actions.onClickRunningWindow = [this](WindowID id) { observerManager_->clickWindow(id); };
     actions.onMinimizeWindow = [this](WindowID id) { observerManager_->minimizeWindow(id); };
     actions.onClose = [this](WindowID id) { observerManager_->closeWindow(id); };
+    actions.onPinApp = [this](ProcessID pid) { pinApplication(pid); };
     actions.onMoveWindow = [this](WindowID id, DisplayID display) {
         const std::vector<Screen> screens = platform_.screens.screens();
         const auto target = std::ranges::find(screens, std::optional(display), &Screen::displayID);
         if (target != screens.end()) observerManager_->moveWindow(id, *target);
     };
+    actions.onClickPinnedItem = [this](const PinnedItem& item, DisplayID display) {
+        if (pinnedItemLauncher_) pinnedItemLauncher_->click(item, display);
+    };
+    actions.onLaunchNewPinnedInstance = [this](const PinnedItem& item, DisplayID display) {
+        if (pinnedItemLauncher_) pinnedItemLauncher_->launchNewInstance(item, display);
+    };
     actions.app = appCommands_->actions();
+    actions.installedApps = [this](InstalledAppsLoader::Use use) { installedApps_->apps(std::move(use)); };
+    actions.onLaunchApp = [this](const InstalledApp& app) {
+        platform_.workspace.openApplication(app.bundleURL, {.activates = true});
+    };
     actions.otherScreens = [this](DisplayID display) { return displayManager_->otherScreensExcluding(display); };
     actions.contextMenu = [this] { return buildSystemMenu(); };
     return actions;
+}
+
+/// Under the name that its buttons show. What has no bundle identifier could not be found again.
+void AppDelegate::pinApplication(ProcessID pid) {
+    for (const WindowSnapshot& window : windowStore_->snapshot(pid))
+        if (window.bundleID) return pinnedStore_->pinApp(*window.bundleID, window.appName);
 }
 
 void AppDelegate::openSettings() {

@@ -10,8 +10,11 @@
 #include "Clamping/WindowClamper.h"
 #include "Display/DisplayManager.h"
 #include "Display/SpaceQuery.h"
+#include "Launcher/InstalledAppsLoader.h"
+#include "Launcher/PinnedItemLauncher.h"
 #include "Permissions/AXPermissionGate.h"
 #include "Permissions/PermissionWindow.h"
+#include "Pinned/PinnedAppsStore.h"
 #include "Platform/Platform.h"
 #include "Settings/SettingsStore.h"
 #include "Settings/UI/SettingsWindow.h"
@@ -39,7 +42,10 @@ public:
     /// The following exist once the core has started, and are null before.
     const WindowStore* windowStore() const { return windowStore_.get(); }
     SettingsStore* settings() { return settings_.get(); }
+    PinnedAppsStore* pinnedStore() { return pinnedStore_.get(); }
     DisplayManager* displayManager() { return displayManager_.get(); }
+    /// Also null again once the program is about to end.
+    PinnedItemLauncher* pinnedItemLauncher() { return pinnedItemLauncher_.get(); }
     ClampingBlacklist* clampingBlacklist() { return clampingBlacklist_.get(); }
 
 private:
@@ -48,6 +54,8 @@ private:
     /// Shows the permission window until the permission is there.
     void askForPermission(std::function<void()> granted);
     BarActions makeBarActions();
+    void pinApplication(ProcessID pid);
+    void makeLaunchers();
     void startClamping();
     void installStatusItem();
     /// Asks what is to be asked at the first launches; the status item follows its setting from then on.
@@ -62,9 +70,12 @@ private:
     // In the order of creation: what comes later uses what comes before.
     std::unique_ptr<WindowStore> windowStore_;
     std::unique_ptr<SettingsStore> settings_;
+    std::unique_ptr<PinnedAppsStore> pinnedStore_;
     std::unique_ptr<AXObserverManager> observerManager_;
     std::unique_ptr<AppCommands> appCommands_;
     std::unique_ptr<SpaceQuery> spaceQuery_;
+    std::unique_ptr<PinnedItemLauncher> pinnedItemLauncher_;
+    std::unique_ptr<InstalledAppsLoader> installedApps_;
     std::unique_ptr<IconCache> iconCache_;
     BarActions barActions_;
     std::unique_ptr<DisplayManager> displayManager_;

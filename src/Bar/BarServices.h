@@ -7,7 +7,10 @@
 #include "Bar/Buttons/AppActions.h"
 #include "Bar/Buttons/OtherScreen.h"
 #include "Display/SpaceQuery.h"
+#include "Launcher/InstalledApp.h"
+#include "Pinned/PinnedAppsStore.h"
 #include "Platform/Icons.h"
+#include "Platform/InstalledApplications.h"
 #include "Platform/MainLoop.h"
 #include "Platform/Screens.h"
 #include "Settings/SettingsStore.h"
@@ -30,7 +33,14 @@ struct BarActions {
     std::function<void(WindowID)> onClose;
     std::function<void(ProcessID)> onPinApp;
     std::function<void(WindowID, DisplayID)> onMoveWindow;
+    /// The display is that of the bar that was clicked.
+    std::function<void(const PinnedItem&, DisplayID)> onClickPinnedItem;
+    std::function<void(const PinnedItem&, DisplayID)> onLaunchNewPinnedInstance;
     AppActions app;
+    std::function<void()> onAppleMenu;
+    /// Hands over what the launcher lists, now or in a later turn.
+    std::function<void(std::function<void(const std::vector<InstalledApp>&)>)> installedApps;
+    std::function<void(const InstalledApp&)> onLaunchApp;
     /// The displays other than the given one, in the system's order.
     std::function<std::vector<OtherScreen>(DisplayID)> otherScreens;
     /// The menu of an empty area of a bar, made afresh each time.
@@ -46,6 +56,8 @@ struct BarServices {
     SpaceQuery& spaceQuery;
     WindowStore& store;
     SettingsStore& settings;
+    PinnedAppsStore& pinned;
+    InstalledApplications& installedApplications;
     IconCache& iconCache;
     WindowIDMint& mint;
     const BarActions& actions;

@@ -4,13 +4,14 @@
 #include <utility>
 
 #include "Bar/Drag/RunningWindowDrag.h"
+#include "Bar/Pinned/FileDrag.h"
 #include "Theme/AccentResolver.h"
 
 namespace morvel {
 
 namespace {
 
-/// Room at the bar's two ends; part of the outer strips, so that it is subtracted from the running zone with them.
+/// Room at the bar's end; part of the system strip, so that it is subtracted from the running zone with it.
 constexpr double kBarInset = 8;
 constexpr double kStripSpacing = 4;
 constexpr double kDividerWidth = 1;
@@ -24,24 +25,25 @@ MorvelView::MorvelView(const BarServices& services, DisplayID screenID, std::opt
       screenID_(screenID),
       spaceID_(spaceID),
       backgroundLayer_(*this),
-      pinnedStack_(ui::StackView::Axis::Horizontal, kStripSpacing),
+      systemButtons_(services, reveal(), [this] { placeSystemButtons(); }),
+      launchStrip_(services, screenID, reveal()),
       systemStack_(ui::StackView::Axis::Horizontal, kStripSpacing),
       running_(services, screenID, reveal(), drops()) {
-    pinnedStack_.setInsets(kBarInset, 0);
     systemStack_.setInsets(0, kBarInset);
     divider_.setBackground(ui::kSeparatorColor);
     running_.stack().setClipsToBounds(true);
-    addSubview(pinnedStack_);
+    addSubview(launchStrip_.stack());
     addSubview(divider_);
     addSubview(running_.stack());
     addSubview(systemStack_);
+    placeSystemButtons();
     subscribeToStore();
     subscribeToSettings();
     // Shown with its contents from the first frame on.
     rebuildRunningIfNeeded(*services_.store.windows().value());
 }
 
-RunningStrip::Reveal MorvelView::reveal() {
+BarReveal MorvelView::reveal() {
     return {lifetime_.whileAlive([this] { pinReveal(); }), lifetime_.whileAlive([this] { unpinReveal(); })};
 }
 
@@ -50,9 +52,20 @@ RunningStrip::Drops MorvelView::drops() {
             [this](const WindowID& id, size_t index) { return runningWindowDropped(id, index); }};
 }
 
+// The running strip gets what room they leave.
+void MorvelView::placeSystemButtons() {
+    launchStrip_.setSystemButtons(systemButtons_.shown());
+    setNeedsLayout();
+    schedule(Rebuild::IfNeeded);
+}
+
 void MorvelView::subscribeToStore() {
     subscriptions_.push_back(services_.store.windows().subscribe(
         [this](const WindowMapRef&) { schedule(Rebuild::IfNeeded); }, Current::Skip));
+    // After the launch strip, which has its new width then. Pinned applications may have placeholders no more.
+    const auto follows = [this](const auto&) { schedule(Rebuild::IfNeeded); };
+    subscriptions_.push_back(services_.pinned.pinnedItems().subscribe(follows, Current::Skip));
+    subscriptions_.push_back(services_.settings.pinnedMaxVisible.subscribe(follows, Current::Skip));
     subscriptions_.push_back(services_.store.focusedID().subscribe(
         [this](const std::optional<WindowID>& focused) { running_.applyFocus(focused); }));
 }
@@ -74,7 +87,10 @@ void MorvelView::subscribeToSettings() {
     subscriptions_.push_back(settings.windowButtonWidthMode.subscribe(widens, Current::Skip));
     subscriptions_.push_back(settings.windowButtonCustomWidth.subscribe(widens, Current::Skip));
 
-    const auto restyles = [this](const auto&) { running_.applyAppearance(); };
+    const auto restyles = [this](const auto&) {
+        running_.applyAppearance();
+        launchStrip_.applyAppearance();
+    };
     subscriptions_.push_back(settings.showButtonBorders.subscribe(restyles, Current::Skip));
     subscriptions_.push_back(settings.activeButtonStyle.subscribe(restyles, Current::Skip));
     subscriptions_.push_back(settings.accentColorMode.subscribe(restyles, Current::Skip));
@@ -91,6 +107,7 @@ void MorvelView::subscribeToSettings() {
 void MorvelView::setDisplay(DisplayID screenID, std::optional<SpaceID> spaceID) {
     screenID_ = screenID;
     spaceID_ = spaceID;
+    launchStrip_.setScreenID(screenID);
     running_.setScreenID(screenID);
     // The screen's frame and the windows' Spaces may have changed though neither identifier has.
     rebuildRunningIfNeeded(*services_.store.windows().value());
@@ -100,6 +117,7 @@ void MorvelView::schedule(Rebuild rebuild) {
     if (std::exchange(scheduled_, std::max(scheduled_, rebuild)) != Rebuild::None) return;
     services_.mainLoop.post(lifetime_.whileAlive([this] {
         const Rebuild due = std::exchange(scheduled_, Rebuild::None);
+        launchStrip_.windowsChanged(*services_.store.windows().value());
         if (due == Rebuild::Forced) return forceRebuildRunning();
         rebuildRunningIfNeeded(*services_.store.windows().value());
     }));
@@ -132,7 +150,7 @@ ProjectionContext MorvelView::projectionContext() const {
             settings.windowSpaceMode.value(),
             settings.windowlessAppsMode.value(),
             settings.windowBlacklist.value(),
-            {}};
+            launchStrip_.pinnedBundleIDs()};
 }
 
 SpaceQueryCache MorvelView::makeSpaceQueryCache() const {
@@ -152,7 +170,7 @@ double MorvelView::availableWidth() const {
     room.baseWidth = screen != screens.end() ? screen->frame.width : bounds().width;
     room.edge = services_.settings.barEdge.value();
     room.compactAtTop = services_.settings.compactAtTop.value();
-    room.pinnedWidth = pinnedStack_.intrinsicSize().width;
+    room.pinnedWidth = launchStrip_.stack().intrinsicSize().width;
     room.systemWidth = systemStack_.intrinsicSize().width;
     room.spacing = running_.spacing();
     return RunningZoneLayout::availableRunningWidth(room);
@@ -212,7 +230,7 @@ bool MorvelView::runningWindowDropped(const WindowID& id, size_t index) {
 void MorvelView::installDragHighlightIfNeeded() {
     if (dragHighlightView_) return;
     dragHighlightView_ = std::make_unique<DragHighlightView>(services_.mainLoop);
-    const auto strips = std::ranges::find(subviews(), &pinnedStack_);  // the background lies before them
+    const auto strips = std::ranges::find(subviews(), &launchStrip_.stack());  // the background lies before them
     insertSubview(*dragHighlightView_, static_cast<size_t>(strips - subviews().begin()));
 }
 
@@ -230,7 +248,8 @@ void MorvelView::setPinnedByDrag(bool pinned) {
 void MorvelView::windowDragEntered(const ui::DragInfo& info) {
     setPinnedByDrag(true);
     const auto window = RunningWindowDrag::window(info.pasteboard);
-    setForeignDragHighlight(!window || !running_.shows(*window));
+    const bool isOwn = (window && running_.shows(*window)) || launchStrip_.isPinnedItemDragged(info.pasteboard);
+    setForeignDragHighlight(!isOwn);
 }
 
 void MorvelView::windowDragExited() {
@@ -242,18 +261,31 @@ void MorvelView::windowDragEnded() {
     setPinnedByDrag(false);
     setForeignDragHighlight(false);
     running_.dragEnded();
+    launchStrip_.dragEnded();
+}
+
+bool MorvelView::acceptsDrag(const ui::DragPasteboard& pasteboard) const {
+    return FileDrag::isIn(pasteboard);
+}
+
+ui::DragOperation MorvelView::draggingEntered(const ui::DragInfo& info) {
+    return FileDrag::operation(info.pasteboard);
+}
+
+bool MorvelView::performDragOperation(const ui::DragInfo& info) {
+    return launchStrip_.filesDropped(info);
 }
 
 void MorvelView::layout() {
     const double width = bounds().width;
     const double height = bounds().height;
-    const double pinned = pinnedStack_.intrinsicSize().width;
+    const double pinned = launchStrip_.stack().intrinsicSize().width;
     const double system = systemStack_.intrinsicSize().width;
     backgroundLayer_.layout();
     if (dragHighlightView_) dragHighlightView_->setFrame(bounds());
-    pinnedStack_.setFrame({0, 0, pinned, height});
+    launchStrip_.stack().setFrame({0, 0, pinned, height});
     systemStack_.setFrame({width - system, 0, system, height});
-    divider_.setHidden(pinnedStack_.arrangedSubviews().empty());
+    divider_.setHidden(launchStrip_.stack().arrangedSubviews().empty());
     divider_.setFrame({pinned + (running_.spacing() - kDividerWidth) / 2, kDividerInset, kDividerWidth,
                        std::max(height - 2 * kDividerInset, 0.0)});
     const double runningWidth = std::max(width - pinned - system - 2 * running_.spacing(), 0.0);

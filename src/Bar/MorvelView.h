@@ -8,10 +8,12 @@
 #include "Bar/BarBackgroundLayer.h"
 #include "Bar/BarServices.h"
 #include "Bar/Drag/DragHighlightView.h"
+#include "Bar/LaunchStrip.h"
 #include "Bar/Layout/RunningStripArranger.h"
 #include "Bar/Layout/RunningZoneWidths.h"
 #include "Bar/Layout/WindowProjection.h"
 #include "Bar/RunningStrip.h"
+#include "Bar/SystemButtons.h"
 #include "UI/StackView.h"
 #include "UI/View.h"
 #include "Util/Lifetime.h"
@@ -49,6 +51,10 @@ public:
 
     bool acceptsMouse() const override { return true; }
     void rightMouseDown(const ui::MouseEvent& event) override;
+    /// Files that no button takes are pinned, wherever on the bar they are dropped.
+    bool acceptsDrag(const ui::DragPasteboard& pasteboard) const override;
+    ui::DragOperation draggingEntered(const ui::DragInfo& info) override;
+    bool performDragOperation(const ui::DragInfo& info) override;
     void windowDragEntered(const ui::DragInfo& info) override;
     void windowDragExited() override;
     void windowDragEnded() override;
@@ -62,7 +68,8 @@ private:
     void subscribeToStore();
     void subscribeToSettings();
     void schedule(Rebuild rebuild);
-    RunningStrip::Reveal reveal();
+    BarReveal reveal();
+    void placeSystemButtons();
     RunningStrip::Drops drops();
     bool runningWindowDropped(const WindowID& id, size_t index);
     void installDragHighlightIfNeeded();
@@ -80,7 +87,8 @@ private:
     std::unique_ptr<DragHighlightView> dragHighlightView_;  // once it was needed
     bool isForeignDragActive_ = false;
     bool isPinnedByDrag_ = false;  // something is dragged over the bar
-    ui::StackView pinnedStack_;
+    SystemButtons systemButtons_;
+    LaunchStrip launchStrip_;
     ui::StackView systemStack_;
     ui::View divider_;
     RunningStrip running_;

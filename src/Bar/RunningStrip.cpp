@@ -22,7 +22,7 @@ std::function<void(Rest...)> bound(const std::function<void(Argument, Rest...)>&
 
 }  // namespace
 
-RunningStrip::RunningStrip(const BarServices& services, DisplayID screenID, Reveal reveal, Drops drops)
+RunningStrip::RunningStrip(const BarServices& services, DisplayID screenID, BarReveal reveal, Drops drops)
     : services_(services),
       screenID_(screenID),
       reveal_(std::move(reveal)),
@@ -178,7 +178,7 @@ WindowButtonBindings RunningStrip::bindings(const WindowSnapshot& snapshot) {
     b.onClick = bound(actions.onClickRunningWindow, snapshot.id);
     b.onMinimize = bound(actions.onMinimizeWindow, snapshot.id);
     b.onClose = bound(actions.onClose, snapshot.id);
-    b.onPin = bound(actions.onPinApp, snapshot.pid);
+    if (snapshot.bundleID) b.onPin = bound(actions.onPinApp, snapshot.pid);
     b.onMoveTo = bound(actions.onMoveWindow, snapshot.id);
     b.app = actions.app;
     b.otherScreensProvider = [this] { return services_.actions.otherScreens(screenID_); };

@@ -8,6 +8,7 @@
 #include <string>
 #include <unordered_map>
 
+#include "Bar/BarReveal.h"
 #include "Bar/BarServices.h"
 #include "Bar/Buttons/GroupPopover.h"
 #include "Bar/Buttons/GroupedAppButton.h"
@@ -23,12 +24,6 @@ namespace morvel {
 /// Main thread only. Buttons are kept while what they stand for stays, so that hover survives a change of title.
 class RunningStrip {
 public:
-    /// Keeps an auto-hidden bar shown while a menu or popover of it is open, and releases it.
-    struct Reveal {
-        std::function<void()> pin;
-        std::function<void()> unpin;
-    };
-
     /// What is dragged and dropped here, which the order of the windows decides. Both are set.
     struct Drops {
         /// The window that is dragged, if it is one that this bar does not list.
@@ -37,7 +32,7 @@ public:
         std::function<bool(const WindowID&, size_t index)> dropped;
     };
 
-    RunningStrip(const BarServices& services, DisplayID screenID, Reveal reveal, Drops drops);
+    RunningStrip(const BarServices& services, DisplayID screenID, BarReveal reveal, Drops drops);
 
     LiveReorderStackView& stack() { return runningStack_; }
     /// Between neighbours, in points.
@@ -75,7 +70,7 @@ private:
 
     BarServices services_;
     DisplayID screenID_;
-    Reveal reveal_;
+    BarReveal reveal_;
     Drops drops_;
     RunningStackView runningStack_;
     GroupPopover groupPopover_;

@@ -9,6 +9,7 @@ namespace morvel::ax {
 // Attributes of applications.
 inline constexpr std::string_view kWindows = "AXWindows";
 inline constexpr std::string_view kFocusedWindow = "AXFocusedWindow";
+inline constexpr std::string_view kMenuBar = "AXMenuBar";
 
 // Attributes of windows.
 inline constexpr std::string_view kRole = "AXRole";
@@ -21,6 +22,11 @@ inline constexpr std::string_view kFullScreen = "AXFullScreen";
 inline constexpr std::string_view kMain = "AXMain";
 inline constexpr std::string_view kFocused = "AXFocused";
 inline constexpr std::string_view kCloseButton = "AXCloseButton";
+
+// Attributes of menu bars, menus and their items.
+inline constexpr std::string_view kChildren = "AXChildren";
+inline constexpr std::string_view kMenuItemCmdChar = "AXMenuItemCmdChar";
+inline constexpr std::string_view kMenuItemCmdModifiers = "AXMenuItemCmdModifiers";
 
 // Actions.
 inline constexpr std::string_view kRaise = "AXRaise";

@@ -2,10 +2,12 @@
 #pragma once
 
 #include <functional>
+#include <memory>
 
 #include "Platform/Accessibility.h"
 #include "Platform/Features.h"
 #include "Platform/Icons.h"
+#include "Platform/InstalledApplications.h"
 #include "Platform/Log.h"
 #include "Platform/LoginItem.h"
 #include "Platform/MainLoop.h"
@@ -33,6 +35,7 @@ struct Platform {
     /// Ends the program: the host leaves its event loop after this turn and then tells the application.
     std::function<void()> terminate;
     MakeWorkQueue makeWorkQueue;
+    std::shared_ptr<InstalledApplications> installedApplications;  ///< never null
     Features features = {};
     /// Null where the program cannot be started at login.
     LoginItem* loginItem = nullptr;

@@ -57,13 +57,15 @@ public:
     /// The path of the installed application, if it can be located.
     virtual std::optional<std::string> locate(const std::string& bundleID) = 0;
     /// The application that shows folders, and whose windows those are that `openFile` opens for them.
-    virtual std::string fileManager() { return "com.apple.finder"; }
+    virtual std::string fileManager() = 0;
+    /// The person's own folder, an absolute path.
+    virtual std::string homeFolder() = 0;
     /// Starts the application at this path, or asks the running one for what it does when it is opened again.
-    virtual void openApplication(const std::string&, const OpenApplication&) {}
+    virtual void openApplication(const std::string& path, const OpenApplication& how) = 0;
     /// Opens a file or folder with the application that is for it. Absolute path.
-    virtual void openFile(const std::string&) {}
+    virtual void openFile(const std::string& path) = 0;
     /// Shows a page in the person's browser. Only "https" addresses are opened.
-    virtual void openPage(const std::string&) {}
+    virtual void openPage(const std::string& address) = 0;
     /// Shows the file in the file manager, selected where that is possible.
     virtual void revealInFileManager(const std::string& path) = 0;
 

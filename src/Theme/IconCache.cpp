@@ -19,7 +19,18 @@ std::string IconCache::key(const std::optional<std::string>& bundleID, ProcessID
 }
 
 Subscription IconCache::icon(const std::optional<std::string>& bundleID, ProcessID fallbackPID, Delivery deliver) {
-    const std::string wanted = key(bundleID, fallbackPID);
+    return request(
+        key(bundleID, fallbackPID), [this, bundleID, fallbackPID] { return applicationIcon(bundleID, fallbackPID); },
+        std::move(deliver));
+}
+
+Subscription IconCache::fileIcon(const std::string& path, Delivery deliver) {
+    // No bundle identifier has a colon or a slash.
+    return request(
+        "file:" + path, [this, path] { return icons_.fileIcon(path); }, std::move(deliver));
+}
+
+Subscription IconCache::request(const std::string& wanted, Load load, Delivery deliver) {
     if (const auto cached = byKey_.find(wanted); cached != byKey_.end()) {
         entries_.splice(entries_.end(), entries_, cached->second);
         deliver(ui::ImageRef(cached->second->image));
@@ -28,7 +39,7 @@ Subscription IconCache::icon(const std::optional<std::string>& bundleID, Process
     const auto [request, isNew] = requestByKey_.try_emplace(wanted);
     if (isNew) {
         const bool isIdle = requests_.empty();
-        request->second = requests_.emplace(requests_.end(), wanted, bundleID, fallbackPID);
+        request->second = requests_.emplace(requests_.end(), wanted, std::move(load));
         if (isIdle) postNextLoad();
     }
     return request->second->loaded.subscribe(std::move(deliver));
@@ -46,14 +57,17 @@ void IconCache::loadNext() {
     if (!requests_.empty()) postNextLoad();
     if (!current.front().loaded.hasListeners()) return;
 
-    const ui::ImageRef image = load(current.front().bundleID, current.front().pid);
+    const ui::ImageRef image = baked(current.front().load());
     store(current.front().key, image);
     current.front().loaded.emit(image);
 }
 
-ui::ImageRef IconCache::load(const std::optional<std::string>& bundleID, ProcessID pid) {
-    ui::ImageRef image = bundleID ? icons_.applicationIcon(*bundleID) : nullptr;
-    if (!image) image = icons_.processIcon(pid);
+ui::ImageRef IconCache::applicationIcon(const std::optional<std::string>& bundleID, ProcessID pid) {
+    const ui::ImageRef image = bundleID ? icons_.applicationIcon(*bundleID) : nullptr;
+    return image ? image : icons_.processIcon(pid);
+}
+
+ui::ImageRef IconCache::baked(ui::ImageRef image) {
     if (!image) image = icons_.symbol(kUnknownApplicationSymbol, kBakedSize.height);
     if (!image) image = icons_.empty(kEmptySize);
     ui::ImageRef baked = icons_.baked(image, kBakedSize);

@@ -1,4 +1,4 @@
-// Application icons for every button, each loaded and drawn once.
+// Icons of applications and files for every button, each loaded and drawn once.
 #pragma once
 
 #include <functional>
@@ -32,21 +32,22 @@ public:
     /// nobody waits for any more is not loaded. A delivery may ask again or destroy the cache.
     [[nodiscard]] Subscription icon(const std::optional<std::string>& bundleID, ProcessID fallbackPID,
                                     Delivery deliver);
+    /// The same for the icon that a file, folder or application at an absolute path has.
+    [[nodiscard]] Subscription fileIcon(const std::string& path, Delivery deliver);
 
     /// What icons are told apart by: the bundle identifier, or the process where there is none.
     static std::string key(const std::optional<std::string>& bundleID, ProcessID fallbackPID);
 
 private:
+    using Load = std::function<ui::ImageRef()>;
     struct Entry {
         std::string key;
         ui::ImageRef image;
     };
     struct Request {
-        Request(std::string k, std::optional<std::string> bundle, ProcessID process)
-            : key(std::move(k)), bundleID(std::move(bundle)), pid(process) {}
+        Request(std::string k, Load l) : key(std::move(k)), load(std::move(l)) {}
         std::string key;
-        std::optional<std::string> bundleID;
-        ProcessID pid;
+        Load load;
         Signal<const ui::ImageRef&> loaded;
     };
     using Entries = std::list<Entry>;
@@ -54,7 +55,9 @@ private:
 
     void postNextLoad();
     void loadNext();
-    ui::ImageRef load(const std::optional<std::string>& bundleID, ProcessID pid);
+    Subscription request(const std::string& key, Load load, Delivery deliver);
+    ui::ImageRef applicationIcon(const std::optional<std::string>& bundleID, ProcessID pid);
+    ui::ImageRef baked(ui::ImageRef image);
     void store(const std::string& key, ui::ImageRef image);
 
     Icons& icons_;

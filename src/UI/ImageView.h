@@ -1,4 +1,4 @@
-// Shows a picture scaled to its bounds, keeping its proportions.
+// Shows a picture.
 #pragma once
 
 #include "UI/Image.h"
@@ -6,8 +6,13 @@
 
 namespace morvel::ui {
 
+/// Fit: to the bounds, keeping the proportions. None: at the image's own size, centred.
+enum class ImageScaling { Fit, None };
+
 class ImageView : public View {
 public:
+    explicit ImageView(ImageScaling scaling = ImageScaling::Fit) : scaling_(scaling) {}
+
     Kind kind() const override { return Kind::Image; }
 
     const ImageRef& image() const { return image_; }
@@ -25,7 +30,10 @@ public:
         changed(ViewChange::Content);
     }
 
+    ImageScaling scaling() const { return scaling_; }
+
 private:
+    const ImageScaling scaling_;
     ImageRef image_;
     Color tint_ = kLabelColor;
 };

@@ -15,6 +15,7 @@ public:
 
     explicit StackView(Axis axis, double spacing = 0) : axis_(axis), spacing_(spacing) {}
 
+    Axis axis() const { return axis_; }
     double spacing() const { return spacing_; }
     /// Room before the first and after the last view, in points along the axis.
     void setInsets(double leading, double trailing);

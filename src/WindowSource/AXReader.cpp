@@ -15,6 +15,10 @@ std::optional<bool> AXReader::readBool(const AXElement& element, std::string_vie
     return readAs<bool>(element, attribute);
 }
 
+std::optional<double> AXReader::readNumber(const AXElement& element, std::string_view attribute) {
+    return readAs<double>(element, attribute);
+}
+
 std::optional<Size> AXReader::readSize(const AXElement& element, std::string_view attribute) {
     const auto size = readAs<Size>(element, attribute);
     return size && std::isfinite(size->width) && std::isfinite(size->height) ? size : std::nullopt;

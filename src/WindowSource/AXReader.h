@@ -20,6 +20,7 @@ public:
 
     std::optional<std::string> readString(const AXElement& element, std::string_view attribute);
     std::optional<bool> readBool(const AXElement& element, std::string_view attribute);
+    std::optional<double> readNumber(const AXElement& element, std::string_view attribute);
     std::optional<Size> readSize(const AXElement& element, std::string_view attribute);
     std::optional<AXElement> readElement(const AXElement& element, std::string_view attribute);
     std::optional<std::vector<AXElement>> readElements(const AXElement& element, std::string_view attribute);

@@ -96,7 +96,7 @@ TEST(Bar, AThousandEventsInOneTurnCostOneProjection) {
 }
 
 TEST(Bar, GroupsWhenCrowdedAndListsAGroupsWindows) {
-    BarDesktop desktop(sim::oneDisplay(800, 600));
+    BarDesktop desktop(sim::oneDisplay(840, 600));
     auto& editor = desktop.launch("Editor");
     auto& mail = desktop.launch("Mail");
     for (const char* title : {"a", "b", "c", "d"}) editor.open({.title = title});

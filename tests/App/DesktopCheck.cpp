@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "Bar/Drag/DragPlaceholderButton.h"
+#include "Pinned/PinnedOverflowSlicing.h"
 #include "Platform/AXNames.h"
 
 namespace morvel {
@@ -96,9 +98,10 @@ bool DesktopCheck::belongsOn(const WindowSnapshot& record, const Screen& screen)
     SettingsStore& settings = desktop_.settings();
     const auto current = desktop_.currentSpace(*screen.displayID);
     if (record.isWindowless) {
-        // Nothing is pinned here, so both modes that show placeholders show all of them.
+        const bool isListed = settings.windowlessAppsMode.value() == WindowlessAppsMode::AllRunning ||
+                              !desktop_.delegate().pinnedStore()->isPinnedApp(record.bundleID.value_or(""));
         const auto* spaces = desktop_.windowServer().display(sim::SimScreens::uuidOf(*screen.displayID));
-        return settings.windowlessAppsMode.value() != WindowlessAppsMode::Off &&
+        return isListed && settings.windowlessAppsMode.value() != WindowlessAppsMode::Off &&
                screen.displayID == desktop_.screens().mainDisplay() && spaces->spaces.front().id64 == current;
     }
     if (record.bundleID && settings.windowBlacklist.value().contains(*record.bundleID)) return false;
@@ -131,6 +134,24 @@ std::multiset<WindowID> DesktopCheck::shownOn(ui::View& bar) {
         }
     }
     return shown;
+}
+
+void DesktopCheck::pinsAreShown() {
+    const auto& items = desktop_.delegate().pinnedStore()->pinnedItems().value();
+    const auto sliced = PinnedOverflowSlicing::slice(items, desktop_.settings().pinnedMaxVisible.value());
+    for (size_t i = 0; i < desktop_.screens().screens().size(); ++i) {
+        const auto pins = desktop_.all<PinnedAppButton>(desktop_.bar(i));
+        EXPECT_TRUE(std::ranges::equal(pins, sliced.visible, {}, &PinnedAppButton::pinnedItem)) << "bar " << i;
+        EXPECT_EQ(desktop_.all<PinnedOverflowButton>(desktop_.bar(i)).size(), sliced.hasOverflow() ? 1 : 0);
+        EXPECT_TRUE(desktop_.all<DragPlaceholderButton>(desktop_.bar(i)).empty());
+        for (const PinnedAppButton* pin : pins) {
+            const bool runs = std::ranges::any_of(records(), [&](const auto& entry) {
+                return pin->pinnedItem().id() == PinnedItem::app(entry.second.bundleID.value_or(""), "").id();
+            });
+            EXPECT_EQ(pin->runningDot().isHidden(), !runs) << pin->tooltip();
+            EXPECT_EQ(pin->alpha(), 1);
+        }
+    }
 }
 
 void DesktopCheck::nothingIsLeftOver() {

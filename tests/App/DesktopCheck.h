@@ -20,6 +20,8 @@ public:
     void storeEqualsDesktop();
     /// Each display has one bar of the right place, which shows exactly the records that belong there, once each.
     void barsShowWhatTheyShould();
+    /// Each bar has the visible pinned items in their order, dots where they run, and no trace of a drag.
+    void pinsAreShown();
     /// Every view that is shown is part of a tree that is shown; what is open has its bar.
     void nothingIsLeftOver();
     /// The window has the focus, in the store and on every bar that shows it, and no other has.

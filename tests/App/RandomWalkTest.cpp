@@ -3,6 +3,7 @@
 #include <random>
 
 #include "App/DesktopCheck.h"
+#include "Bar/Pinned/PinnedOverflowRow.h"
 #include "Platform/AXNames.h"
 
 namespace morvel {
@@ -36,7 +37,7 @@ public:
             {3, &Walk::changeDisplays}, {2, &Walk::hangOrRecover}, {8, &Walk::changeSetting},
             {10, &Walk::clickButton},   {6, &Walk::rightClick},    {8, &Walk::chooseFromMenu},
             {5, &Walk::usePopover},     {3, &Walk::pressOutside},  {25, &Walk::letTimePass},
-            {6, &Walk::point}};
+            {4, &Walk::changePins},     {4, &Walk::dragPin},       {6, &Walk::point}};
         int total = 0;
         for (const auto& [weight, act] : kSteps) total += weight;
         int left = below(total);
@@ -51,9 +52,11 @@ public:
         desktop_.toolkit().dismissMenu();
         // Long enough for two sweeps, which is what a window that vanished takes, and for the slowest retry.
         run(75s);
+        countLaunchedWindows();
         DesktopCheck check(desktop_, countable_);
         check.storeEqualsDesktop();
         check.barsShowWhatTheyShould();
+        check.pinsAreShown();
         check.nothingIsLeftOver();
         pinsAreBalanced();
         if (sim::SimWindow* window = any(countingWindows())) {
@@ -113,7 +116,7 @@ private:
         if (kind == 3) spec.subrole = "AXDialog";
         if (kind == 4) spec.subrole.reset();
         sim::SimWindow& window = app.open(spec);
-        if (kind > 2) countable_.insert(&window);
+        (kind > 2 ? countable_ : uncountable_).insert(&window);
     }
     void close() {
         if (sim::SimWindow* window = any(countingWindows())) window->close();
@@ -169,7 +172,7 @@ private:
     }
     void changeSetting() {
         SettingsStore& s = desktop_.settings();
-        switch (below(21)) {
+        switch (below(22)) {
             case 0:
                 return setAny(s.barEdge);
             case 1:
@@ -209,6 +212,8 @@ private:
             case 18:
                 return s.compactTopCollapsedItemCount.set(below(20));
             case 19:
+                return s.pinnedMaxVisible.set(below(6));
+            case 20:
                 return s.autoHide.set(oneIn(2));
             default:
                 return s.windowBlacklist.set(oneIn(2) ? std::set<std::string>{}
@@ -244,10 +249,13 @@ private:
         settle();
         if (auto* button = reachable<WindowButton>(bars()); button && oneIn(2))
             return desktop_.toolkit().click(*button);
+        if (auto* more = reachable<PinnedOverflowButton>(bars()); more && oneIn(2))
+            return desktop_.toolkit().click(*more);
         if (auto* group = reachable<GroupedAppButton>(bars())) desktop_.toolkit().click(*group);
     }
     void rightClick() {
         settle();
+        if (auto* pin = reachable<PinnedAppButton>(bars()); pin && oneIn(4)) return desktop_.toolkit().rightClick(*pin);
         if (auto* bar = reachable<MorvelView>(bars()); bar && oneIn(4)) return desktop_.toolkit().rightClick(*bar);
         if (auto* button = reachable<WindowButton>(bars()); button && oneIn(2))
             return desktop_.toolkit().rightClick(*button);
@@ -259,6 +267,8 @@ private:
         if (!popover) return;
         if (auto* cross = reachable<ui::ImageButton>({&popover->surface.root()}); cross && oneIn(3))
             return desktop_.toolkit().click(*cross);
+        if (auto* pin = reachable<PinnedOverflowRow>({&popover->surface.root()}))
+            return oneIn(2) ? desktop_.toolkit().click(*pin) : desktop_.toolkit().rightClick(*pin);
         auto* row = reachable<GroupRowButton>({&popover->surface.root()});
         if (row) oneIn(2) ? desktop_.toolkit().click(*row) : desktop_.toolkit().rightClick(*row);
     }
@@ -268,7 +278,7 @@ private:
             if (title == "Move to Display") {
                 const auto displays = desktop_.toolkit().menuTitles({title});
                 for (const std::string& display : *displays) paths.push_back({title, display});
-            } else if (title != "-" && title != "Pin App to Morvel" && title != "Morvel Settings…") {
+            } else if (desktop_.toolkit().canChoose(title)) {
                 paths.push_back({title});
             }
         }
@@ -276,6 +286,45 @@ private:
         oneIn(4) ? desktop_.toolkit().dismissMenu() : desktop_.toolkit().choose(*any(paths));
     }
     void pressOutside() { desktop_.toolkit().pressOutside(); }
+
+    // --- Pinned items ---
+    void changePins() {
+        PinnedAppsStore& store = *desktop_.delegate().pinnedStore();
+        const std::string path = "/" + std::to_string(below(12));
+        const int what = below(4);
+        if (what == 0) store.pinFolder(path, path);
+        if (what == 1) store.pinApp("com.example.app " + std::to_string(below(6)), path);
+        if (what == 2) store.move("folder:" + path, below(12) - 2);
+        if (what == 3) store.unpin("folder:" + path);
+    }
+    /// Of anything that can be dragged to anything else, while anything may happen.
+    void dragPin() {
+        settle();
+        desktop_.toolkit().dismissMenu();
+        sim::SimDrags& drags = desktop_.toolkit().drags();
+        std::vector<ui::View*> roots = bars();
+        if (sim::SimPopover* popover = desktop_.toolkit().shownPopover()) roots.push_back(&popover->surface.root());
+        ui::View* dragged = reachable<PinnedAppButton>(roots);
+        if (oneIn(3)) dragged = reachable<PinnedOverflowRow>(roots);
+        if (oneIn(4)) dragged = reachable<WindowButton>(roots);
+        if (!dragged) {
+            drags.bring(sim::SimPasteboard::ofFile("/" + std::to_string(below(12))));
+        } else {
+            drags.pull(*dragged);
+        }
+        for (int i = below(4); i >= 0; --i) {
+            roots = bars();
+            if (sim::SimPopover* popover = desktop_.toolkit().shownPopover()) roots.push_back(&popover->surface.root());
+            ui::View* over = reachable<PinnedAppButton>(roots);
+            if (oneIn(3)) over = reachable<PinnedOverflowRow>(roots);
+            if (oneIn(3)) over = reachable<PinnedOverflowButton>(roots);
+            if (over) drags.over(*over, below(30) - 15);
+            if (oneIn(4)) changePins();
+            if (oneIn(8)) changeDisplays();
+            run(std::chrono::milliseconds(below(700)));
+        }
+        oneIn(3) ? drags.cancel() : static_cast<void>(drags.drop());
+    }
 
     // --- Time ---
     void letTimePass() {
@@ -341,6 +390,12 @@ private:
             if (app->isRunning()) found.push_back(app);
         return found;
     }
+    /// Those that came because a pinned item was opened.
+    void countLaunchedWindows() {
+        for (const RunningApplication& running : desktop_.workspace().running)
+            for (const auto& window : desktop_.app(running.pid)->windows())
+                if (!uncountable_.contains(window.get())) countable_.insert(window.get());
+    }
     std::vector<sim::SimWindow*> countingWindows() {
         std::vector<sim::SimWindow*> found;
         for (sim::SimApp* app : running())
@@ -354,7 +409,7 @@ private:
     std::mt19937 random_;
     BarDesktop desktop_{sim::twoDisplays()};
     std::vector<sim::SimApp*> apps_;  // the newest first; the desktop's
-    std::set<const sim::SimWindow*> countable_;
+    std::set<const sim::SimWindow*> countable_, uncountable_;
 };
 
 TEST(RandomWalk, TheBarsShowTheDesktopWheneverItRests) {

@@ -1,5 +1,6 @@
 // Bars that hide at their edge, on a whole desktop.
 #include "App/BarDesktop.h"
+#include "Launcher/StartButton.h"
 
 namespace morvel {
 namespace {
@@ -60,8 +61,8 @@ TEST(AutoHideScenario, HidesAtLeavingAndComesBackAtTheEdge) {
     EXPECT_EQ(desktop.barPanel().slides, 1);
     EXPECT_FALSE(desktop.barPanel().reservesSpace) << "windows do not give way for a moment";
     EXPECT_FALSE(desktop.strip().isShown) << "a press at the very edge is the bar's";
-    const size_t timersAtRest = desktop.mainLoop().armedTimers();
     desktop.run(60s);
+    const size_t timersAtRest = desktop.mainLoop().armedTimers();
     EXPECT_TRUE(desktop.isBarSeen()) << "for as long as the pointer is over it";
 
     desktop.toolkit().leave();
@@ -141,6 +142,9 @@ TEST(AutoHideScenario, WhatIsOpenHoldsTheBar) {
         "the bar's menu", [&] { toolkit.rightClick(desktop.bar()); }, [&] { toolkit.dismissMenu(); });
     holds(
         "a button's menu", [&] { toolkit.rightClick(desktop.group("Editor")); }, [&] { toolkit.dismissMenu(); });
+    holds(
+        "the launcher", [&] { toolkit.click(*desktop.all<StartButton>(desktop.bar()).front()); },
+        [&] { toolkit.give(ui::TextCommand::Cancel); });
     holds(
         "a list", [&] { toolkit.click(desktop.group("Editor")); }, [&] { toolkit.pressOutside(); });
     holds(

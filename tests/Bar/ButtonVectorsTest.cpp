@@ -6,6 +6,7 @@
 #include "Bar/Buttons/ButtonTexts.h"
 #include "Bar/Buttons/PressTracker.h"
 #include "Bar/Buttons/WindowMenus.h"
+#include "Bar/Pinned/PinnedItemContextMenu.h"
 #include "Vectors.h"
 
 namespace morvel {
@@ -83,9 +84,8 @@ Json titles(const ui::Menu& menu) {
 ui::Menu menuOf(const std::string& kind, const std::string& app, const std::vector<OtherScreen>& screens) {
     if (kind == "window" || kind == "row") return WindowMenus::forWindow(app, screens, {});
     if (kind == "windowless" || kind == "grouped") return WindowMenus::forApplication(app, {});
-    std::function<void()> launch;
-    if (kind == "pinnedApp") launch = [] {};
-    return WindowMenus::forPinnedItem({.unpin = {}, .launchNewInstance = launch, .showInFinder = {}});
+    const PinnedItem item = kind == "pinnedApp" ? PinnedItem::app("a", app) : PinnedItem::folder("/a", app);
+    return PinnedItemContextMenu::make(item, {}, {}, {});
 }
 
 TEST(ButtonVectors, Texts) {

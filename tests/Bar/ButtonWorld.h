@@ -182,6 +182,11 @@ public:
         if (bundleID == "gone") return std::nullopt;
         return "/Applications/" + bundleID;
     }
+    std::string fileManager() override { return "files"; }
+    std::string homeFolder() override { return "/home"; }
+    void openApplication(const std::string&, const OpenApplication&) override {}
+    void openFile(const std::string&) override {}
+    void openPage(const std::string&) override {}
     void revealInFileManager(const std::string& path) override { calls.push_back("reveal " + path); }
     Subscription observeLaunched(ApplicationNotice) override { return {}; }
     Subscription observeTerminated(ApplicationNotice) override { return {}; }

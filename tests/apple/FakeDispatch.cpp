@@ -2,6 +2,7 @@
 #include "FakeDispatch.h"
 
 #include <algorithm>
+#include <filesystem>
 
 #include "Platform/Mac/objc/AutoreleasePool.h"
 #include "Runtime.h"
@@ -24,9 +25,10 @@ dispatch_queue_t FakeDispatch::makeQueue() {
     return queue;
 }
 
-dispatch_source_t FakeDispatch::makeTimer(dispatch_queue_t queue) {
+dispatch_source_t FakeDispatch::makeTimer(dispatch_queue_t queue, std::optional<std::uint64_t> watched) {
     auto made = std::make_unique<Timer>();
     made->queue = queue;
+    made->watched = watched;
     Timer* const raw = made.get();
     timers_[raw] = std::move(made);
     return reinterpret_cast<dispatch_source_t>(raw);
@@ -43,6 +45,18 @@ void FakeDispatch::schedule(Timer& timer) {
     ++timer.generation;
     if (timer.isSuspended || timer.isCancelled || timer.start == DISPATCH_TIME_FOREVER) return;
     work_.push_back({std::max(timer.start, now_), ++order_, timer.queue, nullptr, nullptr, &timer, timer.generation});
+}
+
+void FakeDispatch::folderChanged(const std::string& path) {
+    for (const auto& [source, timer] : timers_) {
+        std::error_code error;
+        if (!timer->watched) continue;
+        const auto link = "/proc/self/fd/" + std::to_string(*timer->watched);
+        if (std::filesystem::read_symlink(link, error) != path) continue;
+        timer->start = now_;
+        schedule(*timer);
+        timer->start = DISPATCH_TIME_FOREVER;
+    }
 }
 
 void FakeDispatch::release(const void* object) {
@@ -126,6 +140,7 @@ extern "C" {
 DispatchQueueTag _dispatch_main_q{true};
 extern const DispatchSourceTypeTag _dispatch_source_type_timer{};
 extern const DispatchSourceTypeTag _dispatch_source_type_signal{};
+extern const DispatchSourceTypeTag _dispatch_source_type_vnode{};
 
 void dispatch_async_f(dispatch_queue_t queue, void* context, dispatch_function_t work) {
     dispatch().enqueue(dispatch().resolve(DISPATCH_TIME_NOW), queue, context, work);
@@ -146,7 +161,8 @@ dispatch_queue_t dispatch_queue_create(const char*, dispatch_queue_attr_t) {
 }
 dispatch_source_t dispatch_source_create(dispatch_source_type_t type, std::uint64_t handle, std::uint64_t,
                                          dispatch_queue_t queue) {
-    const dispatch_source_t source = dispatch().makeTimer(queue);
+    const bool isFile = type == &_dispatch_source_type_vnode;
+    const dispatch_source_t source = dispatch().makeTimer(queue, isFile ? std::optional(handle) : std::nullopt);
     if (type == &_dispatch_source_type_signal) dispatch().timer(source)->signal = static_cast<int>(handle);
     return source;
 }

@@ -6,6 +6,8 @@
 #include <cstdint>
 #include <map>
 #include <memory>
+#include <optional>
+#include <string>
 #include <vector>
 
 #include "Platform/Mac/apple/Dispatch.h"
@@ -31,6 +33,8 @@ public:
     void runFor(std::chrono::nanoseconds duration);
     std::chrono::nanoseconds now() const { return std::chrono::nanoseconds(now_); }
     bool isOnMain() const { return isOnMain_; }
+    /// Something was added to the folder or taken away: whoever watches it is told in a later piece of work.
+    void folderChanged(const std::string& path);
     /// How many pieces of work and timers wait.
     std::size_t waiting() const { return work_.size(); }
 
@@ -48,6 +52,7 @@ public:
         void* context = nullptr;
         std::uint64_t interval = 0;
         std::uint64_t start = DISPATCH_TIME_FOREVER;
+        std::optional<std::uint64_t> watched = {};  // the descriptor, of what is no timer
         bool isSuspended = true;
         bool isCancelled = false;
         std::uint64_t generation = 0;  // a firing that was scheduled under an older one is void
@@ -56,7 +61,7 @@ public:
     void enqueue(std::uint64_t when, dispatch_queue_t queue, void* context, dispatch_function_t work);
     std::uint64_t resolve(dispatch_time_t when) const { return when == DISPATCH_TIME_NOW ? now_ : when; }
     dispatch_queue_t makeQueue();
-    dispatch_source_t makeTimer(dispatch_queue_t queue);
+    dispatch_source_t makeTimer(dispatch_queue_t queue, std::optional<std::uint64_t> watched = {});
     /// Null, with a fault, for anything that is no living timer.
     Timer* timer(const void* source);
     void schedule(Timer& timer);

@@ -25,6 +25,7 @@ protected:
         const objc::AutoreleasePool pool;
         MacHost host;
         morvel::AppDelegate application(host.platform());
+        running = &application;
         settings_ = [&]() -> SettingsStore& { return *application.settings(); };
         whileRunning([&] {
             dispatch().runFor(1s);
@@ -37,12 +38,15 @@ protected:
     /// Of the program that runs.
     SettingsStore& settings() { return settings_(); }
     static void wait(std::chrono::nanoseconds time = 2s) { dispatch().runFor(time); }
+    /// The buttons of windows and groups.
     static Texts shown(std::size_t bar) {
         const objc::AutoreleasePool pool;
         const auto bars = MacDesktop::bars();
         if (bar >= bars.size()) return {"no such bar"};
         display(bars[bar].contentView());
-        return MacDesktop::buttons(bars[bar]);
+        Texts buttons = MacDesktop::buttons(bars[bar]);
+        std::erase(buttons, "Apps");
+        return buttons;
     }
     static NSView content(std::size_t bar) { return MacDesktop::bars().at(bar).contentView(); }
     static CGPoint middle(std::size_t bar, const std::string& button) {
@@ -56,6 +60,7 @@ protected:
     }
 
     MacDesktop mac;
+    morvel::AppDelegate* running = nullptr;  // the one that `run` runs
 
 private:
     std::function<SettingsStore&()> settings_;
@@ -201,6 +206,41 @@ TEST_F(Host, ACrowdedBarGroupsAndAPopoverListsAGroup) {
     });
 }
 
+TEST_F(Host, TheStartButtonListsApplicationsAndOpensOne) {
+    runtime().script("NSFileManager", "contentsOfDirectoryAtPath:error:", [](Invocation& i) {
+        if (textOf(i.object(0)) == "/Applications")
+            i.answerObject(makeArray({makeString("Notes.app"), makeString("read me.txt")}));
+    });
+    runtime().script("NSBundle", "infoDictionary", [](Invocation& i) {
+        i.answerObject(makeDictionary({{makeString("CFBundleIdentifier"), makeString("com.example.notes")},
+                                       {makeString("CFBundleName"), makeString("Notes")}}));
+    });
+    Texts opened;
+    runtime().script("NSWorkspace", "openApplicationAtURL:configuration:completionHandler:", [&](Invocation& i) {
+        opened.push_back(NSURL(Id(i.object(0))).path().text());
+        EXPECT_TRUE(property<bool>(i.object(1), "activates"));
+    });
+    run([&] {
+        ASSERT_TRUE(MacDesktop::clickButton(content(0), "Apps"));
+        wait();
+        const auto calls = runtime().calls();
+        const auto shows = std::ranges::find(calls, "showRelativeToRect:ofView:preferredEdge:", &Call::selector);
+        ASSERT_NE(shows, calls.end());
+        const RawObject popover = shows->receiver;
+        EXPECT_EQ(property<NSUInteger>(popover, "preferredEdge"), NSRectEdgeMaxY);
+        const NSView launcher{send<Id>(send<Id>(popover, "contentViewController"_sel), "view"_sel)};
+        EXPECT_EQ(launcher.frame().size, (CGSize{320, 400}));
+        display(launcher);
+        EXPECT_EQ(MacDesktop::buttonsIn(launcher), Texts{"Notes"});
+        EXPECT_TRUE(MacDesktop::clickButton(launcher, "Notes"));
+        EXPECT_EQ(opened, Texts{"/Applications/Notes.app"});
+        EXPECT_FALSE(property<bool>(popover, "shown"));
+        EXPECT_EQ(monitorCount(), 0U);
+        for (const NSPanel& bar : MacDesktop::bars())
+            EXPECT_FALSE(send<bool>(bar, "canBecomeKeyWindow"_sel)) << "only the popover takes the keyboard";
+    });
+}
+
 TEST_F(Host, BarsShowTheWindowsOfTheSpace) {
     mac.launch(42, "Editor");
     mac.open(42, "notes.txt", {100, 100});
@@ -214,6 +254,41 @@ TEST_F(Host, BarsShowTheWindowsOfTheSpace) {
         mac.showSpace(1);
         wait();
         EXPECT_EQ(shown(0), Texts{"notes.txt"});
+    });
+}
+
+TEST_F(Host, APinnedApplicationOpensItsNewWindowOnTheClickedScreen) {
+    mac.launch(42, "Editor");
+    const Id old = mac.open(42, "notes.txt", {100, 100});
+    auto& world = accessibility();
+    // Menu bar, menu, item, from the inside.
+    const Id item = world.makeElement(42);
+    world.set(item, "AXTitle", makeString("New Window"));
+    world.set(item, "AXMenuItemCmdChar", makeString("N"));
+    world.set(item, "AXMenuItemCmdModifiers", makeNumber(std::int64_t{0}));
+    Id outer = item;
+    for (int i = 0; i < 3; ++i) {
+        const Id parent = world.makeElement(42);
+        world.set(parent, "AXChildren", makeArray({outer}));
+        outer = parent;
+    }
+    world.set(world.application(42), "AXMenuBar", outer);
+    runtime().script("NSWorkspace", "URLForApplicationWithBundleIdentifier:", [](Invocation& i) {
+        i.answerObject(NSURL::file("/Applications/Editor.app"));
+    });
+    run([&] {
+        Id fresh;
+        world.performed = [&](const ElementIdentity&, const std::string& action) {
+            if (action == "AXPress") fresh = mac.open(42, "Untitled", {200, 200});
+        };
+        running->pinnedItemLauncher()->click(PinnedItem::app("app.example.Editor", "Editor"), DisplayID{2});
+        wait();
+        ASSERT_TRUE(fresh);
+        EXPECT_EQ(shown(1), Texts{"Untitled"});
+        EXPECT_EQ(shown(0), Texts{"notes.txt"});
+        EXPECT_EQ(workspace().frontmost().processIdentifier(), 42);
+        wait(5s);
+        world.performed = nullptr;
     });
 }
 
@@ -307,6 +382,62 @@ TEST_F(Host, ButtonsAreDraggedWithinABarAndToTheOther) {
         EXPECT_GE(std::ranges::count(accessibility().log, "set AXPosition"), 1);
         EXPECT_EQ(shown(0), Texts{"notes.txt"});
         EXPECT_EQ(shown(1), (Texts{"Inbox", "Outbox"})) << "its window is there, its button where it was dropped";
+    });
+}
+
+TEST_F(Host, PinnedItemsAreShownMovedAndKept) {
+    mac.launch(42, "Editor");
+    mac.open(42, "notes.txt", {100, 100});
+    const auto dot = [](const NSView& bar) {
+        const objc::AutoreleasePool pool;
+        display(bar);
+        const NSView button = MacDesktop::button(bar, "Editor");
+        return !property<bool>(button.subviews().elements<NSView>().back().raw(), "hidden");
+    };
+    run([&] {
+        whenMenuPopsUp([&](const NSMenu& menu) { EXPECT_TRUE(choose(itemTitled(menu, "Pin App to Morvel"))); });
+        ASSERT_TRUE(MacDesktop::rightClickButton(content(0), "notes.txt"));
+        wait();
+        EXPECT_EQ(shown(0), (Texts{"Editor", "notes.txt"}));
+        EXPECT_EQ(shown(1), Texts{"Editor"}) << "on every bar";
+        EXPECT_TRUE(dot(content(0)));
+        {
+            DragOver drag(makeFiles({"/Users/me/Documents"}));
+            CGPoint behind = middle(1, "Editor");
+            behind.x += 5;
+            EXPECT_EQ(drag.moveTo(content(1), behind), NSDragOperationCopy);
+            EXPECT_TRUE(drag.drop());
+        }
+        EXPECT_EQ(shown(0), (Texts{"Editor", "Documents", "notes.txt"}));
+        ASSERT_TRUE(MacDesktop::pullButton(content(0), "Documents"));
+        ASSERT_TRUE(ownDrag());
+        {
+            DragOver drag(pasteboardOfOwnDrag());
+            CGPoint front = middle(0, "Editor");
+            front.x -= 12;
+            drag.moveTo(content(0), front);
+            EXPECT_EQ(drag.moveTo(content(0), front), NSDragOperationMove);
+            EXPECT_TRUE(drag.drop());
+        }
+        endOwnDrag(NSDragOperationMove);
+        display(content(0));
+        wait();
+        EXPECT_EQ(shown(0), (Texts{"Documents", "Editor", "notes.txt"}));
+        workspace().quit(42);
+        wait();
+        EXPECT_FALSE(dot(content(0)));
+    });
+    run([&] {
+        EXPECT_EQ(shown(0), (Texts{"Documents", "Editor"})) << "after a restart";
+        Texts titles;
+        whenMenuPopsUp([&](const NSMenu& menu) {
+            for (const NSMenuItem& item : menu.items().elements<NSMenuItem>())
+                titles.push_back(send<NSString>(item, "title"_sel).text());
+            EXPECT_TRUE(choose(itemTitled(menu, "Unpin from Morvel")));
+        });
+        ASSERT_TRUE(MacDesktop::rightClickButton(content(0), "Documents"));
+        EXPECT_EQ(titles, (Texts{"Unpin from Morvel", "", "Show in Finder"}));
+        EXPECT_EQ(shown(1), Texts{"Editor"});
     });
 }
 

@@ -174,6 +174,10 @@ std::vector<std::string> MacDesktop::buttonsIn(const NSView& view) {
     return labels;
 }
 
+NSView MacDesktop::button(const NSView& content, const std::string& label) {
+    return buttonNamed(content, label);
+}
+
 bool MacDesktop::clickButton(const NSView& content, const std::string& label) {
     display(content);
     const NSView button = buttonNamed(content, label);

@@ -37,6 +37,8 @@ public:
     /// What a bar's buttons are called to someone who does not see them, from the left.
     static std::vector<std::string> buttons(const NSPanel& bar) { return buttonsIn(bar.contentView()); }
     static std::vector<std::string> buttonsIn(const NSView& view);
+    /// The button of that name below the view; empty when there is none.
+    static NSView button(const NSView& content, const std::string& label);
     /// Lays the bar out, then presses and releases the button in its middle; false when there is none of that name.
     static bool clickButton(const NSView& content, const std::string& label);
     /// The button's middle after the bar was laid out, in the window's coordinates; nothing when there is none.

@@ -4,6 +4,7 @@
 #include <unistd.h>
 
 #include "Platform/Mac/apple/Foundation/NSNumber.h"
+#include "Properties.h"
 #include "RuntimeTest.h"
 
 namespace morvel::mac::checked {
@@ -149,6 +150,35 @@ TEST_F(WorkspaceOfTheMac, ApplicationsAreLocatedAndFilesRevealed) {
     workspace_.revealInFileManager("/Applications/Notes.app");
     workspace_.revealInFileManager("");
     EXPECT_EQ(revealed, Names{"/Applications/Notes.app"});
+}
+
+TEST_F(WorkspaceOfTheMac, ApplicationsFilesAndPagesAreOpened) {
+    Names opened;
+    runtime().script("NSWorkspace", "openApplicationAtURL:configuration:completionHandler:", [&](Invocation& i) {
+        const RawObject how = i.object(1);
+        opened.push_back(NSURL(i.object(0)).path().text() +
+                         (property<bool>(how, "createsNewApplicationInstance") ? " new" : "") +
+                         (property<bool>(how, "activates") ? " activates" : ""));
+    });
+    runtime().script("NSWorkspace", "openURL:", [&](Invocation& i) {
+        opened.push_back(NSURL(i.object(0)).absoluteString().text());
+        i.answer<bool>(true);
+    });
+    workspace_.openApplication("/Applications/Notes.app", {.createsNewInstance = false, .activates = false});
+    workspace_.openApplication("/Applications/Notes.app", {.createsNewInstance = true, .activates = true});
+    workspace_.openFile("/Users/me/Docs");
+    workspace_.openPage("HTTPS://example.com/notes");
+    EXPECT_EQ(opened, (Names{"/Applications/Notes.app", "/Applications/Notes.app new activates",
+                             "file:///Users/me/Docs", "HTTPS://example.com/notes"}));
+    opened.clear();
+    for (const char* path : {"", "Docs", "~/Docs"}) {
+        workspace_.openFile(path);
+        workspace_.openApplication(path, {});
+    }
+    for (const char* address : {"", "http://example.com", "file:///etc/passwd", "https://", "https:///x", "javascript:1",
+                                "https://a b", "https://a\nb"})
+        workspace_.openPage(address);
+    EXPECT_EQ(opened, Names{}) << "only absolute paths and encrypted pages";
 }
 
 }  // namespace

@@ -2,6 +2,7 @@
 #include "Platform/Mac/apple/Foundation/NSNotificationCenter.h"
 
 #include "Platform/Mac/apple/AppKit/NSApplication.h"
+#include "Platform/Mac/apple/AppKit/NSScrollView.h"
 #include "Platform/Mac/objc/AutoreleasePool.h"
 #include "Properties.h"
 #include "SystemObjects.h"
@@ -13,6 +14,7 @@ namespace {
 struct Observer {
     Id token;
     Id name;
+    RawObject object;  // null: of any; not kept, only compared
     objc::Block<void(Id)> block;
 };
 using Observers = std::vector<Observer>;
@@ -28,7 +30,7 @@ void installNotifications(Runtime& runtime) {
     runtime.implement("NSNotificationCenter", "addObserverForName:object:queue:usingBlock:", [](Invocation& i) {
         const Id token(objc::kAdopt, checked::runtime().allocate(checked::runtime().classNamed("NSObject")));
         observersOf(i.receiver())
-            .push_back({token, Id(i.object(0)), objc::Block<void(Id)>(i.argument<objc::RawBlock>(3))});
+            .push_back({token, Id(i.object(0)), i.object(1), objc::Block<void(Id)>(i.argument<objc::RawBlock>(3))});
         i.answerObject(token);
     });
     runtime.implement("NSNotificationCenter", "removeObserver:", [](Invocation& i) {
@@ -53,6 +55,7 @@ void post(Center center, RawObject name, const Id& object, Entries userInfo) {
     setProperty(notification.raw(), "userInfo", info.raw());
     // A copy: an observer may add and remove observers.
     for (const Observer& observer : Observers(observersOf(target.raw()))) {
+        if (observer.object && observer.object != object.raw()) continue;
         if (areEqual(observer.name.raw(), name)) observer.block(notification);
     }
 }
@@ -87,6 +90,7 @@ extern const objc::RawObject NSWorkspaceSessionDidResignActiveNotification =
 extern const objc::RawObject NSWorkspaceApplicationKey = name("NSWorkspaceApplicationKey");
 extern const objc::RawObject NSApplicationDidChangeScreenParametersNotification =
     name("NSApplicationDidChangeScreenParametersNotification");
+extern const objc::RawObject NSViewBoundsDidChangeNotification = name("NSViewBoundsDidChangeNotification");
 extern const objc::RawObject NSAppearanceNameAqua = name("NSAppearanceNameAqua");
 extern const objc::RawObject NSAppearanceNameDarkAqua = name("NSAppearanceNameDarkAqua");
 }

@@ -2,6 +2,7 @@
 #include <algorithm>
 
 #include "Animations.h"
+#include "Platform/Mac/apple/AppKit/NSScrollView.h"
 #include "Platform/Mac/apple/AppKit/NSView.h"
 #include "Platform/Mac/apple/CGGeometry.h"
 #include "Platform/Mac/objc/Send.h"
@@ -52,9 +53,15 @@ bool isFlipped(RawObject view) {
     return view && objc::send<bool>(view, "isFlipped"_sel);
 }
 
+/// Where a clip view's document is scrolled to; nowhere in other views.
+CGPoint scrolledTo(RawObject view) {
+    return property<CGPoint>(view, "scrolledTo");
+}
+
 /// A point of the view's coordinates in its superview's, or in its window's when it has none.
 CGPoint toSuperview(RawObject view, CGPoint point) {
     const auto frame = property<CGRect>(view, "frame");
+    point.y -= scrolledTo(view).y;
     const bool isTurned = isFlipped(view) != isFlipped(property<RawObject>(view, "superview"));
     return {point.x + frame.origin.x, frame.origin.y + (isTurned ? frame.size.height - point.y : point.y)};
 }
@@ -63,7 +70,7 @@ CGPoint fromSuperview(RawObject view, CGPoint point) {
     const auto frame = property<CGRect>(view, "frame");
     const bool isTurned = isFlipped(view) != isFlipped(property<RawObject>(view, "superview"));
     const double y = point.y - frame.origin.y;
-    return {point.x - frame.origin.x, isTurned ? frame.size.height - y : y};
+    return {point.x - frame.origin.x, (isTurned ? frame.size.height - y : y) + scrolledTo(view).y};
 }
 
 CGPoint toWindow(RawObject view, CGPoint point) {
@@ -80,7 +87,8 @@ CGPoint fromWindow(RawObject view, CGPoint point) {
 NSView hitTest(RawObject view, CGPoint inSuperview) {
     const auto size = property<CGRect>(view, "frame").size;
     const CGPoint point = fromSuperview(view, inSuperview);
-    const bool isInside = point.x >= 0 && point.x < size.width && point.y >= 0 && point.y < size.height;
+    const double down = point.y - scrolledTo(view).y;
+    const bool isInside = point.x >= 0 && point.x < size.width && down >= 0 && down < size.height;
     if (property<bool>(view, "hidden") || !isInside) return {};
     const Elements children = list(view, "subviews");
     for (auto child = children.rbegin(); child != children.rend(); ++child) {
@@ -126,7 +134,7 @@ void installViewTree(Runtime& runtime) {
 
 void installViewGeometry(Runtime& runtime) {
     runtime.implement("NSView", "bounds", [](Invocation& i) {
-        i.answer<CGRect>({{}, property<CGRect>(i.receiver(), "frame").size});
+        i.answer<CGRect>({scrolledTo(i.receiver()), property<CGRect>(i.receiver(), "frame").size});
     });
     runtime.implement("NSView", "setFrameSize:", [](Invocation& i) {
         CGRect frame = property<CGRect>(i.receiver(), "frame");
@@ -161,6 +169,37 @@ void installViewGeometry(Runtime& runtime) {
         constexpr double kLine = 15;
         i.answer<CGSize>(
             {kAdvance * static_cast<double>(textOf(property<RawObject>(i.receiver(), "stringValue")).size()), kLine});
+    });
+}
+
+RawObject clipViewOf(RawObject scrollView) {
+    if (!property<RawObject>(scrollView, "contentView")) {
+        const Id clip = runtime().make("NSClipView", 0);
+        setProperty(scrollView, "contentView", clip.raw());
+        attach(scrollView, clip.raw(), nullptr);
+    }
+    const RawObject clip = property<RawObject>(scrollView, "contentView");
+    setProperty(clip, "frame", CGRect{{}, property<CGRect>(scrollView, "frame").size});
+    return clip;
+}
+
+void installScrollViews(Runtime& runtime) {
+    runtime.implement("NSScrollView", "contentView",
+                      [](Invocation& i) { i.answerObject(Id(clipViewOf(i.receiver()))); });
+    runtime.implement("NSScrollView", "setDocumentView:", [](Invocation& i) {
+        const RawObject clip = clipViewOf(i.receiver());
+        for (const Id& old : Elements(list(clip, "subviews"))) detach(old.raw());
+        if (i.object(0)) attach(clip, i.object(0), nullptr);
+    });
+    runtime.implement("NSScrollView", "isFlipped", [](Invocation& i) { i.answer<bool>(true); });
+    runtime.implement("NSClipView", "isFlipped", [](Invocation& i) {
+        const Elements document = list(i.receiver(), "subviews");
+        i.answer<bool>(!document.empty() && isFlipped(document.front().raw()));
+    });
+    runtime.implement("NSClipView", "scrollToPoint:", [](Invocation& i) {
+        setProperty(i.receiver(), "scrolledTo", i.argument<CGPoint>(0));
+        if (property<bool>(i.receiver(), "postsBoundsChangedNotifications"))
+            post(Center::Default, NSViewBoundsDidChangeNotification, Id(i.receiver()));
     });
 }
 
@@ -259,6 +298,7 @@ void closePopover(Invocation& i) {
 void installPopovers(Runtime& runtime) {
     runtime.implement("NSPopover", "showRelativeToRect:ofView:preferredEdge:", showPopover);
     runtime.implement("NSPopover", "close", closePopover);
+    runtime.implement("NSPopover", "performClose:", closePopover);
     runtime.implement("NSPopover", "setContentSize:", [](Invocation& i) {
         setProperty(i.receiver(), "contentSize", i.argument<CGSize>(0));
         if (!property<bool>(i.receiver(), "shown")) return;
@@ -271,6 +311,7 @@ void installPopovers(Runtime& runtime) {
 void installViews(Runtime& runtime) {
     installViewTree(runtime);
     installViewGeometry(runtime);
+    installScrollViews(runtime);
     installWindows(runtime);
     installMenus(runtime);
     installPopovers(runtime);

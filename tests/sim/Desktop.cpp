@@ -19,6 +19,7 @@ Desktop::Desktop(const std::vector<DisplaySpec>& displays)
                 toolkit_,
                 [this] { ++terminations_; },
                 [this](const std::string& label) { return workQueues_.make(label); },
+                installedApplications_,
                 {.hasMenuBar = true, .hasDock = true, .switchesSpaces = true},
                 &loginItem_} {
     for (const DisplaySpec& display : displays) {
@@ -40,6 +41,8 @@ Desktop::Desktop(const std::vector<DisplaySpec>& displays)
     workspace_.onForceTerminate = [this](ProcessID pid) {
         if (SimApp* running = app(pid)) running->quit();
     };
+    workspace_.onOpenApplication = [this](const std::string& path, const OpenApplication& how) { opened(path, how); };
+    workspace_.onOpenFile = [this](const std::string& path) { openedInFinder(path); };
 }
 
 Desktop::~Desktop() = default;
@@ -59,6 +62,26 @@ SimApp& Desktop::launch(const std::string& name, const LaunchOptions& options) {
     SimApp& started = *apps_.emplace_back(std::make_unique<SimApp>(*this, record));
     mainLoop_.post([this, record] { workspace_.launched.emit(record); });
     return started;
+}
+
+void Desktop::opened(const std::string& path, const OpenApplication& how) {
+    const auto bundle = std::ranges::find(workspace_.installed, path, &std::pair<const std::string, std::string>::second);
+    if (bundle == workspace_.installed.end()) return;
+    const std::string bundleID = bundle->first;
+    const std::string name = path.substr(path.rfind('/') + 1, path.size() - path.rfind('/') - 1 - 4);
+    const auto running = std::ranges::find(workspace_.running, std::optional(bundleID), &RunningApplication::bundleID);
+    const bool isNew = how.createsNewInstance || running == workspace_.running.end();
+    SimApp& opened = isNew ? launch(name, {.bundleID = bundleID}) : *app(running->pid);
+    if (isNew) opened.open({.title = name});
+    if (how.activates) opened.activate();
+}
+
+void Desktop::openedInFinder(const std::string& path) {
+    const std::string finder = workspace_.fileManager();
+    const auto running = std::ranges::find(workspace_.running, std::optional(finder), &RunningApplication::bundleID);
+    SimApp& app = running == workspace_.running.end() ? launch("Finder", {.bundleID = finder}) : *this->app(running->pid);
+    app.activate();
+    app.open({.title = path});
 }
 
 SimApp* Desktop::app(ProcessID pid) {
@@ -157,6 +180,7 @@ AXError Desktop::performed(ElementID id, std::string_view action) {
         if (!button->second->asksBeforeClosing) button->second->close();
         return AXError::Success;
     }
+    if (const auto item = menuItems_.find(id); item != menuItems_.end() && action == ax::kPress) return item->second();
     SimWindow* window = windowOf(id);
     if (!window || action != ax::kRaise) return AXError::Unsupported;
     window->raise();

@@ -14,6 +14,7 @@
 #include "sim/SimAccessibility.h"
 #include "sim/SimApp.h"
 #include "sim/SimIcons.h"
+#include "sim/SimInstalledApplications.h"
 #include "sim/SimLog.h"
 #include "sim/SimScreens.h"
 #include "sim/SimShell.h"
@@ -60,6 +61,7 @@ public:
         return shell_;
     }
     SimWorkQueues& workQueues() { return workQueues_; }
+    SimInstalledApplications& installedApplications() { return *installedApplications_; }
     Journal& journal() { return journal_; }
 
     void run(Duration time) { mainLoop_.advance(time); }
@@ -98,6 +100,9 @@ private:
     AXError performed(ElementID id, std::string_view action);
     SimWindow* windowOf(ElementID id);
     std::optional<DisplayID> displayAt(Point<AXSpace> point) const;
+    /// An application that is not running, or is started once more, comes with a window.
+    void opened(const std::string& path, const OpenApplication& how);
+    void openedInFinder(const std::string& path);
     void addDisplaySpaces(DisplayID display);
     void rescueWindows();
 
@@ -112,12 +117,14 @@ private:
     SimIcons icons_;
     SimToolkit toolkit_{mainLoop_};
     SimWorkQueues workQueues_{mainLoop_};
+    std::shared_ptr<SimInstalledApplications> installedApplications_ = std::make_shared<SimInstalledApplications>();
     SimLoginItem loginItem_;
     SimShell shell_;
     Platform platform_;
     std::vector<std::unique_ptr<SimApp>> apps_;
     std::map<ElementID, SimWindow*> windows_;       // by window element
     std::map<ElementID, SimWindow*> closeButtons_;  // by button element
+    std::map<ElementID, std::function<AXError()>> menuItems_;
     int32_t lastPID_ = 100;
     uint64_t lastInstance_ = 0;
     uint32_t lastNumber_ = 10;

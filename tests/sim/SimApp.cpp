@@ -21,9 +21,32 @@ SimWindow& SimApp::open(const WindowSpec& spec) {
     return window;
 }
 
+void SimApp::setMenuItem(const std::string& title, const std::string& character, std::function<AXError()> pressed) {
+    SimAccessibility& accessibility = desktop_.accessibility_;
+    const ElementID item = accessibility.add({.pid = pid(),
+                                              .attributes = {{std::string(ax::kTitle), title},
+                                                             {std::string(ax::kMenuItemCmdChar), character},
+                                                             {std::string(ax::kMenuItemCmdModifiers), 0.0}}});
+    desktop_.menuItems_[item] = std::move(pressed);
+    ElementID outer = item;
+    for (const std::string outerTitle : {"", "File", ""}) {
+        const std::vector<AXElement> children{accessibility.handle(outer)};
+        outer = accessibility.add({.pid = pid(),
+                                   .attributes = {{std::string(ax::kTitle), outerTitle},
+                                                  {std::string(ax::kChildren), children}}});
+    }
+    accessibility.at(accessibility.applicationID(pid()))
+        .attributes.insert_or_assign(std::string(ax::kMenuBar), accessibility.handle(outer));
+}
+
 void SimApp::activate() {
     if (!running_ || isFrontmost()) return;
     desktop_.workspace_.frontmost = pid();
+    // Its newest window, when nobody has worked with any yet.
+    SimWindow* newest = nullptr;
+    for (const auto& window : windows_)
+        if (window->isOpen() && !window->isMinimized()) newest = window.get();
+    if (!focused_) setFocused(newest);
     desktop_.mainLoop_.post([this] { desktop_.workspace_.activated.emit(record_); });
     desktop_.accessibility_.notify(desktop_.accessibility_.applicationID(pid()), ax::kApplicationActivated);
 }

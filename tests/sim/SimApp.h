@@ -29,6 +29,8 @@ public:
 
     // --- What its user and its own code do ---
     SimWindow& open(const WindowSpec& spec = {});
+    /// Gives it a menu bar with a File menu of one item with a Command shortcut, in place of the one it had.
+    void setMenuItem(const std::string& title, const std::string& character, std::function<AXError()> pressed);
     void activate();
     void quit();
     /// Ends without any notice, as a crash that the system overlooks.

@@ -4,6 +4,8 @@
 
 #include <algorithm>
 
+#include "UI/TextField.h"
+
 namespace morvel::sim {
 
 class SimPanelPeer : public ui::PanelPeer {
@@ -38,8 +40,10 @@ private:
 
 class SimPopoverPeer : public ui::PopoverPeer {
 public:
-    SimPopoverPeer(SimToolkit& toolkit, ui::View& content, std::function<void()> closed)
-        : toolkit_(toolkit), closed_(std::move(closed)), popover_{.surface = {toolkit.mainLoop_, content}} {
+    SimPopoverPeer(SimToolkit& toolkit, ui::View& content, std::function<void()> closed, ui::PopoverFocus focus)
+        : toolkit_(toolkit),
+          closed_(std::move(closed)),
+          popover_{.surface = {toolkit.mainLoop_, content}, .focus = focus, .close = [this] { close(); }} {
         toolkit_.popovers_.push_back(&popover_);
     }
     ~SimPopoverPeer() override {
@@ -114,8 +118,8 @@ std::unique_ptr<ui::PanelPeer> SimToolkit::makePanel(const ui::PanelOptions& opt
 }
 
 std::unique_ptr<ui::PopoverPeer> SimToolkit::makePopover(ui::View& content, std::function<void()> closed,
-                                                             ui::PopoverFocus) {
-    return std::make_unique<SimPopoverPeer>(*this, content, std::move(closed));
+                                                         ui::PopoverFocus focus) {
+    return std::make_unique<SimPopoverPeer>(*this, content, std::move(closed), focus);
 }
 
 void SimToolkit::popUpMenu(ui::Menu menu, ui::View&, Point<ViewSpace>, std::function<void()> closed) {
@@ -154,6 +158,11 @@ std::optional<std::vector<std::string>> SimToolkit::menuTitles(const std::vector
     return titles;
 }
 
+bool SimToolkit::canChoose(const std::string& title) const {
+    return menu_ && std::ranges::any_of(menu_->items,
+                                        [&](const ui::MenuItem& item) { return item.title == title && item.action; });
+}
+
 SimSurface* SimToolkit::surfaceOf(const ui::View& view) {
     return static_cast<SimSurface*>(view.host());
 }
@@ -171,6 +180,7 @@ void SimToolkit::click(ui::View& view) {
 void SimToolkit::rightClick(ui::View& view) {
     SimSurface* surface = pointAt(view);
     if (!surface) return;
+    closeTransients(view);
     EXPECT_TRUE(surface->router().buttonPressed({ui::MouseButton::Right, location_})) << "nothing takes presses";
 }
 
@@ -186,6 +196,7 @@ void SimToolkit::leave() {
 void SimToolkit::press(ui::View& view) {
     SimSurface* surface = pointAt(view);
     if (!surface) return;
+    closeTransients(view);
     isPressed_ = true;
     EXPECT_TRUE(surface->router().buttonPressed({ui::MouseButton::Left, location_})) << "nothing takes presses";
 }
@@ -215,6 +226,35 @@ void SimToolkit::pressOutside() {
     leave();
     dismissMenu();
     outsidePresses_.emit();
+}
+
+void SimToolkit::type(std::string_view text) {
+    ui::TextField* field = typedField();
+    if (field) field->edited(field->text() + std::string(text));
+}
+
+void SimToolkit::erase() {
+    if (ui::TextField* field = typedField()) field->edited("");
+}
+
+bool SimToolkit::give(ui::TextCommand command) {
+    ui::TextField* field = typedField();
+    return field && field->commanded(command);
+}
+
+ui::TextField* SimToolkit::typedField() {
+    const auto typed = [](const SimPopover* p) { return p->isShown && p->focus == ui::PopoverFocus::Keyboard; };
+    const auto popover = std::ranges::find_if(popovers_, typed);
+    ui::TextField* field = popover == popovers_.end() ? nullptr : ui::firstTextField((*popover)->surface.root());
+    EXPECT_TRUE(field) << "nothing is there to type into";
+    return field;
+}
+
+void SimToolkit::closeTransients(const ui::View& pressed) {
+    for (SimPopover* popover : std::vector(popovers_)) {
+        const bool isTransient = popover->isShown && popover->focus == ui::PopoverFocus::Keyboard;
+        if (isTransient && surfaceOf(pressed) != &popover->surface && &pressed != popover->anchor) popover->close();
+    }
 }
 
 void SimToolkit::choose(const std::vector<std::string>& path) {

@@ -6,6 +6,7 @@
 #include <string>
 #include <vector>
 
+#include "UI/TextField.h"
 #include "UI/Toolkit.h"
 #include "Util/Signal.h"
 #include "sim/SimDrags.h"
@@ -31,6 +32,8 @@ struct SimPopover {
     ui::View* anchor = nullptr;  ///< only to be compared: it may be gone
     ui::Edge edge = ui::Edge::Top;
     Size size = {};
+    ui::PopoverFocus focus = ui::PopoverFocus::None;
+    std::function<void()> close = {};  ///< as the system does it
 };
 
 /// A form window, for as long as its peer lives.
@@ -82,6 +85,8 @@ public:
     /// The titles of the open menu's items, "-" for a separator; nothing when no menu is open. `path` leads into
     /// submenus.
     std::optional<std::vector<std::string>> menuTitles(const std::vector<std::string>& path = {}) const;
+    /// Whether the open menu has an item of this title that can be chosen.
+    bool canChoose(const std::string& title) const;
     /// The window that shows the view; null when it is not shown.
     static SimSurface* surfaceOf(const ui::View& view);
     static Repaints repaints(const ui::View& view);
@@ -109,6 +114,12 @@ public:
     void release();
     /// Presses a button outside all windows, which closes an open menu too.
     void pressOutside();
+    /// Types at the end of the field that has the keyboard; a test fails where there is none.
+    void type(std::string_view text);
+    /// Empties it.
+    void erase();
+    /// Presses the key for it; whether it was used.
+    bool give(ui::TextCommand command);
     /// Chooses the item of the open menu that these titles lead to.
     void choose(const std::vector<std::string>& path);
     void dismissMenu();
@@ -132,6 +143,9 @@ private:
     /// The pointer at the view's centre in its window; null when it is not shown there.
     SimSurface* pointAt(ui::View& view);
     bool isAlive(const SimSurface* surface) const;
+    ui::TextField* typedField();
+    /// A popover with the keyboard closes at a press elsewhere; its anchor decides for itself.
+    void closeTransients(const ui::View& pressed);
     const ui::Menu* menuAt(const std::vector<std::string>& path, size_t depth) const;
 
     MainLoop& mainLoop_;

@@ -7,6 +7,7 @@
 
 #include "Platform/Workspace.h"
 #include "Util/Signal.h"
+#include "Util/WebAddress.h"
 #include "sim/Journal.h"
 
 namespace morvel::sim {
@@ -31,6 +32,22 @@ public:
     std::optional<std::string> locate(const std::string& bundleID) override {
         const auto found = installed.find(bundleID);
         return found == installed.end() ? std::nullopt : std::optional(found->second);
+    }
+    std::string fileManager() override { return "com.apple.finder"; }
+    std::string homeFolder() override { return "/Users/me"; }
+    void openApplication(const std::string& path, const OpenApplication& how) override {
+        journal_.add({"openApplication " + path + (how.createsNewInstance ? " new" : "") +
+                          (how.activates ? " activates" : ""),
+                      {},
+                      {}});
+        if (onOpenApplication) onOpenApplication(path, how);
+    }
+    void openFile(const std::string& path) override {
+        journal_.add({"openFile " + path, {}, {}});
+        if (onOpenFile) onOpenFile(path);
+    }
+    void openPage(const std::string& address) override {
+        if (isSecureWebAddress(address)) journal_.add({"openPage " + address, {}, {}});
     }
     void revealInFileManager(const std::string& path) override { journal_.add({"reveal " + path, {}, {}}); }
 
@@ -66,6 +83,8 @@ public:
     std::function<void(ProcessID)> onActivate;
     std::function<void(ProcessID)> onTerminate;
     std::function<void(ProcessID)> onForceTerminate;
+    std::function<void(const std::string& path, const OpenApplication& how)> onOpenApplication;
+    std::function<void(const std::string& path)> onOpenFile;
 
 private:
     void request(const char* what, ProcessID pid, const std::function<void(ProcessID)>& handler) {

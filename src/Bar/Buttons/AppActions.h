@@ -17,6 +17,8 @@ struct AppActions {
     std::function<void(ProcessID)> forceQuit;
     /// Nothing happens without a bundle identifier, or where its application cannot be located.
     std::function<void(const std::optional<std::string>& bundleID)> showInFinder;
+    /// Shows the file or folder, by its absolute path.
+    std::function<void(const std::string& path)> showFile;
 };
 
 }  // namespace morvel

@@ -35,7 +35,8 @@ AppActions AppCommands::actions() {
     return {.isRunning = [this](ProcessID pid) { return isRunning(pid); },
             .quit = [this](ProcessID pid) { quit(pid); },
             .forceQuit = [this](ProcessID pid) { forceQuit(pid); },
-            .showInFinder = [this](const std::optional<std::string>& bundleID) { showInFinder(bundleID); }};
+            .showInFinder = [this](const std::optional<std::string>& bundleID) { showInFinder(bundleID); },
+            .showFile = [this](const std::string& path) { showFile(path); }};
 }
 
 void AppCommands::forceIfStillRunning(ProcessID pid, uint64_t instance) {

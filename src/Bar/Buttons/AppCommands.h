@@ -25,6 +25,7 @@ public:
     void quit(ProcessID pid);
     void forceQuit(ProcessID pid);
     void showInFinder(const std::optional<std::string>& bundleID);
+    void showFile(const std::string& path) { workspace_.revealInFileManager(path); }
 
     /// The above as functions; this outlives them.
     AppActions actions();

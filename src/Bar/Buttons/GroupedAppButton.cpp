@@ -142,7 +142,7 @@ ui::Menu GroupedAppButton::contextMenu() const {
     for (const WindowSnapshot& window : windows_)
         if (!std::ranges::count(pids, window.pid)) pids.push_back(window.pid);
     std::function<void()> pin;
-    if (bindings_.onPin) pin = [onPin = bindings_.onPin, pid = first.pid] { onPin(pid); };
+    if (bindings_.onPin && first.bundleID) pin = [onPin = bindings_.onPin, pid = first.pid] { onPin(pid); };
     return WindowMenus::forApplication(
         first.appName,
         {.quit = onRunning(pids, bindings_.app, bindings_.app.quit),

@@ -41,12 +41,4 @@ ui::Menu forApplication(const std::string& appName, const ApplicationActions& ac
             showInFinderItem(actions.showInFinder)};
 }
 
-ui::Menu forPinnedItem(const PinnedItemActions& actions) {
-    ui::Menu menu{{"Unpin from Morvel", actions.unpin}};
-    if (actions.launchNewInstance) menu.push_back({"Launch New Instance", actions.launchNewInstance});
-    menu.push_back(ui::MenuItem::separator());
-    menu.push_back(showInFinderItem(actions.showInFinder));
-    return menu;
-}
-
 }  // namespace morvel::WindowMenus

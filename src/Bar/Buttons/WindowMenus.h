@@ -34,12 +34,4 @@ struct ApplicationActions {
 /// Of a button that stands for a whole application: a group, or one without windows.
 ui::Menu forApplication(const std::string& appName, const ApplicationActions& actions);
 
-struct PinnedItemActions {
-    std::function<void()> unpin;
-    std::function<void()> launchNewInstance;  ///< none for a folder, whose menu then lacks the item
-    std::function<void()> showInFinder;
-};
-
-ui::Menu forPinnedItem(const PinnedItemActions& actions);
-
 }  // namespace morvel::WindowMenus

@@ -1,5 +1,7 @@
 #include "Bar/Drag/DragPlaceholderButton.h"
 
+#include <utility>
+
 #include "Bar/Buttons/ButtonGeometry.h"
 
 namespace morvel {
@@ -14,11 +16,15 @@ constexpr double kBackgroundAlpha = 0.08;
 
 DragPlaceholderButton::DragPlaceholderButton(IconCache& icons, const std::optional<std::string>& bundleID,
                                              ProcessID pid)
-    : iconView_(icons) {
+    : DragPlaceholderButton(icons, nullptr) {
+    iconView_.show(bundleID, pid);
+}
+
+DragPlaceholderButton::DragPlaceholderButton(IconCache& icons, ui::ImageRef icon) : iconView_(icons) {
     setCornerRadius(ButtonGeometry::kCornerRadius);
     setBackground(ui::kLabelColor.withAlpha(kBackgroundAlpha));
     addSubview(iconView_);
-    iconView_.show(bundleID, pid);
+    iconView_.setImage(std::move(icon));
 }
 
 Size DragPlaceholderButton::intrinsicSize() const {

@@ -8,6 +8,8 @@ namespace morvel {
 class DragPlaceholderButton : public ui::View {
 public:
     DragPlaceholderButton(IconCache& icons, const std::optional<std::string>& bundleID, ProcessID pid);
+    /// Of what is no application; null for no icon.
+    DragPlaceholderButton(IconCache& icons, ui::ImageRef icon);
 
     Size intrinsicSize() const override;
 

@@ -13,8 +13,8 @@ constexpr double kPlaceholderAlpha = 0.3;
 
 }  // namespace
 
-LiveReorderStackView::LiveReorderStackView(MainLoop& mainLoop, double spacing)
-    : StackView(Axis::Horizontal, spacing), animator_(mainLoop, *this) {}
+LiveReorderStackView::LiveReorderStackView(MainLoop& mainLoop, Axis axis, double spacing)
+    : StackView(axis, spacing), animator_(mainLoop, *this) {}
 
 ui::DragOperation LiveReorderStackView::draggingEntered(const ui::DragInfo& info) {
     beginIfNeeded(info);
@@ -47,6 +47,7 @@ void LiveReorderStackView::beginIfNeeded(const ui::DragInfo& info) {
     const size_t index = insertionIndex(info.location);
     draggingSource_ = foreignSource_.get();
     moveSource(index);
+    intrinsicSizeChanged();
 }
 
 std::optional<size_t> LiveReorderStackView::finishDrag() {
@@ -74,18 +75,21 @@ void LiveReorderStackView::layout() {
 
 // A neighbour that has made way is farther from the pointer than before, so views of different widths do not flutter.
 size_t LiveReorderStackView::insertionIndex(Point<ViewSpace> inRoot) const {
-    const double x = fromRoot(inRoot).x;
+    const bool isRow = axis() == Axis::Horizontal;
+    const double position = isRow ? fromRoot(inRoot).x : fromRoot(inRoot).y;
     const std::vector<ui::View*> movable = reorderableSubviews();
     const std::vector<Rect<ViewSpace>> frames = arrangedFrames();  // not where they are on their way
     auto frame = frames.begin();
-    size_t index = 0;
+    size_t index = firstReorderableIndex();
     size_t others = 0;
     for (const ui::View* view : arrangedSubviews()) {
         const bool isShown = !view->isHidden();
-        const double middle = isShown ? (frame++)->midX() : 0;
+        double middle = 0;
+        if (isShown) middle = isRow ? frame->midX() : frame->midY();
+        if (isShown) ++frame;
         if (view == draggingSource_) continue;
         ++others;
-        if (isShown && std::ranges::count(movable, view) && middle < x) index = others;
+        if (isShown && std::ranges::count(movable, view) && middle < position) index = others;
     }
     return index;
 }
@@ -104,10 +108,13 @@ void LiveReorderStackView::moveSource(size_t index) {
 }
 
 void LiveReorderStackView::clear() {
-    if (foreignSource_) nextLayout_ = kMakeRoom;
     draggingSource_ = nullptr;
     originalIndex_.reset();
-    foreignSource_.reset();
+    if (foreignSource_) {
+        nextLayout_ = kMakeRoom;
+        foreignSource_.reset();
+        intrinsicSizeChanged();
+    }
     sourceCleared();
 }
 

@@ -1,4 +1,4 @@
-// A strip of buttons that make room while one of them, or something from elsewhere, is dragged over it.
+// A row or column of buttons that make room while one of them, or something from elsewhere, is dragged over it.
 #pragma once
 
 #include <functional>
@@ -14,7 +14,7 @@ namespace morvel {
 /// Main thread only. What the strip shows may change in mid-drag; whoever changes it calls `contentsChanged`.
 class LiveReorderStackView : public ui::StackView {
 public:
-    LiveReorderStackView(MainLoop& mainLoop, double spacing);
+    LiveReorderStackView(MainLoop& mainLoop, Axis axis, double spacing);
 
     ui::View* draggingSource() const { return draggingSource_; }
     bool isForeignSource() const { return foreignSource_ != nullptr; }
@@ -31,6 +31,8 @@ public:
 protected:
     /// The arranged views that take part; by default all. An insertion index counts all arranged ones.
     virtual std::vector<ui::View*> reorderableSubviews() const { return arrangedSubviews(); }
+    /// Where the first of them stands, or would stand; nothing is dropped before it.
+    virtual size_t firstReorderableIndex() const { return 0; }
     /// The own button that is dragged; null when it is something else.
     virtual ui::View* resolveSource(const ui::DragPasteboard& pasteboard) = 0;
     /// A placeholder for something from outside that can be dropped here, or null.
@@ -45,12 +47,12 @@ protected:
     /// Where the source was dragged to, among the arranged views without it; nothing when there is none. Nothing is
     /// dragged here afterwards.
     std::optional<size_t> finishDrag();
+    /// Where the source would stand if it were dropped at the point, among the arranged views without it.
+    size_t insertionIndex(Point<ViewSpace> inRoot) const;
 
     void layout() override;
 
 private:
-    /// Where the source would stand if it were dropped at the point, among the arranged views without it.
-    size_t insertionIndex(Point<ViewSpace> inRoot) const;
     std::optional<size_t> indexOfSource() const;
     void moveSource(size_t index);
     void clear();

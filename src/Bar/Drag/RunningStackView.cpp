@@ -7,7 +7,7 @@
 namespace morvel {
 
 RunningStackView::RunningStackView(MainLoop& mainLoop, double spacing, RunningStackHooks hooks)
-    : LiveReorderStackView(mainLoop, spacing), hooks_(std::move(hooks)) {
+    : LiveReorderStackView(mainLoop, Axis::Horizontal, spacing), hooks_(std::move(hooks)) {
     setAccessibilityLabel("Windows");
 }
 

@@ -6,6 +6,7 @@
 #include "App/AppDelegate.h"
 #include "Platform/Linux/Accessibility/AccessibilityService.h"
 #include "Platform/Linux/Applications/Autostart.h"
+#include "Platform/Linux/Applications/InstalledEntries.h"
 #include "Platform/Linux/Applications/SingleInstance.h"
 #include "Platform/Linux/System/StderrLog.h"
 #include "Platform/Linux/System/ThreadQueue.h"
@@ -56,6 +57,7 @@ int run() {
                           toolkit,
                           [&loop] { loop.quit(); },
                           [](const std::string&) { return std::make_unique<ThreadQueue>(); },
+                          std::make_shared<InstalledEntries>(),
                           {},
                           &autostart});
     openedAgain = [&delegate] { delegate.openSettings(); };

@@ -24,8 +24,8 @@ XSystem::XSystem(GLibMainLoop& mainLoop, Log& log, XConnection& connection, std:
       tracking_(connection, mainLoop, screens_),
       requests_(connection, mainLoop, tracking_.root),
       workspace_({mainLoop, log, tracking_.root, tracking_.clients, requests_, entries_}),
-      accessibility_(tracking_.clients, requests_, screens_),
-      windowServer_(tracking_.root, tracking_.clients, requests_, screens_),
+      accessibility_(tracking_.clients, requests_, screens_, workspace_),
+      windowServer_(mainLoop, tracking_.root, tracking_.clients, requests_, screens_),
       icons_(connection, tracking_.clients, entries_) {}
 
 }  // namespace morvel::x11

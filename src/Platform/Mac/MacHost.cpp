@@ -1,5 +1,6 @@
 #include "Platform/Mac/MacHost.h"
 
+#include "Platform/Mac/Applications/MacInstalledApplications.h"
 #include "Platform/Mac/Applications/SingleInstance.h"
 #include "Platform/Mac/System/DispatchQueue.h"
 #include "Platform/Mac/System/SignalWatch.h"
@@ -18,6 +19,7 @@ Platform MacHost::platform() {
             toolkit_,
             [] { NSApplication::shared().terminate(); },
             [](const std::string& label) { return std::make_unique<DispatchQueue>(label); },
+            std::make_shared<MacInstalledApplications>(),
             {.hasMenuBar = true, .hasDock = true, .switchesSpaces = true},
             &system_.loginItem(),
             &system_.shell()};

@@ -146,6 +146,22 @@ TEST_F(AutoHide, ComesToAFileThatIsDraggedToTheEdge) {
     EXPECT_TRUE(becomesHidden());
 }
 
+TEST_F(AutoHide, TheEdgeIsInFrontAgainWheneverWindowsAreRestacked) {
+    client.openAndWait({.title = "One"});
+    const auto two = client.openAndWait({.title = "Two"});
+    const auto one = desktop.windowTitled("One").value();
+    ASSERT_TRUE(becomesActive(two));
+    startHidden();
+    // What some window managers do to each window that they raise: it comes before all that are not managed.
+    const DragPeer inFront(world.server, desktop, {0, 700, 1280, 100});
+    desktop.connection().sync();
+    touchEdge();
+    desktop.runFor(300ms);
+    ASSERT_FALSE(isSeen()) << "the other window has the pointer";
+    desktop.activate(one);
+    EXPECT_TRUE(becomesSeen());
+}
+
 TEST_F(AutoHide, ABarAboveAnotherDisplayNeverShowsThere) {
     constexpr Box kUpper{0, 0, 1280, 400}, kLower{0, 400, 1280, 400};
     desktop.setMonitors({{"upper", kUpper, true}, {"lower", kLower}});

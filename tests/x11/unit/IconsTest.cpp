@@ -142,9 +142,9 @@ TEST(RenderedIcons, AVectorFileIsRenderedOnceForAsLongAsItStaysTheSame) {
 }
 
 TEST(Symbols, AreTemplatesWithSomethingOnThem) {
-    for (const char* name :
-         {"app.dashed", "xmark.circle.fill", "chevron.left", "chevron.right", "magnifyingglass", "circle.grid.3x3.fill",
-          "play.fill", "pause.fill", "forward.fill", "backward.fill", "waveform"}) {
+    for (const char* name : {"app.dashed", "xmark.circle.fill", "chevron.left", "chevron.right", "chevron.up",
+                             "chevron.down", "magnifyingglass", "circle.grid.3x3.fill", "play.fill", "pause.fill",
+                             "forward.fill", "backward.fill", "waveform"}) {
         const auto symbol = drawSymbol(name, 14);
         ASSERT_NE(symbol, nullptr) << name;
         EXPECT_TRUE(symbol->isTemplate());

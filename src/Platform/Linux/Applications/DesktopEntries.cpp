@@ -22,6 +22,16 @@ std::string iconOf(GAppInfo* info) {
     return textOrEmpty(text.get());
 }
 
+/// There is no agreed name for it; these are in use.
+std::string newWindowActionOf(GDesktopAppInfo* info) {
+    for (const gchar* const* action = g_desktop_app_info_list_actions(info); *action; ++action) {
+        std::string name = foldCase(*action);
+        std::erase_if(name, [](char c) { return c == '-' || c == '_'; });
+        if (name == "newwindow" || name == "openwindow" || name == "opennewwindow") return *action;
+    }
+    return {};
+}
+
 std::string withoutSuffix(std::string id) {
     if (id.ends_with(kSuffix)) id.resize(id.size() - kSuffix.size());
     return id;
@@ -49,7 +59,18 @@ std::optional<DesktopEntry> DesktopEntries::find(const std::string& id) {
     if (!info || g_desktop_app_info_get_is_hidden(info.get())) return std::nullopt;
     auto* app = G_APP_INFO(info.get());
     return DesktopEntry{id, textOrEmpty(g_app_info_get_display_name(app)),
-                        textOrEmpty(g_desktop_app_info_get_filename(info.get())), iconOf(app)};
+                        textOrEmpty(g_desktop_app_info_get_filename(info.get())), iconOf(app),
+                        newWindowActionOf(info.get())};
+}
+
+std::optional<DesktopEntry> DesktopEntries::findForType(const std::string& contentType) {
+    const GPtr<GAppInfo> handler(g_app_info_get_default_for_type(contentType.c_str(), FALSE));
+    if (!handler) return std::nullopt;
+    auto* info = G_DESKTOP_APP_INFO(handler.get());
+    // What menus do not show may be a second entry of the program, made for this type alone.
+    const std::string program = execProgram(textOrEmpty(g_app_info_get_commandline(handler.get())));
+    const auto shown = g_desktop_app_info_get_nodisplay(info) ? findForClass(program, program) : std::nullopt;
+    return shown ? shown : find(withoutSuffix(textOrEmpty(g_app_info_get_id(handler.get()))));
 }
 
 std::optional<DesktopEntry> DesktopEntries::findForClass(const std::string& classInstance,

@@ -4,24 +4,20 @@
 #include <gio/gdesktopappinfo.h>
 
 #include <map>
-#include <memory>
 #include <optional>
 #include <string>
 #include <unordered_map>
 
-namespace morvel::x11 {
+#include "Platform/Linux/System/GLibPointers.h"
 
-struct UnrefObject {
-    void operator()(gpointer object) const { g_object_unref(object); }
-};
-template <class T>
-using GPtr = std::unique_ptr<T, UnrefObject>;
+namespace morvel::x11 {
 
 struct DesktopEntry {
     std::string id;    ///< without ".desktop"
     std::string name;  ///< in the person's language
     std::string path;
     std::string icon;  ///< a name of the icon theme or an absolute path; empty where it has none
+    std::string newWindowAction;  ///< the additional action that opens a window; empty where it has none
 };
 
 /// Main thread only. Entries are read when they are first asked for. All of them are read only when a program's name
@@ -34,6 +30,8 @@ public:
     DesktopEntries& operator=(const DesktopEntries&) = delete;
 
     std::optional<DesktopEntry> find(const std::string& id);
+    /// The application that files of this content type are opened with, as its windows are known.
+    std::optional<DesktopEntry> findForType(const std::string& contentType);
     std::optional<DesktopEntry> findForClass(const std::string& classInstance, const std::string& className);
 
 private:

@@ -4,14 +4,11 @@
 
 #include <memory>
 
+#include "Platform/Linux/System/GLibPointers.h"
+
 namespace morvel::x11 {
 
 namespace {
-
-struct GFree {
-    void operator()(char* text) const { g_free(text); }
-};
-using GText = std::unique_ptr<char, GFree>;
 
 struct Reveal {
     std::string path;

@@ -9,10 +9,13 @@
 #include "Platform/Linux/Applications/FileManager.h"
 #include "Platform/Linux/Applications/ProcessWatch.h"
 #include "Platform/ProcessProbe.h"
+#include "Util/WebAddress.h"
 
 namespace morvel::x11 {
 
 namespace {
+
+constexpr Duration kStartingTime = std::chrono::seconds(2);
 
 // Never a group, every process or the system's first one, whatever a window claims, nor ourselves.
 bool maySignal(ProcessID pid) {
@@ -21,7 +24,7 @@ bool maySignal(ProcessID pid) {
 
 }  // namespace
 
-XWorkspace::XWorkspace(System system) : system_(system) {
+XWorkspace::XWorkspace(System system) : system_(system), launcher_(system.log) {
     subscriptions_.push_back(system_.clients.observe(
         [this](const ClientWindow& client, ClientChange change) { clientChanged(client, change); }));
     subscriptions_.push_back(system_.clients.observeActive([this] { activeChanged(); }));
@@ -34,11 +37,19 @@ XWorkspace::~XWorkspace() = default;
 void XWorkspace::clientChanged(const ClientWindow& client, ClientChange change) {
     if (change == ClientChange::Added || change == ClientChange::Admission) {
         if (client.isAdmissible()) ensureApplication(client);
+        windowShown(client);
     } else if (change == ClientChange::Removed) {
         // What is known of a process ends with it, not with its windows.
         const bool isOnlyItsWindows = client.pid.value < 0 || !killProbe(client.pid);
         if (isOnlyItsWindows && windowsOf(client.pid).empty()) ended(client.pid);
     }
+}
+
+void XWorkspace::windowShown(const ClientWindow& client) {
+    const bool isMain = client.type() == ClientType::Normal || client.type() == ClientType::Dialog;
+    const auto application = applications_.find(client.pid);
+    if (isMain && client.isAdmissible() && application != applications_.end())
+        application->second.lastActive = client.window;
 }
 
 void XWorkspace::ensureApplication(const ClientWindow& client) {
@@ -123,6 +134,9 @@ std::vector<const ClientWindow*> XWorkspace::windowsOf(ProcessID pid) const {
 
 void XWorkspace::activate(ProcessID pid) {
     const auto windows = windowsOf(pid);
+    // Without a window there is nothing to bring to the front; most programs open one when they are started again.
+    const auto entry = windows.empty() ? entryOf(pid) : std::nullopt;
+    if (entry) openApplication(entry->path, {});
     if (windows.empty()) return;
     const auto application = applications_.find(pid);
     const ClientWindow* mostRecent = windows.back();
@@ -149,6 +163,60 @@ bool XWorkspace::isProcessAlive(ProcessID pid) {
 std::optional<std::string> XWorkspace::locate(const std::string& bundleID) {
     const auto entry = system_.entries.find(bundleID);
     return entry && !entry->path.empty() ? std::optional(entry->path) : std::nullopt;
+}
+
+std::optional<DesktopEntry> XWorkspace::entryOf(ProcessID pid) const {
+    const auto found = applications_.find(pid);
+    if (found == applications_.end() || !found->second.record.bundleID) return std::nullopt;
+    return system_.entries.find(*found->second.record.bundleID);
+}
+
+bool XWorkspace::canOpenNewWindow(ProcessID pid) const {
+    const auto entry = entryOf(pid);
+    return entry && !entry->newWindowAction.empty();
+}
+
+bool XWorkspace::openNewWindow(ProcessID pid) {
+    const auto entry = entryOf(pid);
+    if (!entry || entry->newWindowAction.empty()) return false;
+    launcher_.openAction(entry->path, entry->newWindowAction);
+    return true;
+}
+
+std::string XWorkspace::fileManager() {
+    return system_.entries.findForType("inode/directory").value_or(DesktopEntry{}).id;
+}
+
+std::string XWorkspace::homeFolder() {
+    return g_get_home_dir();
+}
+
+std::optional<ProcessID> XWorkspace::runningFrom(const std::string& entryPath) const {
+    for (const auto& [pid, application] : applications_)
+        if (const auto entry = entryOf(pid); entry && entry->path == entryPath) return pid;
+    return std::nullopt;
+}
+
+void XWorkspace::openApplication(const std::string& path, const OpenApplication& how) {
+    if (!path.starts_with('/')) return;
+    if (how.createsNewInstance) return launcher_.openNewInstance(path);
+    const auto running = runningFrom(path);
+    if (running && !windowsOf(*running).empty()) {
+        if (how.activates) activate(*running);
+        return;
+    }
+    // A second click while the program still starts must not start another one.
+    const Instant now = system_.mainLoop.now();
+    std::erase_if(starts_, [now](const auto& start) { return now - start.second > kStartingTime; });
+    if (starts_.emplace(path, now).second) launcher_.open(path);
+}
+
+void XWorkspace::openFile(const std::string& path) {
+    if (path.starts_with('/')) launcher_.openFile(path);
+}
+
+void XWorkspace::openPage(const std::string& address) {
+    if (isSecureWebAddress(address)) launcher_.openAddress(address);
 }
 
 void XWorkspace::revealInFileManager(const std::string& path) {

@@ -39,6 +39,14 @@ void fillBar(cairo_t* cr, double x, double y, double width, double height) {
     cairo_fill(cr);
 }
 
+void drawChevronUp(cairo_t* cr) {
+    strokeLine(cr, 0.12, {{0.18, 0.64}, {0.5, 0.36}, {0.82, 0.64}});
+}
+
+void drawChevronDown(cairo_t* cr) {
+    strokeLine(cr, 0.12, {{0.18, 0.36}, {0.5, 0.64}, {0.82, 0.36}});
+}
+
 void drawChevronLeft(cairo_t* cr) {
     strokeLine(cr, 0.12, {{0.62, 0.18}, {0.34, 0.5}, {0.62, 0.82}});
 }
@@ -79,6 +87,18 @@ void drawCircleGrid(cairo_t* cr) {
             cairo_fill(cr);
         }
     }
+}
+
+/// A fruit with a leaf.
+void drawApple(cairo_t* cr) {
+    cairo_arc(cr, 0.36, 0.6, 0.27, 0, kFullTurn);
+    cairo_arc(cr, 0.64, 0.6, 0.27, 0, kFullTurn);
+    cairo_rectangle(cr, 0.36, 0.42, 0.28, 0.36);
+    cairo_fill(cr);
+    cairo_move_to(cr, 0.48, 0.3);
+    cairo_curve_to(cr, 0.46, 0.16, 0.56, 0.06, 0.7, 0.06);
+    cairo_curve_to(cr, 0.71, 0.2, 0.62, 0.3, 0.48, 0.3);
+    cairo_fill(cr);
 }
 
 void drawSquareGrid(cairo_t* cr) {
@@ -128,9 +148,12 @@ struct Drawing {
 
 constexpr auto kDrawings = std::to_array<Drawing>({
     {"app.dashed", drawDashedApp},
+    {"applelogo", drawApple},
     {"backward.fill", drawBackward},
+    {"chevron.down", drawChevronDown},
     {"chevron.left", drawChevronLeft},
     {"chevron.right", drawChevronRight},
+    {"chevron.up", drawChevronUp},
     {"circle.grid.3x3.fill", drawCircleGrid},
     {"forward.fill", drawForward},
     {"magnifyingglass", drawMagnifier},

@@ -20,6 +20,7 @@ struct Row {
 
 constexpr auto kTable = std::to_array<Row>({
     {&Atoms::utf8String, "UTF8_STRING"},
+    {&Atoms::clipboard, "CLIPBOARD"},
     {&Atoms::compoundText, "COMPOUND_TEXT"},
     {&Atoms::manager, "MANAGER"},
     {&Atoms::xsettingsSettings, "_XSETTINGS_SETTINGS"},

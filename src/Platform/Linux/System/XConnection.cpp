@@ -1,10 +1,13 @@
 #include "Platform/Linux/System/XConnection.h"
 
+#include <poll.h>
 #include <xcb/bigreq.h>
 #include <xcb/randr.h>
 #include <xcb/xcbext.h>
 
 #include <algorithm>
+#include <chrono>
+#include <cstdlib>
 #include <cstring>
 #include <optional>
 #include <utility>
@@ -16,6 +19,8 @@ namespace {
 // A client that changes its title without pause must not keep timers and posted work from their turn; and no ordinary
 // burst, such as a session's start, should be cut into several batches.
 constexpr size_t kLargestBatch = 4096;
+// A server that is asked nothing more is not waited for longer than this.
+constexpr auto kDeliveryPatience = std::chrono::milliseconds(500);
 constexpr uint8_t kErrorResponse = 0;
 constexpr uint8_t kTypeMask = 0x7F;  // the other bit marks events that another client sent
 
@@ -87,7 +92,22 @@ XConnection::XConnection(xcb_connection_t* connection, int screenNumber, Log& lo
 XConnection::~XConnection() {
     g_source_destroy(source_);
     g_source_unref(source_);
+    deliverLastRequests();
     xcb_disconnect(connection_);
+}
+
+// The server drops a connection that it finds closed, together with what it has not read of it.
+void XConnection::deliverLastRequests() {
+    const auto last = xcb_get_input_focus(connection_);
+    xcb_flush(connection_);
+    const auto end = std::chrono::steady_clock::now() + kDeliveryPatience;
+    void* reply = nullptr;
+    while (!xcb_poll_for_reply(connection_, last.sequence, &reply, nullptr)) {
+        const auto left = std::chrono::duration_cast<std::chrono::milliseconds>(end - std::chrono::steady_clock::now());
+        pollfd readable{xcb_get_file_descriptor(connection_), POLLIN, 0};
+        if (left.count() <= 0 || poll(&readable, 1, static_cast<int>(left.count())) <= 0) break;
+    }
+    free(reply);
 }
 
 // Before the loop waits: what this turn asked for goes out, and what a wait for a reply has read meanwhile is not

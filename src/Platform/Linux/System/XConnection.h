@@ -108,6 +108,7 @@ private:
     bool takeArrived(bool readFromServer);
     void handleArrived();
     void takeReplies();
+    void deliverLastRequests();
     void handleEvent(const xcb_generic_event_t& event);
     void noteTimestamp(const xcb_generic_event_t& event);
     void handleError(const xcb_generic_error_t& error);

@@ -75,6 +75,10 @@ ui::RGBA Palette::bubbleBorder() const {
     return isDark() ? gray(1, 0.18) : gray(0, 0.22);
 }
 
+ui::RGBA Palette::textField() const {
+    return isDark() ? gray(1, 0.08) : gray(1);
+}
+
 Palette paletteFromEnvironment() {
     Palette palette;
     if (const char* name = std::getenv("GTK_THEME")) {

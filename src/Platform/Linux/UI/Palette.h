@@ -20,6 +20,9 @@ struct Palette {
     ui::RGBA bubble(bool isComposited) const;
     ui::RGBA bubbleBorder() const;
 
+    /// What is behind the text of a text field.
+    ui::RGBA textField() const;
+
     bool operator==(const Palette&) const = default;
 
 private:

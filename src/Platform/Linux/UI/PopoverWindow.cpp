@@ -13,10 +13,12 @@ constexpr double kWheelStep = 36;  // about a row
 
 }  // namespace
 
-PopoverWindow::PopoverWindow(ToolkitContext& context, ui::View& content, std::function<void()> closed)
-    : context_(context), content_(content), closed_(std::move(closed)) {}
+PopoverWindow::PopoverWindow(ToolkitContext& context, ui::View& content, std::function<void()> closed,
+                             ui::PopoverFocus focus)
+    : context_(context), content_(content), closed_(std::move(closed)), focus_(focus) {}
 
 PopoverWindow::~PopoverWindow() {
+    presses_.reset();
     context_.retire(std::move(window_));
 }
 
@@ -40,7 +42,19 @@ void PopoverWindow::show(ui::View& anchor, ui::Edge edge, Size size) {
                                   },
                               .wheelTurned = [this](int notches) { scrollBy(notches * kWheelStep); }});
     place(size);
+    if (focus_ == ui::PopoverFocus::Keyboard) takeKeyboard();
     window_->show();
+}
+
+void PopoverWindow::takeKeyboard() {
+    window_->canvas().root().layoutIfNeeded();
+    window_->setKeyboardListener(nullptr);
+    editor_ = std::make_unique<FieldEditor>(context_, *window_);
+    window_->setKeyboardListener(editor_.get());
+    if (window_->isShown()) editor_->mapped();
+    presses_ = context_.observePresses([this](const ViewWindow& pressed, Point<RootSpace> at) {
+        if (&pressed != window_.get() && !anchor_.contains(at)) close();
+    });
 }
 
 void PopoverWindow::resize(Size size) {
@@ -51,7 +65,9 @@ void PopoverWindow::resize(Size size) {
 
 void PopoverWindow::close() {
     refused_.reset();
+    presses_.reset();
     context_.retire(std::move(window_));
+    editor_.reset();
     closed_();
 }
 

@@ -5,17 +5,19 @@
 #include <memory>
 
 #include "Platform/Linux/UI/Placement.h"
+#include "Platform/Linux/UI/Text/FieldEditor.h"
 #include "Platform/Linux/UI/ViewWindow.h"
 #include "UI/Toolkit.h"
 
 namespace morvel::x11 {
 
-/// Closes only when told to. What is higher than the monitor has room for is turned with the wheel. An anchor that is
-/// in no window cannot be shown beside: the popover counts as closed then.
+/// Closes only when told to, but one with the keyboard also at a press in another window of this program, except on its
+/// anchor, which decides for itself. What is higher than the monitor has room for is turned with the wheel. An anchor
+/// that is in no window cannot be shown beside: the popover counts as closed then.
 class PopoverWindow : public ui::PopoverPeer {
 public:
     /// The context and the content outlive it.
-    PopoverWindow(ToolkitContext& context, ui::View& content, std::function<void()> closed);
+    PopoverWindow(ToolkitContext& context, ui::View& content, std::function<void()> closed, ui::PopoverFocus focus);
     ~PopoverWindow() override;
 
     void show(ui::View& anchor, ui::Edge edge, Size size) override;
@@ -26,6 +28,7 @@ private:
     void place(Size size);
     void apply();
     void scrollBy(double distance);
+    void takeKeyboard();
 
     ToolkitContext& context_;
     ui::View& content_;
@@ -36,6 +39,9 @@ private:
     Size size_;                           // of the content
     double scrolled_ = 0;                 // how much of the content lies above the window's body
     std::unique_ptr<ViewWindow> window_;  // only while it is shown
+    const ui::PopoverFocus focus_;
+    std::unique_ptr<FieldEditor> editor_;  // while one with the keyboard is shown
+    Subscription presses_;
     Timer refused_;
 };
 

@@ -56,6 +56,12 @@ public:
     ViewWindow* windowWithID(xcb_window_t id) const;
     bool isPointerInside() const;
 
+    /// Before a press of a button goes to the views of one of the windows.
+    [[nodiscard]] Subscription observePresses(std::function<void(const ViewWindow&, Point<RootSpace>)> pressed) {
+        return pressed_.subscribe(std::move(pressed));
+    }
+    void notePress(const ViewWindow& window, Point<RootSpace> at) { pressed_.emit(window, at); }
+
     /// Who is told of windows and views, or null. Null at first; the caller owns the bridge and takes it away in time.
     AccessibilityBridge* accessibility() const { return accessibility_; }
     void setAccessibilityBridge(AccessibilityBridge* bridge);
@@ -81,6 +87,7 @@ private:
     AccessibilityBridge* accessibility_ = nullptr;
     std::vector<ViewWindow*> windows_;
     Signal<> geometryChanged_;
+    Signal<const ViewWindow&, Point<RootSpace>> pressed_;
     std::vector<std::unique_ptr<ViewWindow>> retired_;
     Timer burial_;
     std::unique_ptr<TooltipWindow> tooltip_;

@@ -4,6 +4,7 @@
 
 #include "Platform/Linux/UI/TextLayouts.h"
 #include "UI/Label.h"
+#include "UI/TextField.h"
 
 namespace morvel::x11 {
 
@@ -16,6 +17,10 @@ struct Inherited {
 };
 
 std::string labelOf(const ui::View& view) {
+    if (view.kind() == ui::View::Kind::TextField) {
+        const auto& field = static_cast<const ui::TextField&>(view);
+        return field.text().empty() ? field.placeholder() : field.text();
+    }
     if (!view.accessibilityLabel().empty() || view.kind() != ui::View::Kind::Label) return view.accessibilityLabel();
     return static_cast<const ui::Label&>(view).text();
 }

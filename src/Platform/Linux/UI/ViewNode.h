@@ -15,6 +15,13 @@
 
 namespace morvel::x11 {
 
+/// Where a text field is edited, in bytes of its text, and how much of the text lies before its leading end.
+struct TextCaret {
+    size_t position = 0;
+    size_t selectionStart = 0, selectionEnd = 0;
+    double scrolled = 0;
+};
+
 struct DestroySurface {
     void operator()(cairo_surface_t* surface) const { cairo_surface_destroy(surface); }
 };
@@ -25,13 +32,22 @@ public:
     /// The part of the window in which the view was shown by the last frame; nothing when it was not to be seen.
     std::optional<PixelRect> shownIn;
 
+    /// Of a text field that has the keyboard.
+    std::optional<TextCaret> caret;
+
     /// The label's text shaped for a width; shaped again only when text, font or width are others than last time.
     PangoLayout* layout(TextLayouts& layouts, const ui::Label& label, double width);
+    /// Text on one line, uncut; shaped again only when it or the font are others than last time.
+    PangoLayout* layout(TextLayouts& layouts, const std::string& text, const ui::Font& font) {
+        return layout(layouts, text, font, -1);
+    }
 
     /// The picture in exactly this many pixels. Owned by the node or the image.
     cairo_surface_t* scaled(const std::shared_ptr<const XImage>& image, int width, int height);
 
 private:
+    PangoLayout* layout(TextLayouts& layouts, std::string_view text, const ui::Font& font, double width);
+
     LayoutPtr layout_;
     std::string text_;  // as far as it can be shown
     ui::Font font_;

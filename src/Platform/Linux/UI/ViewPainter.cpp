@@ -13,6 +13,11 @@ namespace morvel::x11 {
 
 namespace {
 
+// The look of a text field.
+constexpr double kFocusRing = 2;
+constexpr double kFocusRingAlpha = 0.7;
+constexpr double kSelectionAlpha = 0.35;
+
 template <class Space>
 PixelRect nearestPixels(const Rect<Space>& r) {
     const PixelRect touched = pixelsTouched(Rect<Space>{std::round(r.minX()), std::round(r.minY()), 0, 0});
@@ -89,6 +94,8 @@ void ViewPainter::paintItself(const ui::View& view, Point<ViewSpace> corner, con
     if (!view.background().isClear()) fill(palette_.resolve(view.background()));
     if (view.kind() == ui::View::Kind::Label) paintLabel(static_cast<const ui::Label&>(view), corner, opacity);
     if (view.kind() == ui::View::Kind::Image) paintImage(static_cast<const ui::ImageView&>(view), corner, opacity);
+    if (view.kind() == ui::View::Kind::TextField)
+        paintTextField(static_cast<const ui::TextField&>(view), pixels, opacity);
     if (view.borderWidth() > 0 && !view.borderColor().isClear()) paintBorder(view, pixels, opacity);
 }
 
@@ -119,7 +126,8 @@ void ViewPainter::paintImage(const ui::ImageView& view, Point<ViewSpace> corner,
     ViewNode* node = nodeOf(view);
     const auto image = std::dynamic_pointer_cast<const XImage>(view.image());
     if (!node || !image || image->pixelWidth() <= 0 || image->pixelHeight() <= 0) return;
-    const double scale = std::min(view.frame().width / image->pixelWidth(), view.frame().height / image->pixelHeight());
+    const Size shown = view.scaling() == ui::ImageScaling::Fit ? view.frame().size() : image->size();
+    const double scale = std::min(shown.width / image->pixelWidth(), shown.height / image->pixelHeight());
     const int width = static_cast<int>(std::lround(image->pixelWidth() * scale));
     const int height = static_cast<int>(std::lround(image->pixelHeight() * scale));
     if (width <= 0 || height <= 0) return;
@@ -133,6 +141,60 @@ void ViewPainter::paintImage(const ui::ImageView& view, Point<ViewSpace> corner,
         cairo_set_source_surface(cr_, surface, x, y);
         cairo_paint_with_alpha(cr_, opacity);
     }
+}
+
+void ViewPainter::paintTextField(const ui::TextField& field, const PixelRect& pixels, double opacity) {
+    const ViewNode* node = nodeOf(field);
+    const bool hasKeyboard = node && node->caret;
+    setSource(palette_.textField(), opacity);
+    addRoundedRect(cr_, pixels.x, pixels.y, pixels.width, pixels.height, ui::TextField::kRadius);
+    cairo_fill(cr_);
+    const double ring = hasKeyboard ? kFocusRing : 1;
+    setSource(palette_.resolve(hasKeyboard ? ui::kControlAccentColor.withAlpha(kFocusRingAlpha) : ui::kSeparatorColor),
+              opacity);
+    cairo_set_line_width(cr_, ring);
+    addRoundedRect(cr_, pixels.x + ring / 2, pixels.y + ring / 2, pixels.width - ring, pixels.height - ring,
+                   ui::TextField::kRadius - ring / 2);
+    cairo_stroke(cr_);
+    cairo_save(cr_);
+    cairo_rectangle(cr_, pixels.x + ui::TextField::kPadding - 1, pixels.y,
+                    std::max(0.0, pixels.width - 2 * ui::TextField::kPadding + 2), pixels.height);
+    cairo_clip(cr_);
+    paintFieldText(field, pixels, opacity);
+    cairo_restore(cr_);
+}
+
+void ViewPainter::paintFieldText(const ui::TextField& field, const PixelRect& pixels, double opacity) {
+    ViewNode* node = nodeOf(field);
+    if (!node) return;
+    const bool isEmpty = field.text().empty();
+    PangoLayout* layout = node->layout(layouts_, isEmpty ? field.placeholder() : field.text(), field.font());
+    const double height = sizeOf(layout).height;
+    const double scrolled = node->caret && !isEmpty ? node->caret->scrolled : 0;
+    const double x = std::round(pixels.x + ui::TextField::kPadding - scrolled);
+    const double y = std::round(pixels.y + (pixels.height - height) / 2);
+    if (!isEmpty && node->caret && node->caret->selectionStart < node->caret->selectionEnd) {
+        setSource(palette_.resolve(ui::kControlAccentColor.withAlpha(kSelectionAlpha)), opacity);
+        int* ranges = nullptr;
+        int count = 0;
+        pango_layout_line_get_x_ranges(pango_layout_get_line_readonly(layout, 0),
+                                       static_cast<int>(node->caret->selectionStart),
+                                       static_cast<int>(node->caret->selectionEnd), &ranges, &count);
+        for (int i = 0; i < count; ++i)
+            cairo_rectangle(cr_, x + static_cast<double>(ranges[2 * i]) / PANGO_SCALE, y,
+                            static_cast<double>(ranges[2 * i + 1] - ranges[2 * i]) / PANGO_SCALE, height);
+        g_free(ranges);
+        cairo_fill(cr_);
+    }
+    setSource(palette_.resolve(isEmpty ? ui::kSecondaryLabelColor : ui::kLabelColor), opacity);
+    cairo_move_to(cr_, x, y);
+    pango_cairo_show_layout(cr_, layout);
+    if (!node->caret) return;
+    PangoRectangle caret{};
+    if (!isEmpty) pango_layout_get_cursor_pos(layout, static_cast<int>(node->caret->position), &caret, nullptr);
+    setSource(palette_.resolve(ui::kLabelColor), opacity);
+    cairo_rectangle(cr_, std::round(x + static_cast<double>(caret.x) / PANGO_SCALE), y, 1, height);
+    cairo_fill(cr_);
 }
 
 }  // namespace morvel::x11

@@ -8,6 +8,7 @@
 #include "Platform/Linux/UI/TextLayouts.h"
 #include "UI/ImageView.h"
 #include "UI/Label.h"
+#include "UI/TextField.h"
 #include "UI/View.h"
 
 namespace morvel::x11 {
@@ -32,6 +33,8 @@ private:
     void paintBorder(const ui::View& view, const PixelRect& pixels, double opacity);
     void paintLabel(const ui::Label& label, Point<ViewSpace> corner, double opacity);
     void paintImage(const ui::ImageView& view, Point<ViewSpace> corner, double opacity);
+    void paintTextField(const ui::TextField& field, const PixelRect& pixels, double opacity);
+    void paintFieldText(const ui::TextField& field, const PixelRect& pixels, double opacity);
     void setSource(const ui::RGBA& color, double opacity);
 
     cairo_t* cr_;

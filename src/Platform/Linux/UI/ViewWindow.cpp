@@ -130,6 +130,7 @@ void ViewWindow::hide() {
 
 void ViewWindow::retire() {
     if (std::exchange(isRetired_, true)) return;
+    keyboard_ = nullptr;
     mapping_.reset();
     cancelTooltip();
     events_.reset();
@@ -171,6 +172,7 @@ void ViewWindow::handle(const xcb_generic_event_t& event) {
             break;
         case XCB_MAP_NOTIFY:
             mapping_.reset();
+            if (keyboard_) keyboard_->mapped();
             break;
         case XCB_ENTER_NOTIFY:
         case XCB_LEAVE_NOTIFY:
@@ -188,7 +190,10 @@ void ViewWindow::handle(const xcb_generic_event_t& event) {
 // The handlers that the router calls may retire this window.
 void ViewWindow::handleInput(const xcb_generic_event_t& event) {
     const uint8_t type = event.response_type & 0x7F;
-    if (type == XCB_KEY_PRESS) return;
+    if (type == XCB_KEY_PRESS) {
+        if (keyboard_) keyboard_->keyPressed(reinterpret_cast<const xcb_key_press_event_t&>(event));
+        return;
+    }
     // The pointer events of the protocol are laid out alike.
     const auto& e = reinterpret_cast<const xcb_button_press_event_t&>(event);
     pointer_ = inRootView(e);
@@ -196,6 +201,7 @@ void ViewWindow::handleInput(const xcb_generic_event_t& event) {
         return crossed(reinterpret_cast<const xcb_enter_notify_event_t&>(event));
     if (type == XCB_BUTTON_PRESS) return pressed(e);
     if (type == XCB_BUTTON_RELEASE) {
+        if (keyboard_) keyboard_->pointerReleased();
         if (const auto button = mouseButton(e.detail)) router_.buttonReleased({*button, pointer_});
         return;
     }
@@ -207,6 +213,7 @@ Point<ViewSpace> ViewWindow::inRootView(const xcb_button_press_event_t& event) c
 }
 
 void ViewWindow::moved() {
+    if (keyboard_) keyboard_->pointerMoved(pointer_);
     router_.pointerMoved(pointer_);
     if (!isRetired_) restartTooltip();
 }
@@ -234,11 +241,16 @@ void ViewWindow::pointerExited() {
 // Where the pointer is still inside, the end of the menu's grab says so next.
 void ViewWindow::menuClosed() {
     if (exitsAfterMenu_) pointerExited();
+    // The menu had the keyboard.
+    if (keyboard_ && window_->isMapped()) keyboard_->mapped();
 }
 
 void ViewWindow::pressed(const xcb_button_press_event_t& event) {
     cancelTooltip();
     if (const auto button = mouseButton(event.detail)) {
+        context_.notePress(*this, onRoot(pointer_));
+        if (isRetired_) return;
+        if (keyboard_) keyboard_->pointerPressed(event, pointer_);
         router_.buttonPressed({*button, pointer_});
     } else if (event.detail == kWheelUp || event.detail == kWheelDown) {
         const int notches = event.detail == kWheelUp ? -1 : 1;

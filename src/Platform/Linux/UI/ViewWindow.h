@@ -16,6 +16,18 @@ namespace morvel::x11 {
 /// What tooltips and menus of the window's views keep clear of.
 enum class KeepClearOf { Window, View };
 
+/// Who is told of what a person types into a window, beside its views. A call may be the listener's end.
+class KeyboardListener {
+public:
+    virtual ~KeyboardListener() = default;
+    /// The window is on the screen, or the keyboard is to be had again.
+    virtual void mapped() = 0;
+    virtual void keyPressed(const xcb_key_press_event_t& event) = 0;
+    virtual void pointerPressed(const xcb_button_press_event_t& event, Point<ViewSpace> inRootView) = 0;
+    virtual void pointerMoved(Point<ViewSpace> inRootView) = 0;
+    virtual void pointerReleased() = 0;
+};
+
 struct ViewWindowOptions {
     Management management = Management::Unmanaged;
     KeepClearOf keepClearOf = KeepClearOf::View;
@@ -64,6 +76,8 @@ public:
     ui::View& rootView() const override { return canvas_.root(); }
     bool isShown() const override { return window_->isMapped() && !options_.isUnseen; }
     bool isPointerInside() const { return isPointerInside_; }
+    /// Null takes it away; the listener outlives its being set.
+    void setKeyboardListener(KeyboardListener* listener) { keyboard_ = listener; }
     void menuClosed();
 
 private:
@@ -90,6 +104,7 @@ private:
     std::optional<Bubble> bubble_;
     std::unique_ptr<XWindow> window_;
     ui::EventRouter router_;
+    KeyboardListener* keyboard_ = nullptr;
     bool isRetired_ = false;
     bool isPointerInside_ = false;
     bool exitsAfterMenu_ = false;      // the pointer's exit was only the menu's grab, as far as is known

@@ -73,8 +73,9 @@ private:
     Subscription subscription_;
 };
 
-XAccessibility::XAccessibility(ClientWindows& clients, WindowRequests& requests, XScreens& screens)
-    : clients_(clients), requests_(requests), screens_(screens) {
+XAccessibility::XAccessibility(ClientWindows& clients, WindowRequests& requests, XScreens& screens,
+                               XWorkspace& workspace)
+    : clients_(clients), requests_(requests), screens_(screens), newWindowMenu_(workspace) {
     subscriptions_.push_back(
         clients_.observe([this](const ClientWindow& client, ClientChange change) { clientChanged(client, change); }));
     subscriptions_.push_back(clients_.observeActive([this] { activeChanged(); }));
@@ -96,6 +97,7 @@ const ClientWindow* XAccessibility::find(const XElement& element) const {
 AXAnswer XAccessibility::attribute(const AXElement& element, std::string_view name) {
     const XElement& impl = implOf(element);
     if (impl.kind == XElement::Kind::Application) return applicationAttribute(impl.pid, name);
+    if (NewWindowMenu::isPart(impl)) return newWindowMenu_.attribute(impl, name);
     const ClientWindow* client = find(impl);
     if (!client) return AXError::InvalidElement;
     if (impl.kind == XElement::Kind::Window) return windowAttribute(*client, name);
@@ -114,6 +116,7 @@ AXAnswer XAccessibility::applicationAttribute(ProcessID pid, std::string_view na
         const ClientWindow* focused = focusedWindow(pid);
         return focused ? AXAnswer(AXValue(windowElement(*focused))) : AXAnswer(AXError::NoValue);
     }
+    if (name == ax::kMenuBar) return newWindowMenu_.menuBar(pid);
     return AXError::Unsupported;
 }
 
@@ -184,6 +187,7 @@ Rect<AXSpace> XAccessibility::frameOf(const ClientWindow& client) const {
 
 AXError XAccessibility::performAction(const AXElement& element, std::string_view name) {
     const XElement& impl = implOf(element);
+    if (NewWindowMenu::isPart(impl)) return newWindowMenu_.performAction(impl, name);
     const ClientWindow* client = impl.kind == XElement::Kind::Application ? nullptr : find(impl);
     if (!client) return impl.kind == XElement::Kind::Application ? AXError::Unsupported : AXError::InvalidElement;
     if (impl.kind == XElement::Kind::Window && name == ax::kRaise) {

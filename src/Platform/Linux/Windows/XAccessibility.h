@@ -6,6 +6,7 @@
 #include "Platform/Accessibility.h"
 #include "Platform/Linux/Screens/XScreens.h"
 #include "Platform/Linux/Windows/ClientWindows.h"
+#include "Platform/Linux/Windows/NewWindowMenu.h"
 #include "Platform/Linux/Windows/WindowRequests.h"
 #include "Platform/Linux/Windows/XElement.h"
 
@@ -17,7 +18,7 @@ namespace morvel::x11 {
 class XAccessibility : public Accessibility {
 public:
     /// All outlive this.
-    XAccessibility(ClientWindows& clients, WindowRequests& requests, XScreens& screens);
+    XAccessibility(ClientWindows& clients, WindowRequests& requests, XScreens& screens, XWorkspace& workspace);
 
     bool isTrusted() const override { return true; }
     bool isTrustedAfterPrompt() override { return true; }
@@ -53,6 +54,7 @@ private:
     ClientWindows& clients_;
     WindowRequests& requests_;
     XScreens& screens_;
+    NewWindowMenu newWindowMenu_;
     Emitted emitted_;
     std::map<ProcessID, xcb_window_t> lastFocused_;
     std::optional<ProcessID> activeProcess_;

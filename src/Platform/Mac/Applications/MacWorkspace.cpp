@@ -7,6 +7,7 @@
 #include "Platform/Mac/apple/AppKit/NSWorkspace.h"
 #include "Platform/Mac/objc/AutoreleasePool.h"
 #include "Platform/ProcessProbe.h"
+#include "Util/WebAddress.h"
 
 namespace morvel::mac {
 
@@ -39,6 +40,11 @@ std::optional<RunningApplication> recordFrom(const NSRunningApplication& applica
                               .bundleID = textOrNothing(application.bundleIdentifier()),
                               .localizedName = textOrNothing(application.localizedName()),
                               .policy = policyFrom(application.activationPolicy())};
+}
+
+/// Empty for what is no absolute path; for a text that cannot be one, asking for the URL raises an exception.
+NSURL fileURL(const std::string& path) {
+    return path.starts_with('/') && NSString::from(path) ? NSURL::file(path) : NSURL();
 }
 
 Subscription observe(objc::RawObject name, std::function<void(const NSNotification&)> notified) {
@@ -97,11 +103,31 @@ std::optional<std::string> MacWorkspace::locate(const std::string& bundleID) {
     return textOrNothing(NSWorkspace::shared().urlForApplication(identifier).path());
 }
 
+std::string MacWorkspace::homeFolder() {
+    return NSString::from("~").expandingTilde().text();
+}
+
+void MacWorkspace::openApplication(const std::string& path, const OpenApplication& how) {
+    const NSURL url = fileURL(path);
+    const auto configuration = NSWorkspaceOpenConfiguration::configuration();
+    // Without one of them an exception is raised.
+    if (!url || !configuration) return;
+    configuration.setActivates(how.activates);
+    if (how.createsNewInstance) configuration.setCreatesNewApplicationInstance(true);
+    NSWorkspace::shared().openApplication(url, configuration);
+}
+
+void MacWorkspace::openFile(const std::string& path) {
+    if (const NSURL url = fileURL(path)) NSWorkspace::shared().openURL(url);
+}
+
+void MacWorkspace::openPage(const std::string& address) {
+    const NSURL url = isSecureWebAddress(address) && NSString::from(address) ? NSURL::parse(address) : NSURL();
+    if (url) NSWorkspace::shared().openURL(url);
+}
+
 void MacWorkspace::revealInFileManager(const std::string& path) {
-    const NSString text = NSString::from(path);
-    // An empty path raises an exception where the URL is made.
-    if (!text || path.empty()) return;
-    const NSURL url = NSURL::file(path);
+    const NSURL url = fileURL(path);
     if (url) NSWorkspace::shared().activateFileViewerSelecting(NSArray::from(std::vector{url}));
 }
 

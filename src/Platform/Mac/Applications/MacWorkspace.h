@@ -19,6 +19,11 @@ public:
     bool isSessionActive() override { return session_.isActive(); }
 
     std::optional<std::string> locate(const std::string& bundleID) override;
+    std::string fileManager() override { return "com.apple.finder"; }
+    std::string homeFolder() override;
+    void openApplication(const std::string& path, const OpenApplication& how) override;
+    void openFile(const std::string& path) override;
+    void openPage(const std::string& address) override;
     void revealInFileManager(const std::string& path) override;
 
     [[nodiscard]] Subscription observeLaunched(ApplicationNotice notice) override;

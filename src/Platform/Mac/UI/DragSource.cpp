@@ -19,12 +19,9 @@ struct DragSource {
     static constexpr const char* kClassName = "MorvelDragSource";
     std::function<void(ui::DragOperation)> ended;  // empty once it was called
 
-    /// The items name windows and pins by identifiers that mean something to this program alone. Offering nothing to
-    /// others keeps them from taking a drop for text, and lets the picture slide back.
-    NSUInteger operationMask(NSDraggingSession, NSInteger context) {
-        const bool isWithinUs = context == NSDraggingContextWithinApplication;
-        return isWithinUs ? NSDragOperationMove | NSDragOperationCopy : NSDragOperationNone;
-    }
+    /// What is dragged is never copied. The items name windows and pins under types that mean something to this program
+    /// alone, so no other one takes a drop, and the picture slides back.
+    NSUInteger operationMask(NSDraggingSession, NSInteger) { return NSDragOperationMove; }
 
     void sessionEnded(NSDraggingSession, CGPoint, NSUInteger operation) {
         const auto call = std::exchange(ended, {});

@@ -1,9 +1,11 @@
 // Setting the popover up, and hearing that it closed.
 #include "Platform/Mac/UI/MacPopover.h"
 
+#include "Platform/Mac/apple/AppKit/NSWindow.h"
 #include "Platform/Mac/apple/AppKit/Selectors.h"
 #include "Platform/Mac/apple/Foundation/NSNotificationCenter.h"
 #include "Platform/Mac/objc/Subclass.h"
+#include "UI/TextField.h"
 
 namespace morvel::mac {
 
@@ -38,8 +40,10 @@ CGSize cgSize(Size size) {
 
 }  // namespace
 
-MacPopover::MacPopover(ui::View& content, std::function<void()> closed, MainLoop& mainLoop)
-    : closed_(std::move(closed)),
+MacPopover::MacPopover(ui::View& content, std::function<void()> closed, MainLoop& mainLoop, ui::PopoverFocus focus)
+    : content_(content),
+      focus_(focus),
+      closed_(std::move(closed)),
       mainLoop_(mainLoop),
       tree_(content),
       popover_(create<NSPopover>()),
@@ -47,10 +51,12 @@ MacPopover::MacPopover(ui::View& content, std::function<void()> closed, MainLoop
     const NSViewController controller = create<NSViewController>();
     controller.setView(tree_.rootView());
     popover_.setContentViewController(controller);
-    // Whoever shows it decides when it closes: a press on another button of the bar moves it there.
-    popover_.setBehavior(NSPopoverBehaviorApplicationDefined);
+    const bool isTransient = focus_ == ui::PopoverFocus::Keyboard;
+    // Without the keyboard, whoever shows it decides when it closes: a press on another button of the bar moves it
+    // there.
+    popover_.setBehavior(isTransient ? NSPopoverBehaviorTransient : NSPopoverBehaviorApplicationDefined);
     // An animated closing would still be on its way, and end in a notice of it, when the popover is shown elsewhere.
-    popover_.setAnimates(false);
+    popover_.setAnimates(isTransient);
     popover_.setDelegate(delegate_);
 }
 
@@ -70,6 +76,21 @@ void MacPopover::show(ui::View& anchor, ui::Edge edge, Size size) {
     }
     popover_.setContentSize(cgSize(size));
     popover_.show(beside.bounds(), beside, edge == ui::Edge::Top ? NSRectEdgeMaxY : NSRectEdgeMinY);
+    if (focus_ == ui::PopoverFocus::Keyboard) takeKeyboard();
+}
+
+void MacPopover::takeKeyboard() const {
+    const NSWindow window(tree_.rootView().window());
+    // The application in front stays active, as it does under the panel that the popover belongs to.
+    window.setStyleMask(window.styleMask() | NSWindowStyleMaskNonactivatingPanel);
+    window.makeKey();
+    if (const ui::TextField* const field = ui::firstTextField(content_))
+        window.makeFirstResponder(ViewTree::nativeOf(*field));
+}
+
+void MacPopover::close() {
+    if (focus_ == ui::PopoverFocus::Keyboard) return popover_.performClose();
+    popover_.close();
 }
 
 void MacPopover::resize(Size size) {

@@ -13,15 +13,20 @@ namespace morvel::mac {
 
 class MacPopover : public ui::PopoverPeer {
 public:
-    MacPopover(ui::View& content, std::function<void()> closed, MainLoop& mainLoop);
+    /// One with the keyboard closes by itself at a press elsewhere.
+    MacPopover(ui::View& content, std::function<void()> closed, MainLoop& mainLoop, ui::PopoverFocus focus);
     ~MacPopover() override;
 
     /// An anchor that is in no window has no place beside it: nothing is shown, and `closed` comes in a later turn.
     void show(ui::View& anchor, ui::Edge edge, Size size) override;
     void resize(Size size) override;
-    void close() override { popover_.close(); }
+    void close() override;
 
 private:
+    void takeKeyboard() const;
+
+    ui::View& content_;
+    const ui::PopoverFocus focus_;
     std::function<void()> closed_;
     MainLoop& mainLoop_;
     ViewTree tree_;

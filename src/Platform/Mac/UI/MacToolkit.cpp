@@ -43,8 +43,8 @@ std::unique_ptr<ui::PanelPeer> MacToolkit::makePanel(const ui::PanelOptions& opt
 }
 
 std::unique_ptr<ui::PopoverPeer> MacToolkit::makePopover(ui::View& content, std::function<void()> closed,
-                                                         ui::PopoverFocus) {
-    return std::make_unique<MacPopover>(content, std::move(closed), mainLoop_);
+                                                         ui::PopoverFocus focus) {
+    return std::make_unique<MacPopover>(content, std::move(closed), mainLoop_, focus);
 }
 
 void MacToolkit::popUpMenu(ui::Menu menu, ui::View& anchor, Point<ViewSpace> locationInRoot,

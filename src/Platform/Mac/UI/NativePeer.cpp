@@ -3,11 +3,17 @@
 
 #include "Platform/Mac/Icons/MacImage.h"
 #include "Platform/Mac/UI/DisplayText.h"
+#include "Platform/Mac/UI/FieldDelegate.h"
 #include "Platform/Mac/UI/NativeView.h"
 #include "Platform/Mac/UI/Resolving.h"
+#include "Platform/Mac/UI/ViewTree.h"
 #include "Platform/Mac/apple/AppKit/NSControls.h"
+#include "Platform/Mac/apple/AppKit/NSScrollView.h"
+#include "Platform/Mac/apple/Foundation/NSNotificationCenter.h"
 #include "UI/ImageView.h"
 #include "UI/Label.h"
+#include "UI/ScrollView.h"
+#include "UI/TextField.h"
 #include "UI/VisualEffectView.h"
 
 namespace morvel::mac {
@@ -27,9 +33,10 @@ NSView makeLabel(const ui::Label& label) {
     return NSView(field.raw());
 }
 
-NSView makeImageView() {
+NSView makeImageView(const ui::ImageView& image) {
     const NSImageView view = NSImageView::make({});
-    view.setImageScaling(NSImageScaleProportionallyUpOrDown);
+    const bool fits = image.scaling() == ui::ImageScaling::Fit;
+    view.setImageScaling(fits ? NSImageScaleProportionallyUpOrDown : NSImageScaleNone);
     return NSView(view.raw());
 }
 
@@ -41,14 +48,38 @@ NSView makeEffectView(const ui::VisualEffectView& effect) {
     return NSView(view.raw());
 }
 
+NSView makeTextField(const ui::TextField& field) {
+    const NSTextField native = NSTextField::make({});
+    native.setBezelStyle(NSTextFieldRoundedBezel);
+    native.setUsesSingleLineMode(true);
+    native.setFont(nsFont(field.font()));
+    native.setPlaceholderString(NSString::from(field.placeholder()));
+    return NSView(native.raw());
+}
+
+NSView makeScrollView() {
+    const NSScrollView view = NSScrollView::make({});
+    view.setHasVerticalScroller(true);
+    view.setAutohidesScrollers(true);
+    view.setDrawsBackground(false);
+    // Beyond its ends there is nothing that the views could be told to be at.
+    view.setVerticalScrollElasticity(NSScrollElasticityNone);
+    view.contentView().setPostsBoundsChanged(true);
+    return NSView(view.raw());
+}
+
 NSView makeNative(ui::View& view) {
     switch (view.kind()) {
         case ui::View::Kind::Label:
             return makeLabel(static_cast<const ui::Label&>(view));
         case ui::View::Kind::Image:
-            return makeImageView();
+            return makeImageView(static_cast<const ui::ImageView&>(view));
         case ui::View::Kind::VisualEffect:
             return makeEffectView(static_cast<const ui::VisualEffectView&>(view));
+        case ui::View::Kind::TextField:
+            return makeTextField(static_cast<const ui::TextField&>(view));
+        case ui::View::Kind::Scroll:
+            return makeScrollView();
         case ui::View::Kind::Plain:
             break;
     }
@@ -61,6 +92,18 @@ NativePeer::NativePeer(ui::View& view) : kind_(view.kind()), native_(makeNative(
     // AppKit's image views are destinations of drags by themselves and would hide what is under them.
     if (kind_ != ui::View::Kind::Plain) native_.unregisterDraggedTypes();
     native_.setWantsLayer(true);
+    if (kind_ == ui::View::Kind::TextField) {
+        const NSTextField field(native_.raw());
+        delegate_ = FieldDelegate::make(static_cast<ui::TextField&>(view), field);
+        field.setDelegate(delegate_);
+    } else if (kind_ == ui::View::Kind::Scroll) {
+        auto& scroll = static_cast<ui::ScrollView&>(view);
+        scroll.leaveScrollingToHost();
+        const NSClipView clip = NSScrollView(native_.raw()).contentView();
+        scrolled_ = NSNotificationCenter::defaultCenter().observe(
+            NSString(NSViewBoundsDidChangeNotification), clip,
+            [&scroll, clip](const NSNotification&) { scroll.scrolled(clip.bounds().origin.y); });
+    }
     showFrame(view);
     showVisibility(view);
     showLook(view);
@@ -71,6 +114,9 @@ NativePeer::NativePeer(ui::View& view) : kind_(view.kind()), native_(makeNative(
 NativePeer::~NativePeer() {
     if (kind_ == ui::View::Kind::Plain) {
         if (NativeView* const own = NativeView::of(native_)) own->forgetView();
+    } else if (kind_ == ui::View::Kind::TextField) {
+        FieldDelegate::forgetField(delegate_);
+        NSTextField(native_.raw()).setDelegate({});
     }
 }
 
@@ -80,7 +126,19 @@ void NativePeer::showFrame(const ui::View& view) const {
         frame.origin.x -= kTextFieldPadding;
         frame.size.width += 2 * kTextFieldPadding;
     }
-    native_.setFrame(frame);
+    if (!view.parent() || view.parent()->kind() != ui::View::Kind::Scroll) return native_.setFrame(frame);
+    native_.setFrame({{}, frame.size});
+    const NSScrollView scroll(ViewTree::nativeOf(*view.parent()).raw());
+    const NSClipView clip = scroll.contentView();
+    const double offset = -view.frame().y;
+    if (clip.bounds().origin.y == offset) return;
+    clip.scrollTo({0, offset});
+    scroll.reflectScrolled(clip);
+}
+
+void NativePeer::addSubview(const NSView& child) const {
+    if (kind_ == ui::View::Kind::Scroll) return NSScrollView(native_.raw()).setDocumentView(child);
+    native_.addSubview(child);
 }
 
 void NativePeer::showVisibility(const ui::View& view) const {
@@ -104,6 +162,11 @@ void NativePeer::showContent(const ui::View& view) const {
     if (kind_ == ui::View::Kind::Label) {
         const auto& label = static_cast<const ui::Label&>(view);
         NSTextField(native_.raw()).setStringValue(NSString::from(displayText(label.text())));
+    } else if (kind_ == ui::View::Kind::TextField) {
+        const NSTextField field(native_.raw());
+        const std::string& text = static_cast<const ui::TextField&>(view).text();
+        // What was typed is there already, and setting it again would move the caret.
+        if (field.stringValue().text() != text) field.setStringValue(NSString::from(displayText(text)));
     } else if (kind_ == ui::View::Kind::Image) {
         NSImageView(native_.raw()).setImage(MacImage::imageOf(static_cast<const ui::ImageView&>(view).image()));
     }
@@ -123,8 +186,9 @@ void NativePeer::showTexts(const ui::View& view) const {
     };
     native_.setToolTip(text(view.tooltip()));
     native_.setAccessibilityLabel(text(view.accessibilityLabel()));
-    // A view without a label is a container, also where it takes the presses that its contents leave.
-    if (!view.acceptsMouse() || view.accessibilityLabel().empty()) return;
+    // A view without a label is a container, also where it takes the presses that its contents leave. A text field says
+    // by itself that it is one.
+    if (kind_ == ui::View::Kind::TextField || !view.acceptsMouse() || view.accessibilityLabel().empty()) return;
     native_.setAccessibilityElement(true);
     native_.setAccessibilityRole(NSString(NSAccessibilityButtonRole));
 }

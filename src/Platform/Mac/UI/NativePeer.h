@@ -3,6 +3,7 @@
 
 #include "Platform/Mac/apple/AppKit/NSView.h"
 #include "UI/View.h"
+#include "Util/Subscription.h"
 
 namespace morvel::mac {
 
@@ -15,7 +16,9 @@ public:
 
     const NSView& native() const { return native_; }
 
+    /// A scroll view's document is scrolled to where it is.
     void showFrame(const ui::View& view) const;
+    void addSubview(const NSView& child) const;
     void showVisibility(const ui::View& view) const;
     void showLook(const ui::View& view) const;
     void showContent(const ui::View& view) const;
@@ -26,6 +29,8 @@ public:
 private:
     ui::View::Kind kind_;
     NSView native_;
+    NSObject delegate_;      // of a text field, which does not keep it
+    Subscription scrolled_;  // of a scroll view
 };
 
 }  // namespace morvel::mac

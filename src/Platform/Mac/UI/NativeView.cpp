@@ -35,6 +35,14 @@ double notchesOf(const NSEvent& event) {
     return down > 0 ? 1 : down < 0 ? -1 : 0;
 }
 
+/// The outermost scroll view between the two; null for none.
+const ui::View* scrollViewAround(const ui::View& inner, const ui::View& outer) {
+    const ui::View* found = nullptr;
+    for (const ui::View* view = &inner; view && view != &outer; view = view->parent())
+        if (view->kind() == ui::View::Kind::Scroll) found = view;
+    return found;
+}
+
 NSUInteger nsOperation(ui::DragOperation operation) {
     switch (operation) {
         case ui::DragOperation::Copy:
@@ -93,7 +101,13 @@ NSView NativeView::hitTest(objc::Self self, CGPoint pointInSuperview) {
     const NSView own(self.object);
     const CGPoint point = own.convertPointFrom(pointInSuperview, own.superview());
     ui::View* const hit = view_->hitTest({point.x, point.y});
-    return hit ? ViewTree::nativeOf(*hit) : NSView();
+    if (!hit) return {};
+    // The system's scroller lies over the document and is no view of ours.
+    if (const ui::View* const scroll = scrollViewAround(*hit, *view_)) {
+        const NSView native = ViewTree::nativeOf(*scroll);
+        return native.hitTest(native.superview().convertPointFrom(point, own));
+    }
+    return ViewTree::nativeOf(*hit);
 }
 
 ui::EventRouter& NativeView::router() const {

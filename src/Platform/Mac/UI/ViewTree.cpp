@@ -60,11 +60,10 @@ void ViewTree::resolveColors(const ui::View& view) {
 void ViewTree::viewAttached(ui::View& view) {
     view.setPeer(std::make_unique<NativePeer>(view));
     if (!view.parent()) return;
-    const NSView parent = nativeOf(*view.parent());
     if (const NSView front = shownInFrontOf(view)) {
-        parent.addSubviewBelow(nativeOf(view), front);
+        nativeOf(*view.parent()).addSubviewBelow(nativeOf(view), front);
     } else {
-        parent.addSubview(nativeOf(view));
+        peerOf(*view.parent())->addSubview(nativeOf(view));
     }
 }
 

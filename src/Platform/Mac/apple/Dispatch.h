@@ -26,6 +26,8 @@ using dispatch_function_t = void (*)(void* context);
 inline constexpr dispatch_time_t DISPATCH_TIME_NOW = 0;
 inline constexpr dispatch_time_t DISPATCH_TIME_FOREVER = ~dispatch_time_t{0};
 inline constexpr std::uint32_t QOS_CLASS_UTILITY = 17;
+/// Something was added to a folder or taken away.
+inline constexpr std::uint64_t DISPATCH_VNODE_WRITE = 2;
 
 extern "C" {
 void dispatch_async_f(dispatch_queue_t queue, void* context, dispatch_function_t work);
@@ -48,6 +50,7 @@ void dispatch_release(dispatch_object_t object);
 extern DispatchQueueTag _dispatch_main_q;
 extern const DispatchSourceTypeTag _dispatch_source_type_timer;
 extern const DispatchSourceTypeTag _dispatch_source_type_signal;
+extern const DispatchSourceTypeTag _dispatch_source_type_vnode;
 }
 
 inline dispatch_object_t dispatchObject(dispatch_source_t source) {

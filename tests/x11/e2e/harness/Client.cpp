@@ -89,8 +89,29 @@ void Client::serve() {
     while (const auto event = connection_.next()) {
         const auto type = event->response_type & 0x7f;
         if (type == XCB_BUTTON_PRESS) clicked_ = true;
+        if (type == XCB_SELECTION_REQUEST) handOver(reinterpret_cast<const xcb_selection_request_event_t&>(*event));
         if (type == XCB_CLIENT_MESSAGE) answer(reinterpret_cast<const xcb_client_message_event_t&>(*event));
     }
+}
+
+void Client::copy(xcb_window_t owner, std::string text) {
+    copied_ = std::move(text);
+    xcb_set_selection_owner(connection_, owner, connection_.atom("CLIPBOARD"), XCB_CURRENT_TIME);
+    connection_.sync();
+}
+
+void Client::handOver(const xcb_selection_request_event_t& request) {
+    xcb_change_property(connection_, XCB_PROP_MODE_REPLACE, request.requestor, request.property, request.target, 8,
+                        static_cast<uint32_t>(copied_.size()), copied_.data());
+    Event sent(static_cast<xcb_generic_event_t*>(std::calloc(1, 32)));
+    auto& notice = reinterpret_cast<xcb_selection_notify_event_t&>(*sent);
+    notice.response_type = XCB_SELECTION_NOTIFY;
+    notice.requestor = request.requestor;
+    notice.selection = request.selection;
+    notice.target = request.target;
+    notice.property = request.property;
+    xcb_send_event(connection_, 0, request.requestor, 0, reinterpret_cast<const char*>(&notice));
+    connection_.flush();
 }
 
 void Client::answer(const xcb_client_message_event_t& message) {

@@ -41,6 +41,8 @@ public:
     }
     void unmap(xcb_window_t window);
     void destroy(xcb_window_t window);
+    /// Has this text on the clipboard from now on.
+    void copy(xcb_window_t owner, std::string text);
     /// From now on a polite request to close is not answered.
     void refuseToClose() { closes_ = false; }
     /// Whether one of its windows was pressed with a button since it was last asked.
@@ -56,6 +58,9 @@ private:
 
     Desktop& desktop_;  // outlives us
     Connection connection_;
+    void handOver(const xcb_selection_request_event_t& request);
+
+    std::string copied_;
     bool closes_ = true;
     bool clicked_ = false;
 };

@@ -39,15 +39,31 @@ void Pointer::drag(Spot from, Spot to) {
     release();
 }
 
-void Pointer::key(uint32_t symbol) {
+uint8_t Pointer::codeOf(uint32_t symbol) {
     struct Free {
         void operator()(xcb_key_symbols_t* symbols) const { xcb_key_symbols_free(symbols); }
     };
     const std::unique_ptr<xcb_key_symbols_t, Free> symbols(xcb_key_symbols_alloc(desktop_.connection()));
     const Owned<xcb_keycode_t> codes(xcb_key_symbols_get_keycode(symbols.get(), symbol));
     if (!codes || codes.get()[0] == XCB_NO_SYMBOL) throw std::runtime_error("no such key");
-    fake(XCB_KEY_PRESS, codes.get()[0], {});
-    fake(XCB_KEY_RELEASE, codes.get()[0], {});
+    return codes.get()[0];
+}
+
+void Pointer::key(uint32_t symbol) {
+    const uint8_t code = codeOf(symbol);
+    fake(XCB_KEY_PRESS, code, {});
+    fake(XCB_KEY_RELEASE, code, {});
+}
+
+void Pointer::key(uint32_t symbol, uint32_t held) {
+    const uint8_t code = codeOf(held);
+    fake(XCB_KEY_PRESS, code, {});
+    key(symbol);
+    fake(XCB_KEY_RELEASE, code, {});
+}
+
+void Pointer::type(std::string_view text) {
+    for (const char c : text) key(static_cast<uint32_t>(c));  // the symbols of ASCII are its codes
 }
 
 }  // namespace morvel::e2e

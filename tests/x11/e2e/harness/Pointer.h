@@ -3,6 +3,8 @@
 
 #include <xcb/xcb.h>
 
+#include <string_view>
+
 #include "harness/Desktop.h"
 
 namespace morvel::e2e {
@@ -20,17 +22,26 @@ public:
     void drag(Spot from, Spot to);
     /// Presses and releases the key with this symbol (XK_Escape is 0xff1b).
     void key(uint32_t symbol);
+    /// The same while the key of another symbol is held.
+    void key(uint32_t symbol, uint32_t held);
+    /// Types small letters, digits and spaces.
+    void type(std::string_view text);
 
     static constexpr int kLeft = 1;
     static constexpr int kRight = 3;
 
 private:
+    uint8_t codeOf(uint32_t symbol);
     void fake(uint8_t type, uint8_t detail, Spot spot);
 
     Desktop& desktop_;  // outlives us
 };
 
 inline constexpr uint32_t kKeyReturn = 0xff0d;
+inline constexpr uint32_t kKeyBackSpace = 0xff08;
+inline constexpr uint32_t kKeyHome = 0xff50;
+inline constexpr uint32_t kKeyShift = 0xffe1;
+inline constexpr uint32_t kKeyControl = 0xffe3;
 inline constexpr uint32_t kKeyEscape = 0xff1b;
 inline constexpr uint32_t kKeyLeft = 0xff51;
 inline constexpr uint32_t kKeyUp = 0xff52;

@@ -12,7 +12,9 @@ inline constexpr NSInteger NSTextAlignmentCenter = 2;
 #else
 inline constexpr NSInteger NSTextAlignmentCenter = 1;
 #endif
+inline constexpr NSUInteger NSImageScaleNone = 2;
 inline constexpr NSUInteger NSImageScaleProportionallyUpOrDown = 3;
+inline constexpr NSUInteger NSTextFieldRoundedBezel = 1;
 inline constexpr NSUInteger NSBezelStylePush = 1;
 inline constexpr NSUInteger NSImageOnly = 1;
 inline constexpr NSInteger NSVisualEffectMaterialPopover = 6;
@@ -29,6 +31,8 @@ public:
     static NSTextField label(const NSString& text) {
         return send<NSTextField>(ClassOf<NSTextField>{}, "labelWithString:"_sel, text);
     }
+    /// Editable and empty.
+    static NSTextField make(CGRect frame) { return create<NSTextField>("initWithFrame:"_sel, frame); }
     /// Several lines, as many as the text needs in its width.
     static NSTextField wrappingLabel(const NSString& text) {
         return send<NSTextField>(ClassOf<NSTextField>{}, "wrappingLabelWithString:"_sel, text);
@@ -39,6 +43,11 @@ public:
     void setTextColor(const NSColor& color) const { send(*this, "setTextColor:"_sel, color); }
     void setLineBreakMode(NSUInteger mode) const { send(*this, "setLineBreakMode:"_sel, mode); }
     void setAlignment(NSInteger alignment) const { send(*this, "setAlignment:"_sel, alignment); }
+    void setPlaceholderString(const NSString& text) const { send(*this, "setPlaceholderString:"_sel, text); }
+    void setBezelStyle(NSUInteger style) const { send(*this, "setBezelStyle:"_sel, style); }
+    void setUsesSingleLineMode(bool uses) const { send(*this, "setUsesSingleLineMode:"_sel, uses); }
+    /// Not retained.
+    void setDelegate(const Id& delegate) const { send(*this, "setDelegate:"_sel, delegate); }
     CGSize intrinsicContentSize() const { return send<CGSize>(*this, "intrinsicContentSize"_sel); }
 };
 

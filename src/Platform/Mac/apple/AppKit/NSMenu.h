@@ -50,6 +50,7 @@ inline void NSMenuItem::setSubmenu(const NSMenu& menu) const {
 }
 
 inline constexpr NSInteger NSPopoverBehaviorApplicationDefined = 0;
+inline constexpr NSInteger NSPopoverBehaviorTransient = 1;
 inline constexpr NSUInteger NSRectEdgeMinY = 1;
 inline constexpr NSUInteger NSRectEdgeMaxY = 3;
 
@@ -79,6 +80,8 @@ public:
     }
     bool isShown() const { return send<bool>(*this, "isShown"_sel); }
     void close() const { send(*this, "close"_sel); }
+    /// As a person does it.
+    void performClose() const { send(*this, "performClose:"_sel, nullptr); }
 };
 
 }  // namespace morvel::mac

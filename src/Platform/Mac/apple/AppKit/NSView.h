@@ -87,6 +87,8 @@ public:
     CGPoint convertPointFrom(CGPoint point, const NSView& from) const {
         return send<CGPoint>(*this, "convertPoint:fromView:"_sel, point, from);
     }
+    /// The deepest view under a point of the superview's coordinates; empty outside.
+    NSView hitTest(CGPoint pointInSuperview) const { return send<NSView>(*this, "hitTest:"_sel, pointInSuperview); }
     NSAppearance effectiveAppearance() const { return send<NSAppearance>(*this, "effectiveAppearance"_sel); }
     void setClipsToBounds(bool clips) const { send(*this, "setClipsToBounds:"_sel, clips); }
     /// Before the next display, `layout` is called.

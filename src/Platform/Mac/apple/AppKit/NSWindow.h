@@ -46,6 +46,12 @@ public:
     NSView contentView() const { return send<NSView>(*this, "contentView"_sel); }
     void center() const { send(*this, "center"_sel); }
     void makeKeyAndOrderFront() const { send(*this, "makeKeyAndOrderFront:"_sel, nullptr); }
+    /// Takes the keyboard.
+    void makeKey() const { send(*this, "makeKeyWindow"_sel); }
+    /// The view that is typed into; whether it took it.
+    bool makeFirstResponder(const NSView& view) const { return send<bool>(*this, "makeFirstResponder:"_sel, view); }
+    NSUInteger styleMask() const { return send<NSUInteger>(*this, "styleMask"_sel); }
+    void setStyleMask(NSUInteger mask) const { send(*this, "setStyleMask:"_sel, mask); }
     void orderFrontRegardless() const { send(*this, "orderFrontRegardless"_sel); }
     void orderOut() const { send(*this, "orderOut:"_sel, nullptr); }
     void close() const { send(*this, "close"_sel); }

@@ -42,6 +42,20 @@ public:
     bool forceTerminate() const { return send<bool>(*this, "forceTerminate"_sel); }
 };
 
+class NSWorkspaceOpenConfiguration : public NSObject {
+public:
+    static constexpr const char* kClass = "NSWorkspaceOpenConfiguration";
+    using NSObject::NSObject;
+
+    static NSWorkspaceOpenConfiguration configuration() {
+        return send<NSWorkspaceOpenConfiguration>(ClassOf<NSWorkspaceOpenConfiguration>{}, "configuration"_sel);
+    }
+    void setActivates(bool activates) const { send(*this, "setActivates:"_sel, activates); }
+    void setCreatesNewApplicationInstance(bool creates) const {
+        send(*this, "setCreatesNewApplicationInstance:"_sel, creates);
+    }
+};
+
 class NSWorkspace : public NSObject {
 public:
     static constexpr const char* kClass = "NSWorkspace";
@@ -63,6 +77,11 @@ public:
     }
     NSImage iconForFile(const NSString& path) const { return send<NSImage>(*this, "iconForFile:"_sel, path); }
     bool openURL(const NSURL& url) const { return send<bool>(*this, "openURL:"_sel, url); }
+    /// Returns before the application has been opened; whether it was is not told.
+    void openApplication(const NSURL& url, const NSWorkspaceOpenConfiguration& configuration) const {
+        const Block<void(NSRunningApplication, NSObject)> noCompletion;
+        send(*this, "openApplicationAtURL:configuration:completionHandler:"_sel, url, configuration, noCompletion);
+    }
     void activateFileViewerSelecting(const NSArray& urls) const {
         send(*this, "activateFileViewerSelectingURLs:"_sel, urls);
     }

@@ -64,6 +64,18 @@ inline constexpr auto performDragOperation = "performDragOperation:"_sel;
 inline constexpr auto sourceOperationMask = "draggingSession:sourceOperationMaskForDraggingContext:"_sel;
 inline constexpr auto draggingSessionEnded = "draggingSession:endedAtPoint:operation:"_sel;
 
+// Text fields, and the key bindings' names for what is typed.
+inline constexpr auto controlTextDidChange = "controlTextDidChange:"_sel;
+inline constexpr auto controlDoCommand = "control:textView:doCommandBySelector:"_sel;
+inline constexpr auto moveUp = "moveUp:"_sel;
+inline constexpr auto moveDown = "moveDown:"_sel;
+inline constexpr auto pageUp = "pageUp:"_sel;
+inline constexpr auto pageDown = "pageDown:"_sel;
+inline constexpr auto scrollPageUp = "scrollPageUp:"_sel;
+inline constexpr auto scrollPageDown = "scrollPageDown:"_sel;
+inline constexpr auto insertNewline = "insertNewline:"_sel;
+inline constexpr auto cancelOperation = "cancelOperation:"_sel;
+
 // Popovers.
 inline constexpr auto popoverDidClose = "popoverDidClose:"_sel;
 

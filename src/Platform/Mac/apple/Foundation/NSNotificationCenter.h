@@ -37,7 +37,12 @@ public:
 
     /// Calls `notified` on the main thread for each `name` from any object, until the token dies.
     [[nodiscard]] Subscription observe(const NSString& name, std::function<void(NSNotification)> notified) const {
-        const Id token = send<Id>(*this, "addObserverForName:object:queue:usingBlock:"_sel, name, nullptr,
+        return observe(name, Id(), std::move(notified));
+    }
+    /// The same for the notifications of one object, which is not kept; of all where it is empty.
+    [[nodiscard]] Subscription observe(const NSString& name, const Id& object,
+                                       std::function<void(NSNotification)> notified) const {
+        const Id token = send<Id>(*this, "addObserverForName:object:queue:usingBlock:"_sel, name, object,
                                   NSOperationQueue::mainQueue(), Block<void(NSNotification)>(std::move(notified)));
         return Subscription([center = *this, token] { send(center, "removeObserver:"_sel, token); });
     }

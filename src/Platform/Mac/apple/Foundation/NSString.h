@@ -22,6 +22,12 @@ public:
         const char* const utf8 = send<const char*>(*this, "UTF8String"_sel);
         return utf8 ? std::string(utf8) : std::string();
     }
+    /// "~" at the beginning is the person's home.
+    NSString expandingTilde() const { return send<NSString>(*this, "stringByExpandingTildeInPath"_sel); }
+    /// As file lists are sorted for the person: -1, 0 or 1.
+    NSInteger localizedStandardCompare(const NSString& other) const {
+        return send<NSInteger>(*this, "localizedStandardCompare:"_sel, other);
+    }
 };
 
 }  // namespace morvel::mac

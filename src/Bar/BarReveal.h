@@ -1,0 +1,15 @@
+// How the parts of a bar keep it from hiding.
+#pragma once
+
+#include <functional>
+
+namespace morvel {
+
+/// Keeps an auto-hidden bar shown while a menu or popover of it is open, and releases it. Called in pairs; both are set
+/// and may be called when the bar is gone.
+struct BarReveal {
+    std::function<void()> pin;
+    std::function<void()> unpin;
+};
+
+}  // namespace morvel

@@ -1,0 +1,40 @@
+#include "Bar/SystemButtons.h"
+
+#include <utility>
+
+namespace morvel {
+
+SystemButtons::SystemButtons(const BarServices& services, BarReveal reveal, std::function<void()> changed)
+    : services_(services),
+      startButton_(services.icons, StartButton::Kind::Start, [this](ui::View&) { startClicked(); }),
+      appleMenuButton_(services.icons, StartButton::Kind::AppleMenu,
+                       [&actions = services.actions](ui::View&) {
+                           if (actions.onAppleMenu) actions.onAppleMenu();
+                       }),
+      launcherPopover_(services.toolkit, services.iconCache,
+                       {.apps = services.actions.installedApps,
+                        .open = services.actions.onLaunchApp,
+                        .onWillShow = std::move(reveal.pin),
+                        .onDidClose = std::move(reveal.unpin)}) {
+    const auto updates = [this, changed = std::move(changed)](bool) {
+        // A popover cannot stay without what it belongs to.
+        if (!services_.settings.showStartButton.value()) launcherPopover_.close();
+        changed();
+    };
+    subscriptions_.push_back(services.settings.showStartButton.subscribe(updates, Current::Skip));
+    subscriptions_.push_back(services.settings.showAppleMenuButton.subscribe(updates, Current::Skip));
+}
+
+std::vector<ui::View*> SystemButtons::shown() {
+    std::vector<ui::View*> buttons;
+    if (services_.settings.showStartButton.value()) buttons.push_back(&startButton_);
+    if (services_.settings.showAppleMenuButton.value()) buttons.push_back(&appleMenuButton_);
+    return buttons;
+}
+
+void SystemButtons::startClicked() {
+    if (launcherPopover_.isShown()) return launcherPopover_.close();
+    launcherPopover_.show(startButton_, services_.settings.barEdge.value());
+}
+
+}  // namespace morvel
