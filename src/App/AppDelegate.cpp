@@ -30,6 +30,8 @@ AppDelegate::AppDelegate(const Platform& platform)
 AppDelegate::~AppDelegate() = default;
 
 void AppDelegate::applicationDidFinishLaunching() {
+    // The settings exist only once the permission is there; the way to quit has to be there before.
+    if (platform_.defaults.object("showMenuBarIcon") == DefaultsValue{true}) installStatusItem();
     if (permissionGate_.isTrusted()) return startCore();
     askForPermission([this] { startCore(); });
 }
@@ -47,6 +49,7 @@ void AppDelegate::applicationWillTerminate() {
     // Every store writes through at once; the bars go with us. On some systems the process ends without taking anything
     // apart, and what was lent to a Space must not stay there.
     pinnedItemLauncher_.reset();
+    if (systemChanges_) systemChanges_->revert();
 }
 
 void AppDelegate::startCore() {
@@ -81,6 +84,7 @@ void AppDelegate::startCore() {
     startUpdates();
     startClamping();
     subscribeToSettings();
+    changeSystem();
 }
 
 void AppDelegate::makeLaunchers() {
@@ -130,6 +134,31 @@ void AppDelegate::subscribeToSettings() {
         [this](bool enabled) { enabled ? nowPlaying_->start() : nowPlaying_->stop(); }, Current::Skip));
     subscriptions_.push_back(
         settings_->theme.subscribe([this](Theme theme) { platform_.toolkit.setAppearance(appearanceOf(theme)); }));
+    if (platform_.loginItem)
+        subscriptions_.push_back(
+            settings_->startAtLogin.subscribe([this](bool starts) { platform_.loginItem->setRegistered(starts); }));
+}
+
+void AppDelegate::changeSystem() {
+    const auto followStatusItem = [this] {
+        subscriptions_.push_back(settings_->showMenuBarIcon.subscribe([this](bool isShown) {
+            if (!isShown) statusItem_.reset();
+            if (isShown && !statusItem_) installStatusItem();
+        }));
+    };
+    if (!platform_.shellCommands) return followStatusItem();
+    const auto changed = [this] {
+        if (statusItem_) statusItem_->setMenu(buildSystemMenu());
+    };
+    systemChanges_ = std::make_unique<SystemChanges>(
+        SystemChanges::System{*platform_.shellCommands, platform_.defaults, platform_.toolkit, platform_.log, changed},
+        *settings_);
+    systemChanges_->start();
+    systemChanges_->makeOffers(followStatusItem);
+}
+
+void AppDelegate::installStatusItem() {
+    statusItem_ = platform_.toolkit.makeStatusItem(buildSystemMenu());
 }
 
 BarActions AppDelegate::makeBarActions() {

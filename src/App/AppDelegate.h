@@ -3,6 +3,7 @@
 
 #include <memory>
 
+#include "App/SystemChanges.h"
 #include "Bar/BarServices.h"
 #include "Bar/Buttons/AppCommands.h"
 #include "Clamping/ClampingBlacklist.h"
@@ -64,12 +65,16 @@ private:
     void pinApplication(ProcessID pid);
     void makeLaunchers();
     void startClamping();
+    void installStatusItem();
+    /// Asks what is to be asked at the first launches; the status item follows its setting from then on.
+    void changeSystem();
     void subscribeToSettings();
 
     Platform platform_;
     WindowIDMint mint_;
     AXPermissionGate permissionGate_;
     std::unique_ptr<PermissionWindow> permissionWindow_;  // while it is shown
+    std::unique_ptr<ui::StatusItemPeer> statusItem_;      // while it is shown
     // In the order of creation: what comes later uses what comes before.
     std::unique_ptr<WindowStore> windowStore_;
     std::unique_ptr<SettingsStore> settings_;
@@ -88,6 +93,7 @@ private:
     std::unique_ptr<ClampingBlacklist> clampingBlacklist_;
     std::unique_ptr<WindowClamper> windowClamper_;
     std::unique_ptr<SettingsWindow> settingsWindow_;
+    std::unique_ptr<SystemChanges> systemChanges_;  // where the system has what it changes
     Subscriptions subscriptions_;
 };
 

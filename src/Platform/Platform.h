@@ -12,10 +12,12 @@
 #include "Platform/Icons.h"
 #include "Platform/InstalledApplications.h"
 #include "Platform/Log.h"
+#include "Platform/LoginItem.h"
 #include "Platform/MainLoop.h"
 #include "Platform/NowPlayingPoller.h"
 #include "Platform/Screens.h"
 #include "Platform/ScriptRunner.h"
+#include "Platform/ShellCommands.h"
 #include "Platform/UserDefaults.h"
 #include "Platform/WallClock.h"
 #include "Platform/WindowServer.h"
@@ -51,6 +53,10 @@ struct Platform {
     NowPlayingPoller* nowPlayingPoller = nullptr;
     std::shared_ptr<ScriptRunner> scriptRunner = nullptr;
     Features features = {};
+    /// Null where the program cannot be started at login.
+    LoginItem* loginItem = nullptr;
+    /// Null where there is no Dock to hide and nothing else that is changed by commands.
+    ShellCommands* shellCommands = nullptr;
 };
 
 }  // namespace morvel

@@ -8,25 +8,25 @@
 namespace morvel::sim {
 
 Desktop::Desktop(const std::vector<DisplaySpec>& displays)
-    : platform_{mainLoop_,
-                log_,
-                accessibility_,
-                windowServer_,
-                workspace_,
-                screens_,
-                defaults_,
-                icons_,
-                toolkit_,
-                [this] { ++terminations_; },
-                [this](const std::string& label) { return workQueues_.make(label); },
-                installedApplications_,
-                [this] { return now(); },
-                web_,
-                "1.0.0",
-                "14.1.0",
-                nullptr,
-                players_,
-                {.hasMenuBar = true, .hasDock = true, .switchesSpaces = true}} {
+    : platform_{.mainLoop = mainLoop_,
+                .log = log_,
+                .accessibility = accessibility_,
+                .windowServer = windowServer_,
+                .workspace = workspace_,
+                .screens = screens_,
+                .defaults = defaults_,
+                .icons = icons_,
+                .toolkit = toolkit_,
+                .terminate = [this] { ++terminations_; },
+                .makeWorkQueue = [this](const std::string& label) { return workQueues_.make(label); },
+                .installedApplications = installedApplications_,
+                .wallClock = [this] { return now(); },
+                .httpClient = web_,
+                .programVersion = "1.0.0",
+                .systemVersion = "14.1.0",
+                .scriptRunner = players_,
+                .features = {.hasMenuBar = true, .hasDock = true, .switchesSpaces = true},
+                .loginItem = &loginItem_} {
     for (const DisplaySpec& display : displays) {
         screens_.list.push_back(SimScreens::screenOf(display));
         addDisplaySpaces(display.id);

@@ -18,6 +18,7 @@
 #include "sim/SimLog.h"
 #include "sim/SimPlayers.h"
 #include "sim/SimScreens.h"
+#include "sim/SimShell.h"
 #include "sim/SimToolkit.h"
 #include "sim/SimWeb.h"
 #include "sim/SimWindow.h"
@@ -55,6 +56,12 @@ public:
     FakeDefaults& defaults() { return defaults_; }
     SimIcons& icons() { return icons_; }
     SimToolkit& toolkit() { return toolkit_; }
+    SimLoginItem& loginItem() { return loginItem_; }
+    /// From now on it has a Dock, whose settings are changed by commands. For programs that start afterwards.
+    SimShell& addDock() {
+        platform_.shellCommands = &shell_;
+        return shell_;
+    }
     SimWorkQueues& workQueues() { return workQueues_; }
     SimInstalledApplications& installedApplications() { return *installedApplications_; }
     SimPlayers& players() { return *players_; }
@@ -119,6 +126,8 @@ private:
     std::shared_ptr<SimInstalledApplications> installedApplications_ = std::make_shared<SimInstalledApplications>();
     std::shared_ptr<SimPlayers> players_ = std::make_shared<SimPlayers>(workspace_);
     SimWeb web_{mainLoop_};
+    SimLoginItem loginItem_;
+    SimShell shell_;
     Platform platform_;
     std::vector<std::unique_ptr<SimApp>> apps_;
     std::map<ElementID, SimWindow*> windows_;       // by window element

@@ -95,6 +95,27 @@ std::unique_ptr<ui::FormWindowPeer> SimToolkit::makeFormWindow(ui::Form form) {
     return std::make_unique<SimFormWindowPeer>(*this, std::move(form));
 }
 
+class SimStatusItemPeer : public ui::StatusItemPeer {
+public:
+    SimStatusItemPeer(SimToolkit& toolkit, ui::Menu menu) : toolkit_(toolkit), menu_(std::move(menu)) {
+        EXPECT_EQ(toolkit_.statusMenu_, nullptr) << "a second item";
+        toolkit_.statusMenu_ = &menu_;
+    }
+    ~SimStatusItemPeer() override { toolkit_.statusMenu_ = nullptr; }
+    void setMenu(ui::Menu menu) override {
+        menu_ = std::move(menu);
+        ++toolkit_.statusMenusSet;
+    }
+
+private:
+    SimToolkit& toolkit_;
+    ui::Menu menu_;
+};
+
+std::unique_ptr<ui::StatusItemPeer> SimToolkit::makeStatusItem(ui::Menu menu) {
+    return std::make_unique<SimStatusItemPeer>(*this, std::move(menu));
+}
+
 std::unique_ptr<ui::PanelPeer> SimToolkit::makePanel(const ui::PanelOptions& options, ui::View& content) {
     return std::make_unique<SimPanelPeer>(*this, options, content);
 }
@@ -262,6 +283,19 @@ void SimToolkit::dismissMenu() {
     const auto closed = std::move(menu_->closed);
     menu_.reset();
     if (closed) closed();
+}
+
+void SimToolkit::answer(const std::string& button) {
+    if (!alert()) {
+        ADD_FAILURE() << "there are " << alerts_.size() << " questions";
+        return;
+    }
+    const OpenAlert asked = std::move(alerts_.front());
+    alerts_.clear();
+    const auto chosen = std::ranges::find(asked.alert.buttons, button);
+    const bool isNone = chosen == asked.alert.buttons.end();
+    EXPECT_TRUE(!isNone || button.empty()) << "no such answer: " << button;
+    asked.answered(isNone ? std::nullopt : std::optional<size_t>(chosen - asked.alert.buttons.begin()));
 }
 
 SimSurface* SimToolkit::pointAt(ui::View& view) {

@@ -63,6 +63,10 @@ public:
     std::unique_ptr<ui::FormWindowPeer> makeFormWindow(ui::Form form) override;
     Size textSize(std::string_view text, const ui::Font& font) override;
     Subscription observeOutsidePresses(std::function<void()> pressed) override;
+    void showAlert(ui::Alert alert, std::function<void(std::optional<size_t>)> answered) override {
+        alerts_.push_back({std::move(alert), std::move(answered)});
+    }
+    std::unique_ptr<ui::StatusItemPeer> makeStatusItem(ui::Menu menu) override;
     /// Over a panel where the pointer is over it; over anything else, far away from every panel.
     std::optional<Point<ScreenSpace>> pointerLocation() override;
     bool isMouseButtonDown() override { return isPressed_ || drags_.isActive(); }
@@ -86,6 +90,12 @@ public:
     /// The window that shows the view; null when it is not shown.
     static SimSurface* surfaceOf(const ui::View& view);
     static Repaints repaints(const ui::View& view);
+
+    /// What is asked; null for nothing. Only one question is asked at a time.
+    const ui::Alert* alert() const { return alerts_.size() == 1 ? &alerts_.front().alert : nullptr; }
+    /// The menu of the item in the menu bar; null for none.
+    const ui::Menu* statusMenu() const { return statusMenu_; }
+    int statusMenusSet = 0;
 
     // --- What a person does. A view that is not on the screen fails the test. ---
     void click(ui::View& view);
@@ -113,8 +123,15 @@ public:
     /// Chooses the item of the open menu that these titles lead to.
     void choose(const std::vector<std::string>& path);
     void dismissMenu();
+    /// Answers what is asked with this button, or with none.
+    void answer(const std::string& button);
 
 private:
+    friend class SimStatusItemPeer;
+    struct OpenAlert {
+        ui::Alert alert;
+        std::function<void(std::optional<size_t>)> answered;
+    };
     friend class SimPanelPeer;
     friend class SimPopoverPeer;
     friend class SimFormWindowPeer;
@@ -137,6 +154,8 @@ private:
     std::vector<SimPopover*> popovers_;
     std::vector<SimFormWindow*> formWindows_;
     std::optional<OpenMenu> menu_;
+    std::vector<OpenAlert> alerts_;
+    const ui::Menu* statusMenu_ = nullptr;
     Signal<> outsidePresses_;
     SimSurface* pointed_ = nullptr;  // the window under the pointer; compared with the living ones before use
     Point<ViewSpace> location_;

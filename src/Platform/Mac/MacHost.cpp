@@ -1,8 +1,10 @@
 #include "Platform/Mac/MacHost.h"
 
 #include "Platform/Mac/Applications/MacInstalledApplications.h"
+#include "Platform/Mac/Applications/SingleInstance.h"
 #include "Platform/Mac/NowPlaying/MacScripts.h"
 #include "Platform/Mac/System/DispatchQueue.h"
+#include "Platform/Mac/System/SignalWatch.h"
 #include "Platform/Mac/apple/Foundation/NSBundle.h"
 #include "Platform/Mac/apple/Foundation/NSProcessInfo.h"
 #include "Platform/Mac/objc/AutoreleasePool.h"
@@ -27,28 +29,31 @@ std::string systemVersion() {
 }  // namespace
 
 Platform MacHost::platform() {
-    return {system_.mainLoop(),
-            system_.log(),
-            system_.accessibility(),
-            system_.windowServer(),
-            system_.workspace(),
-            system_.screens(),
-            system_.defaults(),
-            system_.icons(),
-            toolkit_,
-            [] { NSApplication::shared().terminate(); },
-            [](const std::string& label) { return std::make_unique<DispatchQueue>(label); },
-            std::make_shared<MacInstalledApplications>(),
-            [] { return Date(std::chrono::system_clock::now()); },
-            system_.httpClient(),
-            programVersion(),
-            systemVersion(),
-            nullptr,
-            std::make_shared<MacScripts>(),
-            {.hasMenuBar = true, .hasDock = true, .switchesSpaces = true}};
+    return {.mainLoop = system_.mainLoop(),
+            .log = system_.log(),
+            .accessibility = system_.accessibility(),
+            .windowServer = system_.windowServer(),
+            .workspace = system_.workspace(),
+            .screens = system_.screens(),
+            .defaults = system_.defaults(),
+            .icons = system_.icons(),
+            .toolkit = toolkit_,
+            .terminate = [] { NSApplication::shared().terminate(); },
+            .makeWorkQueue = [](const std::string& label) { return std::make_unique<DispatchQueue>(label); },
+            .installedApplications = std::make_shared<MacInstalledApplications>(),
+            .wallClock = [] { return Date(std::chrono::system_clock::now()); },
+            .httpClient = system_.httpClient(),
+            .programVersion = programVersion(),
+            .systemVersion = systemVersion(),
+            .scriptRunner = std::make_shared<MacScripts>(),
+            .features = {.hasMenuBar = true, .hasDock = true, .switchesSpaces = true},
+            .loginItem = &system_.loginItem(),
+            .shellCommands = &system_.shell()};
 }
 
 void MacHost::run(AppDelegate::Callbacks application) {
+    if (application.reopened) furtherInstances_ = observeFurtherInstances(application.reopened);
+    requestsToEnd_ = observeRequestsToEnd([] { NSApplication::shared().terminate(); });
     delegate_ = AppDelegate::make(std::move(application));
     application_.setDelegate(delegate_);
     // No Dock icon, and no main menu of its own.

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "Platform/Mac/apple/AppKit/NSAppearance.h"
+#include "Platform/Mac/apple/AppKit/NSControls.h"
 #include "Platform/Mac/apple/AppKit/NSEvent.h"
 
 namespace morvel::mac {
@@ -26,6 +27,7 @@ public:
     void setAppearance(const NSAppearance& appearance) const { send(*this, "setAppearance:"_sel, appearance); }
     NSAppearance effectiveAppearance() const { return send<NSAppearance>(*this, "effectiveAppearance"_sel); }
     void activateIgnoringOtherApps(bool ignoring) const { send(*this, "activateIgnoringOtherApps:"_sel, ignoring); }
+    NSImage applicationIconImage() const { return send<NSImage>(*this, "applicationIconImage"_sel); }
     /// Empty outside the handling of an event.
     NSEvent currentEvent() const { return send<NSEvent>(*this, "currentEvent"_sel); }
     /// To the first object that answers it, from what has the keyboard's focus upwards. False: none does.

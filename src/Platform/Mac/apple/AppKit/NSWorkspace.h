@@ -20,6 +20,10 @@ public:
         return send<NSRunningApplication>(ClassOf<NSRunningApplication>{},
                                           "runningApplicationWithProcessIdentifier:"_sel, pid);
     }
+    /// This process.
+    static NSRunningApplication current() {
+        return send<NSRunningApplication>(ClassOf<NSRunningApplication>{}, "currentApplication"_sel);
+    }
     static NSArray withBundleIdentifier(const NSString& identifier) {
         return send<NSArray>(ClassOf<NSRunningApplication>{}, "runningApplicationsWithBundleIdentifier:"_sel,
                              identifier);

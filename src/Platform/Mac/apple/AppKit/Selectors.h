@@ -15,6 +15,7 @@ inline constexpr auto initWithContentRect = "initWithContentRect:styleMask:backi
 // The application's delegate.
 inline constexpr auto applicationDidFinishLaunching = "applicationDidFinishLaunching:"_sel;
 inline constexpr auto applicationWillTerminate = "applicationWillTerminate:"_sel;
+inline constexpr auto applicationShouldHandleReopen = "applicationShouldHandleReopen:hasVisibleWindows:"_sel;
 
 // Windows.
 inline constexpr auto canBecomeKeyWindow = "canBecomeKeyWindow"_sel;
