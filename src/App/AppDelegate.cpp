@@ -206,7 +206,7 @@ void AppDelegate::openSettings() {
     if (!settingsWindow_)
         settingsWindow_ = std::make_unique<SettingsWindow>(
             platform_.toolkit, platform_.mainLoop,
-            settingsSources(platform_, *settings_, *pinnedStore_, *clampingBlacklist_));
+            settingsSources(platform_, *settings_, *pinnedStore_, *clampingBlacklist_, *updateController_));
     settingsWindow_->show();
 }
 

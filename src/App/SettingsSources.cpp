@@ -53,10 +53,30 @@ EditableList listOf(ClampingBlacklist& blacklist, const std::function<std::strin
             [&blacklist](const std::string& bundleID) { blacklist.add(bundleID); }, changesOf(blacklist.bundleIDs())};
 }
 
+UpdateState stateOf(const UpdateController& controller) {
+    const UpdateController::Status& status = controller.status().value();
+    if (std::holds_alternative<UpdateController::Checking>(status)) return {UpdateState::Kind::Checking};
+    if (std::holds_alternative<UpdateController::UpToDate>(status)) return {UpdateState::Kind::UpToDate};
+    if (std::holds_alternative<UpdateController::Failed>(status)) return {UpdateState::Kind::Failed};
+    const auto* release = std::get_if<RemoteVersion>(&status);
+    if (!release) return {UpdateState::Kind::Idle};
+    return {UpdateState::Kind::Available, release->version.description(), release->downloadURL, release->releaseNotesURL,
+            !controller.updateAvailable()};
+}
+
+UpdateSource updatesOf(UpdateController& controller) {
+    const auto skip = [&controller] {
+        if (const auto* release = std::get_if<RemoteVersion>(&controller.status().value()))
+            controller.skip(release->version);
+    };
+    return {[&controller] { return stateOf(controller); }, [&controller] { controller.checkNow(); }, skip,
+            changesOf(controller.status())};
+}
+
 }  // namespace
 
 SettingsSources settingsSources(const Platform& platform, SettingsStore& settings, PinnedAppsStore& pinnedItems,
-                                ClampingBlacklist& clampingBlacklist) {
+                                ClampingBlacklist& clampingBlacklist, UpdateController& updates) {
     const auto name = [&platform](const std::string& bundleID) { return nameOf(platform, bundleID); };
     const auto openPage = [&platform](const std::string& page) { platform.workspace.openPage(page); };
     return {settings,
@@ -64,10 +84,10 @@ SettingsSources settingsSources(const Platform& platform, SettingsStore& setting
             platform.icons,
             listOf(pinnedItems),
             listOf(clampingBlacklist, name),
-            {},
+            updatesOf(updates),
             name,
             openPage,
-            [] { return std::chrono::time_point_cast<Date::duration>(std::chrono::system_clock::now()); }};
+            platform.wallClock};
 }
 
 }  // namespace morvel

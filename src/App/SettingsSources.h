@@ -5,11 +5,12 @@
 #include "Pinned/PinnedAppsStore.h"
 #include "Platform/Platform.h"
 #include "Settings/UI/SettingsSources.h"
+#include "Update/UpdateController.h"
 
 namespace morvel {
 
 /// All that is referred to outlives the sources.
 SettingsSources settingsSources(const Platform& platform, SettingsStore& settings, PinnedAppsStore& pinnedItems,
-                                ClampingBlacklist& clampingBlacklist);
+                                ClampingBlacklist& clampingBlacklist, UpdateController& updates);
 
 }  // namespace morvel
