@@ -2,6 +2,10 @@
 
 #include <algorithm>
 
+#include "App/SettingsSources.h"
+#include "Display/MenuBar/AppleMenu.h"
+#include "Update/UpdateChecker.h"
+
 namespace morvel {
 
 namespace {
@@ -26,6 +30,8 @@ AppDelegate::AppDelegate(const Platform& platform)
 AppDelegate::~AppDelegate() = default;
 
 void AppDelegate::applicationDidFinishLaunching() {
+    // The settings exist only once the permission is there; the way to quit has to be there before.
+    if (platform_.defaults.object("showMenuBarIcon") == DefaultsValue{true}) installStatusItem();
     if (permissionGate_.isTrusted()) return startCore();
     askForPermission([this] { startCore(); });
 }
@@ -43,6 +49,7 @@ void AppDelegate::applicationWillTerminate() {
     // Every store writes through at once; the bars go with us. On some systems the process ends without taking anything
     // apart, and what was lent to a Space must not stay there.
     pinnedItemLauncher_.reset();
+    if (systemChanges_) systemChanges_->revert();
 }
 
 void AppDelegate::startCore() {
@@ -50,6 +57,7 @@ void AppDelegate::startCore() {
         std::make_unique<WindowStore>(mint_, [this](ProcessID pid) { return platform_.workspace.isProcessAlive(pid); });
     settings_ = std::make_unique<SettingsStore>(platform_.defaults);
     pinnedStore_ = std::make_unique<PinnedAppsStore>(platform_.defaults);
+    startNowPlaying();
     observerManager_ = std::make_unique<AXObserverManager>(
         AXObserverManager::System{platform_.mainLoop, platform_.log, platform_.accessibility, platform_.windowServer,
                                   platform_.workspace, platform_.screens},
@@ -69,12 +77,14 @@ void AppDelegate::startCore() {
     barActions_ = makeBarActions();
     displayManager_ = std::make_unique<DisplayManager>(
         BarServices{platform_.toolkit, platform_.mainLoop, platform_.screens, platform_.icons, *spaceQuery_,
-                    *windowStore_, *settings_, *pinnedStore_, *platform_.installedApplications, *iconCache_, mint_,
-                    barActions_},
-        platform_.windowServer, platform_.workspace);
+                    *windowStore_, *settings_, *pinnedStore_, *platform_.installedApplications, *iconCache_,
+                    *nowPlaying_, mint_, barActions_},
+        platform_.windowServer, platform_.workspace, platform_.accessibility);
     displayManager_->start();
+    startUpdates();
     startClamping();
     subscribeToSettings();
+    changeSystem();
 }
 
 void AppDelegate::makeLaunchers() {
@@ -84,6 +94,28 @@ void AppDelegate::makeLaunchers() {
         *windowStore_, [this](WindowID id, const Screen& to) { observerManager_->moveWindow(id, to); });
     installedApps_ = std::make_unique<InstalledAppsLoader>(platform_.installedApplications, platform_.mainLoop,
                                                            platform_.makeWorkQueue("installed applications"));
+}
+
+void AppDelegate::startNowPlaying() {
+    NowPlayingPoller* poller = platform_.nowPlayingPoller;
+    if (!poller && platform_.scriptRunner) {
+        scriptPoller_ =
+            std::make_unique<AppleScriptPoller>(platform_.scriptRunner, platform_.mainLoop, platform_.makeWorkQueue);
+        poller = scriptPoller_.get();
+    }
+    nowPlaying_ = std::make_unique<NowPlayingStore>(poller, platform_.mainLoop);
+    if (settings_->nowPlayingEnabled.value()) nowPlaying_->start();
+}
+
+void AppDelegate::startUpdates() {
+    const std::string version = platform_.programVersion.value_or("");
+    updateController_ = std::make_unique<UpdateController>(
+        *settings_, UpdateController::Environment{platform_.mainLoop, platform_.wallClock,
+                                                  SemanticVersion::parse(version), platform_.systemVersion,
+                                                  [checker = UpdateChecker(platform_.httpClient)](auto fetched) {
+                                                      checker.fetchLatest(std::move(fetched));
+                                                  }});
+    updateController_->start();
 }
 
 void AppDelegate::startClamping() {
@@ -98,8 +130,35 @@ void AppDelegate::startClamping() {
 }
 
 void AppDelegate::subscribeToSettings() {
+    subscriptions_.push_back(settings_->nowPlayingEnabled.subscribe(
+        [this](bool enabled) { enabled ? nowPlaying_->start() : nowPlaying_->stop(); }, Current::Skip));
     subscriptions_.push_back(
         settings_->theme.subscribe([this](Theme theme) { platform_.toolkit.setAppearance(appearanceOf(theme)); }));
+    if (platform_.loginItem)
+        subscriptions_.push_back(
+            settings_->startAtLogin.subscribe([this](bool starts) { platform_.loginItem->setRegistered(starts); }));
+}
+
+void AppDelegate::changeSystem() {
+    const auto followStatusItem = [this] {
+        subscriptions_.push_back(settings_->showMenuBarIcon.subscribe([this](bool isShown) {
+            if (!isShown) statusItem_.reset();
+            if (isShown && !statusItem_) installStatusItem();
+        }));
+    };
+    if (!platform_.shellCommands) return followStatusItem();
+    const auto changed = [this] {
+        if (statusItem_) statusItem_->setMenu(buildSystemMenu());
+    };
+    systemChanges_ = std::make_unique<SystemChanges>(
+        SystemChanges::System{*platform_.shellCommands, platform_.defaults, platform_.toolkit, platform_.log, changed},
+        *settings_);
+    systemChanges_->start();
+    systemChanges_->makeOffers(followStatusItem);
+}
+
+void AppDelegate::installStatusItem() {
+    statusItem_ = platform_.toolkit.makeStatusItem(buildSystemMenu());
 }
 
 BarActions AppDelegate::makeBarActions() {
@@ -121,6 +180,11 @@ BarActions AppDelegate::makeBarActions() {
     actions.onLaunchNewPinnedInstance = [this](const PinnedItem& item, DisplayID display) {
         if (pinnedItemLauncher_) pinnedItemLauncher_->launchNewInstance(item, display);
     };
+    if (platform_.screens.statusBarThickness() > 0) {  // there are such menus only where the system has a menu bar
+        actions.onAppleMenu = [this] {
+            if (const auto owner = platform_.workspace.menuBarOwner()) openAppleMenu(platform_.accessibility, *owner);
+        };
+    }
     actions.app = appCommands_->actions();
     actions.installedApps = [this](InstalledAppsLoader::Use use) { installedApps_->apps(std::move(use)); };
     actions.onLaunchApp = [this](const InstalledApp& app) {
@@ -137,9 +201,18 @@ void AppDelegate::pinApplication(ProcessID pid) {
         if (window.bundleID) return pinnedStore_->pinApp(*window.bundleID, window.appName);
 }
 
-ui::Menu AppDelegate::buildSystemMenu() const {
+void AppDelegate::openSettings() {
+    if (!settings_) return;
+    if (!settingsWindow_)
+        settingsWindow_ = std::make_unique<SettingsWindow>(
+            platform_.toolkit, platform_.mainLoop,
+            settingsSources(platform_, *settings_, *pinnedStore_, *clampingBlacklist_));
+    settingsWindow_->show();
+}
+
+ui::Menu AppDelegate::buildSystemMenu() {
     ui::Menu menu;
-    menu.push_back({.title = "Morvel Settings…", .keyEquivalent = ","});
+    menu.push_back({.title = "Morvel Settings…", .action = [this] { openSettings(); }, .keyEquivalent = ","});
     menu.push_back(ui::MenuItem::separator());
     menu.push_back({.title = "Quit Morvel", .action = platform_.terminate, .keyEquivalent = "q"});
     return menu;

@@ -27,12 +27,24 @@ AutoHideController::AutoHideController(const AutoHideServices& services, MorvelE
     if (secondary) panels_.push_back(std::move(*secondary));
 }
 
+void AutoHideController::setSecondary(std::optional<AutoHidePanel> secondary) {
+    if (panels_.size() > 1) {
+        std::erase_if(tracking_, [&](const Tracking& tracking) { return tracking.panel == &panels_.back().panel; });
+        panels_.pop_back();
+    }
+    if (!secondary) return;
+    panels_.push_back(std::move(*secondary));
+    if (trigger_) installPanelTracking(panels_.back());
+    place(Animate::No);  // before it is shown
+    if (presence_ == Presence::OnScreen) panels_.back().panel.orderFront();
+}
+
 void AutoHideController::start() {
     if (trigger_) return;
     trigger_ = std::make_unique<EdgeRevealTrigger>(
         services_.toolkit, uiEdge(edge_), [this] { return revealStrip(panels_.front().onScreenFrame(), edge_); },
         [this] { stripEntered(); });
-    installPanelTracking();
+    for (const AutoHidePanel& panel : panels_) installPanelTracking(panel);
     isShown_ = false;
     place(Animate::No);
     trigger_->setArmed(true);
@@ -132,12 +144,10 @@ bool AutoHideController::isPointerOverPanels() const {
            std::ranges::any_of(panels_, [&](const AutoHidePanel& p) { return p.onScreenFrame().contains(*pointer); });
 }
 
-void AutoHideController::installPanelTracking() {
-    for (const AutoHidePanel& p : panels_) {
-        tracking_.push_back(
-            {&p.panel, std::make_unique<PanelMouseObserver>([this](bool inside) { pointerMoved(inside); })});
-        p.panel.content().insertSubview(*tracking_.back().observer, 0);
-    }
+void AutoHideController::installPanelTracking(const AutoHidePanel& panel) {
+    tracking_.push_back(
+        {&panel.panel, std::make_unique<PanelMouseObserver>([this](bool inside) { pointerMoved(inside); })});
+    panel.panel.content().insertSubview(*tracking_.back().observer, 0);
     layoutPanelTracking();
 }
 

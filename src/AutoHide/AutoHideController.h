@@ -36,6 +36,10 @@ public:
     AutoHideController(const AutoHideServices& services, MorvelEdge edge, AutoHidePanel panel,
                        std::optional<AutoHidePanel> secondary = std::nullopt);
 
+    /// Another secondary panel, or none any more; after `start` or `stop`. It is put to where the bar's panel is, shown or
+    /// hidden as that one.
+    void setSecondary(std::optional<AutoHidePanel> secondary);
+
     /// Hides the bar at once.
     void start();
     /// Shows the bar at once, for good.
@@ -70,7 +74,7 @@ private:
     /// How far the panels move to be out of sight; nothing where that would be in the sight of another display.
     std::optional<double> slideDistance() const;
     bool isPointerOverPanels() const;
-    void installPanelTracking();
+    void installPanelTracking(const AutoHidePanel& panel);
     void layoutPanelTracking();
 
     AutoHideServices services_;

@@ -9,6 +9,7 @@
 #include "Display/SpaceQuery.h"
 #include "Launcher/InstalledApp.h"
 #include "Pinned/PinnedAppsStore.h"
+#include "NowPlaying/NowPlayingStore.h"
 #include "Platform/Icons.h"
 #include "Platform/InstalledApplications.h"
 #include "Platform/MainLoop.h"
@@ -36,8 +37,8 @@ struct BarActions {
     /// The display is that of the bar that was clicked.
     std::function<void(const PinnedItem&, DisplayID)> onClickPinnedItem;
     std::function<void(const PinnedItem&, DisplayID)> onLaunchNewPinnedInstance;
+    std::function<void()> onAppleMenu;  ///< opens the menu of the application that owns the menu bar
     AppActions app;
-    std::function<void()> onAppleMenu;
     /// Hands over what the launcher lists, now or in a later turn.
     std::function<void(std::function<void(const std::vector<InstalledApp>&)>)> installedApps;
     std::function<void(const InstalledApp&)> onLaunchApp;
@@ -59,6 +60,7 @@ struct BarServices {
     PinnedAppsStore& pinned;
     InstalledApplications& installedApplications;
     IconCache& iconCache;
+    NowPlayingStore& nowPlaying;
     WindowIDMint& mint;
     const BarActions& actions;
 };

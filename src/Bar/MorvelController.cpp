@@ -1,9 +1,15 @@
 #include "Bar/MorvelController.h"
 
+#include <utility>
+
+#include "Display/MenuBar/CompactTopLeftBuffer.h"
+#include "Display/MenuBar/MenuBarStrip.h"
+
 namespace morvel {
 
 namespace {
 
+/// All that the frame depends on but the menu bar.
 BarFrameInput frameInput(const BarServices& services, const Screen& screen) {
     const SettingsStore& settings = services.settings;
     const std::vector<Screen> screens = services.screens.screens();
@@ -14,8 +20,6 @@ BarFrameInput frameInput(const BarServices& services, const Screen& screen) {
     input.firstScreenFrame = first.frame;
     input.firstScreenVisibleFrame = first.visibleFrame;
     input.edge = settings.barEdge.value();
-    input.compactAtTop = settings.compactAtTop.value();
-    input.matchMenuBarHeight = settings.matchMenuBarHeight.value();
     input.barHeight = settings.barHeight.value();
     input.statusBarThickness = services.screens.statusBarThickness();
     return input;
@@ -25,15 +29,26 @@ ui::Edge uiEdge(MorvelEdge edge) {
     return edge == MorvelEdge::Top ? ui::Edge::Top : ui::Edge::Bottom;
 }
 
+std::optional<RunningZoneLayout::NotchRange> notchOf(const Screen& screen) {
+    if (!screen.auxiliaryTopLeft || !screen.auxiliaryTopRight) return std::nullopt;
+    return RunningZoneLayout::NotchRange{screen.auxiliaryTopLeft->maxX() - screen.frame.minX(),
+                                         screen.auxiliaryTopRight->minX() - screen.frame.minX()};
+}
+
 }  // namespace
 
-MorvelController::MorvelController(const BarServices& services, const Screen& screen, std::optional<SpaceID> spaceID)
+MorvelController::MorvelController(const BarServices& services, MenuBar& menuBar, const Screen& screen,
+                                   std::optional<SpaceID> spaceID)
     : services_(services),
+      menuBar_(menuBar),
       screen_(screen),
+      compactTop_(measured()),
       view_(services, *screen.displayID, spaceID),
       panel_(services.toolkit, {frame(), uiEdge(services.settings.barEdge.value())}, view_),
+      rightStrip_(makeRightStrip()),
       autoHide_({services.toolkit, services.mainLoop, services.screens}, services.settings.barEdge.value(),
-                {panel_, [this] { return frame(); }}) {
+                {panel_, [this] { return frame(); }}, rightStripPanel()) {
+    view_.setCompactTop(compactTop_);
     view_.pinReveal = lifetime_.whileAlive([this] { autoHide_.pinReveal(); });
     view_.unpinReveal = lifetime_.whileAlive([this] { autoHide_.unpinReveal(); });
     clampSubscription_ = services_.settings.clampWindows.subscribe([this](bool) { applyReservedSpace(); });
@@ -57,15 +72,74 @@ void MorvelController::update(const Screen& screen, std::optional<SpaceID> space
 }
 
 void MorvelController::reframe() {
+    compactTop_ = measured();
+    view_.setCompactTop(compactTop_);
+    updateRightStrip();
     autoHide_.updateGeometry();
 }
 
+void MorvelController::setCompactTopExpanded(bool expanded) {
+    if (std::exchange(isExpanded_, expanded) == expanded) return;
+    menuBar_.forget();
+    reframe();
+}
+
+CompactTopState MorvelController::measured() const {
+    CompactTopState state;
+    if (!isCompactTop()) return state;
+    const SettingsStore& settings = services_.settings;
+    state.notch = notchOf(screen_);
+    if (!hasMenuBar(screen_)) return state;
+    const bool detectsTitles = settings.autoDetectMacOSMenuWidth.value();  // else nobody is asked
+    const auto titlesEnd = detectsTitles ? menuBar_.rightmostMenuTitleX(screen_) : std::nullopt;
+    const int count = settings.compactTopCollapsedItemCount.value();
+    state.leftReserve = CompactTopLeftBuffer::effective(screen_, settings, titlesEnd);
+    state.rightReserve =
+        CompactTopBuffer::effective(screen_, settings, menuBar_.statusItems(screen_, count), isExpanded_);
+    if (state.notch && state.notch->end <= state.leftReserve) state.notch.reset();  // the bar begins beyond it
+    state.toggleWidth = kCompactTopStripWidth;
+    state.isExpanded = isExpanded_;
+    return state;
+}
+
+std::unique_ptr<CompactTopRightStripController> MorvelController::makeRightStrip() {
+    if (compactTop_.toggleWidth == 0) return nullptr;
+    return std::make_unique<CompactTopRightStripController>(services_.toolkit, services_.icons,
+                                                            compactTopStripFrame(frame()),
+                                                            [this] { setCompactTopExpanded(!isExpanded_); });
+}
+
+std::optional<AutoHidePanel> MorvelController::rightStripPanel() {
+    if (!rightStrip_) return std::nullopt;
+    return AutoHidePanel{rightStrip_->panel(), [this] { return compactTopStripFrame(frame()); }};
+}
+
+/// There is one while the screen has a menu bar.
+void MorvelController::updateRightStrip() {
+    if (compactTop_.toggleWidth == 0) {
+        autoHide_.setSecondary(std::nullopt);
+        rightStrip_.reset();
+    } else if (!rightStrip_) {
+        rightStrip_ = makeRightStrip();
+        autoHide_.setSecondary(rightStripPanel());
+    }
+    if (rightStrip_) rightStrip_->setExpanded(isExpanded_);
+}
+
 Rect<ScreenSpace> MorvelController::frame() const {
-    return barFrame(frameInput(services_, screen_));
+    BarFrameInput input = frameInput(services_, screen_);
+    input.compactAtTop = isCompactTop();
+    input.leftBuffer = compactTop_.leftReserve;
+    input.rightBuffer = compactTop_.rightReserve;
+    // Where the system has no menu bar, what takes room at the top is another program's panel and nothing to match.
+    input.matchMenuBarHeight = menuBar_.exists() && services_.settings.matchMenuBarHeight.value();
+    if (input.edge == MorvelEdge::Top && input.matchMenuBarHeight) input.menuBarHeight = menuBar_.height(screen_);
+    return barFrame(input);
 }
 
 bool MorvelController::isCompactTop() const {
-    return services_.settings.barEdge.value() == MorvelEdge::Top && services_.settings.compactAtTop.value();
+    return menuBar_.exists() && services_.settings.barEdge.value() == MorvelEdge::Top &&
+           services_.settings.compactAtTop.value();
 }
 
 }  // namespace morvel

@@ -28,7 +28,8 @@ MorvelView::MorvelView(const BarServices& services, DisplayID screenID, std::opt
       systemButtons_(services, reveal(), [this] { placeSystemButtons(); }),
       launchStrip_(services, screenID, reveal()),
       systemStack_(ui::StackView::Axis::Horizontal, kStripSpacing),
-      running_(services, screenID, reveal(), drops()) {
+      nowPlayingPopover_({services.toolkit, services.icons, services.iconCache}),
+      running_(services, screenID, reveal(), drops(), nowPlayingControls()) {
     systemStack_.setInsets(0, kBarInset);
     divider_.setBackground(ui::kSeparatorColor);
     running_.stack().setClipsToBounds(true);
@@ -59,6 +60,19 @@ void MorvelView::placeSystemButtons() {
     schedule(Rebuild::IfNeeded);
 }
 
+NowPlayingControls MorvelView::nowPlayingControls() {
+    return {&services_.mainLoop,
+            [this](ui::View& button, const std::string& bundleID) { openNowPlaying(button, bundleID); },
+            [this] { nowPlayingPopover_.close(); }};
+}
+
+void MorvelView::openNowPlaying(ui::View& button, const std::string& bundleID) {
+    const std::optional<NowPlayingState> state = services_.nowPlaying.state().value();
+    if (!state || state->bundleID != bundleID) return;
+    if (!nowPlayingPopover_.isShown()) pinReveal();
+    nowPlayingPopover_.show(button, *state, services_.nowPlaying, services_.settings.barEdge.value());
+}
+
 void MorvelView::subscribeToStore() {
     subscriptions_.push_back(services_.store.windows().subscribe(
         [this](const WindowMapRef&) { schedule(Rebuild::IfNeeded); }, Current::Skip));
@@ -68,6 +82,11 @@ void MorvelView::subscribeToStore() {
     subscriptions_.push_back(services_.settings.pinnedMaxVisible.subscribe(follows, Current::Skip));
     subscriptions_.push_back(services_.store.focusedID().subscribe(
         [this](const std::optional<WindowID>& focused) { running_.applyFocus(focused); }));
+    nowPlayingPopover_.onDidClose = [this] { unpinReveal(); };
+    subscriptions_.push_back(
+        services_.nowPlaying.state().subscribe([this](const std::optional<NowPlayingState>& state) {
+            running_.applyNowPlaying(state ? std::optional(state->bundleID) : std::nullopt);
+        }));
 }
 
 void MorvelView::subscribeToSettings() {
@@ -111,6 +130,21 @@ void MorvelView::setDisplay(DisplayID screenID, std::optional<SpaceID> spaceID) 
     running_.setScreenID(screenID);
     // The screen's frame and the windows' Spaces may have changed though neither identifier has.
     rebuildRunningIfNeeded(*services_.store.windows().value());
+}
+
+void MorvelView::setCompactTop(const CompactTopState& state) {
+    if (compactTop_ == state) return;
+    const bool wasExpanded = std::exchange(compactTop_, state).isExpanded;
+    systemStack_.setInsets(0, kBarInset + state.toggleWidth);
+    setNeedsLayout();
+    if (wasExpanded != state.isExpanded) return forceRebuildRunning();
+    rebuildRunningIfNeeded(*services_.store.windows().value());
+}
+
+bool MorvelView::isCompactTopExpanded() const {
+    const SettingsStore& settings = services_.settings;
+    return RunningZoneLayout::isCompactTopExpanded(settings.barEdge.value(), settings.compactAtTop.value(),
+                                                   compactTop_.isExpanded);
 }
 
 void MorvelView::schedule(Rebuild rebuild) {
@@ -170,6 +204,9 @@ double MorvelView::availableWidth() const {
     room.baseWidth = screen != screens.end() ? screen->frame.width : bounds().width;
     room.edge = services_.settings.barEdge.value();
     room.compactAtTop = services_.settings.compactAtTop.value();
+    room.leftReserve = compactTop_.leftReserve;
+    room.rightReserve = compactTop_.rightReserve;
+    room.notch = compactTop_.notch;
     room.pinnedWidth = launchStrip_.stack().intrinsicSize().width;
     room.systemWidth = systemStack_.intrinsicSize().width;
     room.spacing = running_.spacing();
@@ -184,14 +221,21 @@ void MorvelView::rebuildRunning(std::vector<WindowSnapshot> filtered) {
         [this](std::string_view title) {
             return services_.toolkit.textSize(title, RunningZoneLayout::kTitleFont).width;
         }};
-    // The compact bar's expanded state would lift the mode Never; no bar can be expanded yet.
-    const auto mode = RunningZoneLayout::effectiveMode(settings.groupingMode.value(), false);
+    const auto mode = RunningZoneLayout::effectiveMode(settings.groupingMode.value(), isCompactTopExpanded());
     auto plan = RunningZoneLayout::planRunningZone(std::move(filtered), rule, lastAvailableWidth_, mode,
                                                    settings.windowlessDisplayMode.value());
     running_.apply(arranger_.arrange(std::move(plan.decision), std::move(plan.windowless)), plan.windowlessIconOnly);
+    if (!onContentWidthChanged) return;
+    onContentWidthChanged(launchStrip_.stack().intrinsicSize().width + running_.stack().intrinsicSize().width +
+                          systemStack_.intrinsicSize().width + 2 * running_.spacing());
+}
+
+void MorvelView::mouseDown(const ui::MouseEvent&) {
+    nowPlayingPopover_.close();
 }
 
 void MorvelView::rightMouseDown(const ui::MouseEvent& event) {
+    nowPlayingPopover_.close();
     if (!services_.actions.contextMenu) return;
     pinReveal();
     services_.toolkit.popUpMenu(services_.actions.contextMenu(), *this, event.location,
@@ -289,7 +333,16 @@ void MorvelView::layout() {
     divider_.setFrame({pinned + (running_.spacing() - kDividerWidth) / 2, kDividerInset, kDividerWidth,
                        std::max(height - 2 * kDividerInset, 0.0)});
     const double runningWidth = std::max(width - pinned - system - 2 * running_.spacing(), 0.0);
-    running_.stack().setFrame({pinned + running_.spacing(), 0, runningWidth, height});
+    const double runningX = pinned + running_.spacing();
+    running_.stack().setGap(notchIn(runningX));
+    running_.stack().setFrame({runningX, 0, runningWidth, height});
+}
+
+/// The camera housing in the space of a strip that begins at this x. The bar begins where the left reserve ends.
+std::optional<ui::StackView::Gap> MorvelView::notchIn(double stripX) const {
+    if (!compactTop_.notch) return std::nullopt;
+    const double origin = compactTop_.leftReserve + stripX;
+    return ui::StackView::Gap{compactTop_.notch->start - origin, compactTop_.notch->end - origin};
 }
 
 }  // namespace morvel

@@ -7,6 +7,7 @@
 
 #include "Bar/BarBackgroundLayer.h"
 #include "Bar/BarServices.h"
+#include "Bar/CompactTop/CompactTopState.h"
 #include "Bar/Drag/DragHighlightView.h"
 #include "Bar/LaunchStrip.h"
 #include "Bar/Layout/RunningStripArranger.h"
@@ -14,6 +15,7 @@
 #include "Bar/Layout/WindowProjection.h"
 #include "Bar/RunningStrip.h"
 #include "Bar/SystemButtons.h"
+#include "NowPlaying/NowPlayingPopover.h"
 #include "UI/StackView.h"
 #include "UI/View.h"
 #include "Util/Lifetime.h"
@@ -28,6 +30,12 @@ public:
 
     /// The display this bar is on and the Space that it shows now; absent where Spaces cannot be told.
     void setDisplay(DisplayID screenID, std::optional<SpaceID> spaceID);
+
+    /// What the compact mode leaves of the display's width, and how.
+    void setCompactTop(const CompactTopState& state);
+    bool isCompactTopExpanded() const;
+    /// Told the width that the contents of all strips need, in points, after each rebuild of the running strip.
+    std::function<void(double width)> onContentWidthChanged;
 
     /// Projects the windows onto this bar and rebuilds the running strip if the projection changed.
     void rebuildRunningIfNeeded(const WindowMap& windows);
@@ -50,6 +58,7 @@ public:
     std::function<void()> unpinReveal = [] {};
 
     bool acceptsMouse() const override { return true; }
+    void mouseDown(const ui::MouseEvent& event) override;
     void rightMouseDown(const ui::MouseEvent& event) override;
     /// Files that no button takes are pinned, wherever on the bar they are dropped.
     bool acceptsDrag(const ui::DragPasteboard& pasteboard) const override;
@@ -71,6 +80,8 @@ private:
     BarReveal reveal();
     void placeSystemButtons();
     RunningStrip::Drops drops();
+    NowPlayingControls nowPlayingControls();
+    void openNowPlaying(ui::View& button, const std::string& bundleID);
     bool runningWindowDropped(const WindowID& id, size_t index);
     void installDragHighlightIfNeeded();
     void setPinnedByDrag(bool pinned);
@@ -78,11 +89,13 @@ private:
     SpaceQueryCache makeSpaceQueryCache() const;
     double availableWidth() const;
     void rebuildRunning(std::vector<WindowSnapshot> filtered);
+    std::optional<ui::StackView::Gap> notchIn(double stripX) const;
 
     Lifetime lifetime_;  // before the strips, which hand what it guards to menus; it ends when all of this does
     BarServices services_;
     DisplayID screenID_;
     std::optional<SpaceID> spaceID_;
+    CompactTopState compactTop_;
     BarBackgroundLayer backgroundLayer_;
     std::unique_ptr<DragHighlightView> dragHighlightView_;  // once it was needed
     bool isForeignDragActive_ = false;
@@ -91,6 +104,7 @@ private:
     LaunchStrip launchStrip_;
     ui::StackView systemStack_;
     ui::View divider_;
+    NowPlayingPopover nowPlayingPopover_;
     RunningStrip running_;
     RunningStripArranger arranger_;
     std::optional<RunningProjection> lastRunningProjection_;

@@ -22,11 +22,13 @@ std::function<void(Rest...)> bound(const std::function<void(Argument, Rest...)>&
 
 }  // namespace
 
-RunningStrip::RunningStrip(const BarServices& services, DisplayID screenID, BarReveal reveal, Drops drops)
+RunningStrip::RunningStrip(const BarServices& services, DisplayID screenID, BarReveal reveal, Drops drops,
+                           NowPlayingControls nowPlayingControls)
     : services_(services),
       screenID_(screenID),
       reveal_(std::move(reveal)),
       drops_(std::move(drops)),
+      nowPlayingControls_(std::move(nowPlayingControls)),
       runningStack_(services.mainLoop, kRunningSpacing, stackHooks()),
       groupPopover_(buttonServices(), popoverBindings()),
       dragHoverClock_(services.mainLoop),
@@ -132,10 +134,12 @@ WindowButton& RunningStrip::windowButton(const WindowSnapshot& snapshot, bool ic
     if (!button) {
         button = std::make_unique<WindowButton>(buttonServices(), snapshot, iconOnly, bindings(snapshot));
         button->setActive(focused_ == snapshot.id);
+        button->setNowPlaying(isNowPlaying(snapshot.bundleID));
         return *button;
     }
     button->update(snapshot);
     button->setIconOnly(iconOnly);
+    button->setNowPlaying(isNowPlaying(snapshot.bundleID));
     return *button;
 }
 
@@ -149,12 +153,14 @@ GroupedAppButton& RunningStrip::groupedButton(const RunningZoneLayout::Group& gr
         b.bordersProvider = [&settings = services_.settings] { return settings.showButtonBorders.value(); };
         b.accentProvider = [&settings = services_.settings] { return AccentResolver::resolved(settings); };
         b.dragHoverProvider = [this] { return &dragHover_; };
+        b.nowPlayingControls = nowPlayingControls_;
         b.pinReveal = reveal_.pin;
         b.unpinReveal = reveal_.unpin;
         button =
             std::make_unique<GroupedAppButton>(buttonServices(), services_.mint.next(), group.bundleID, std::move(b));
     }
     button->update(group.windows);
+    button->setNowPlaying(isNowPlaying(group.bundleID));
     return *button;
 }
 
@@ -191,6 +197,7 @@ WindowButtonBindings RunningStrip::bindings(const WindowSnapshot& snapshot) {
     b.accentProvider = [&settings] { return AccentResolver::resolved(settings); };
     b.barEdgeProvider = [&settings] { return settings.barEdge.value(); };
     b.dragHoverProvider = [this] { return &dragHover_; };
+    b.nowPlayingControls = nowPlayingControls_;
     b.pinReveal = reveal_.pin;
     b.unpinReveal = reveal_.unpin;
     return b;
@@ -217,6 +224,16 @@ void RunningStrip::applyFocus(const std::optional<WindowID>& focused) {
     mark(focused_, false);
     focused_ = focused;
     mark(focused_, true);
+}
+
+bool RunningStrip::isNowPlaying(const std::optional<std::string>& bundleID) const {
+    return bundleID && bundleID == lastNowPlayingBundleID_;
+}
+
+void RunningStrip::applyNowPlaying(const std::optional<std::string>& bundleID) {
+    lastNowPlayingBundleID_ = bundleID;
+    for (const auto& [id, button] : windowButtons_) button->setNowPlaying(isNowPlaying(button->snapshot().bundleID));
+    for (const auto& [key, button] : groupedButtons_) button->setNowPlaying(isNowPlaying(key));
 }
 
 void RunningStrip::applyAppearance() {

@@ -32,7 +32,8 @@ public:
         std::function<bool(const WindowID&, size_t index)> dropped;
     };
 
-    RunningStrip(const BarServices& services, DisplayID screenID, BarReveal reveal, Drops drops);
+    RunningStrip(const BarServices& services, DisplayID screenID, BarReveal reveal, Drops drops,
+                 NowPlayingControls nowPlayingControls);
 
     LiveReorderStackView& stack() { return runningStack_; }
     /// Between neighbours, in points.
@@ -47,6 +48,8 @@ public:
     void apply(const RunningStripContent& content, bool iconOnly);
     /// Marks the focused window's button, and no other.
     void applyFocus(const std::optional<WindowID>& focused);
+    /// Badges the buttons of this application, and no others.
+    void applyNowPlaying(const std::optional<std::string>& bundleID);
     /// Colours, borders and active style have changed.
     void applyAppearance();
     /// The width of the buttons has changed.
@@ -65,6 +68,7 @@ private:
     void openGroupPopover(GroupedAppButton& button);
     void wheelTurned(double notches);
     ButtonServices buttonServices() const { return {services_.toolkit, services_.icons, services_.iconCache}; }
+    bool isNowPlaying(const std::optional<std::string>& bundleID) const;
     void groupClicked(GroupedAppButton& button);
     void dropMissing(const RunningStripContent& content);
 
@@ -72,6 +76,7 @@ private:
     DisplayID screenID_;
     BarReveal reveal_;
     Drops drops_;
+    NowPlayingControls nowPlayingControls_;
     RunningStackView runningStack_;
     GroupPopover groupPopover_;
     RunLoopDragHoverClock dragHoverClock_;
@@ -83,6 +88,7 @@ private:
     FocusWheel wheel_;
     bool isGrouped_ = false;
     std::optional<WindowID> focused_;
+    std::optional<std::string> lastNowPlayingBundleID_;  // what carries the badge
 };
 
 }  // namespace morvel

@@ -52,11 +52,11 @@ std::optional<Rect<ScreenSpace>> WindowClamper::reservedRect(const Screen& scree
 /// In a later turn, because a setting out of range is published before the one that takes its place, and because many
 /// windows may change in one turn.
 void WindowClamper::lookSoon() {
-    if (nextLook_) return;
-    nextLook_ = system_.mainLoop.after({}, [this] {
-        nextLook_.reset();
+    if (std::exchange(isLookPosted_, true)) return;
+    system_.mainLoop.post(lifetime_.whileAlive([this] {
+        isLookPosted_ = false;
         applyAll();
-    });
+    }));
 }
 
 void WindowClamper::reexamine() {

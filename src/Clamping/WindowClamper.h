@@ -13,6 +13,7 @@
 #include "Platform/Workspace.h"
 #include "Settings/SettingsStore.h"
 #include "Util/Geometry.h"
+#include "Util/Lifetime.h"
 #include "WindowSource/WindowStore.h"
 
 namespace morvel {
@@ -73,10 +74,11 @@ private:
     const ClampingBlacklist& blacklist_;
     const SettingsStore& settings_;
     std::unordered_map<WindowID, Record> records_;
-    Timer nextLook_;        // at this turn's changes
+    bool isLookPosted_ = false;
     Timer screensSettled_;  // while displays are being rearranged
     Timer buttonReleased_;  // while a write waits for it
     Subscriptions subscriptions_;
+    Lifetime lifetime_;
 };
 
 }  // namespace morvel

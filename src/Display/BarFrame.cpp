@@ -48,4 +48,8 @@ Rect<ScreenSpace> barFrame(const BarFrameInput& input) {
     return {screen.minX() + input.leftBuffer, screen.maxY() - height, width, height};
 }
 
+Rect<ScreenSpace> compactTopStripFrame(const Rect<ScreenSpace>& bar) {
+    return {bar.maxX() - kCompactTopStripWidth, bar.minY(), kCompactTopStripWidth, bar.height};
+}
+
 }  // namespace morvel

@@ -33,4 +33,11 @@ double visibleFrameMaxYForHeightMatch(const BarFrameInput& input);
 
 Rect<ScreenSpace> barFrame(const BarFrameInput& input);
 
+/// Of the small panel at the right end of a compact top bar, in points. No status item is exactly as wide.
+inline constexpr double kCompactTopStripWidth = 21;
+
+/// Where that panel stands: over the bar's right end, beside the right buffer, and at its full width even over a bar
+/// that is narrower.
+Rect<ScreenSpace> compactTopStripFrame(const Rect<ScreenSpace>& bar);
+
 }  // namespace morvel

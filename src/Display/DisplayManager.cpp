@@ -10,19 +10,40 @@ namespace {
 constexpr Duration kScreensSettleDelay = std::chrono::milliseconds(200);
 /// The notice of a Space switch comes before the switch's animation ends, when the answers still name the old Space.
 constexpr Duration kSpaceSettleDelay = std::chrono::milliseconds(300);
+/// An application that comes to the front while it starts builds its menus after the notice, and one that starts or ends
+/// adds or takes its status item away a moment later, when the others move.
+constexpr Duration kMenuBarSettleDelay = std::chrono::milliseconds(500);
 
 }  // namespace
 
-DisplayManager::DisplayManager(const BarServices& services, WindowServer& windowServer, Workspace& workspace)
-    : services_(services), workspace_(workspace), spaceEvents_(windowServer) {}
+DisplayManager::DisplayManager(const BarServices& services, WindowServer& windowServer, Workspace& workspace,
+                               Accessibility& accessibility)
+    : services_(services),
+      workspace_(workspace),
+      spaceEvents_(windowServer),
+      menuBar_({accessibility, windowServer, workspace, services.screens}) {}
 
 void DisplayManager::start() {
     rebuild();
     subscriptions_.push_back(services_.screens.observeChanges([this] { screensChanged(); }));
     spaceEvents_.start([this](uint32_t) { spaceChanged(); });
     subscriptions_.push_back(workspace_.observeActiveSpaceChanged([this] { spaceChanged(); }));
-    subscriptions_.push_back(workspace_.observeActivated([this](const RunningApplication&) { refreshCompactTop(); }));
+    installWorkspaceObservers();
     observeSettings();
+}
+
+void DisplayManager::installWorkspaceObservers() {
+    const auto changes = [this](const RunningApplication&) { menuBarChanged(); };
+    subscriptions_.push_back(workspace_.observeActivated(changes));
+    subscriptions_.push_back(workspace_.observeLaunched(changes));
+    subscriptions_.push_back(workspace_.observeTerminated(changes));
+    // The menus stand on the display that has the focused window. A change of window within one application moves them
+    // to another display without any notice of the workspace.
+    subscriptions_.push_back(services_.store.focusedID().subscribe(
+        [this](const std::optional<WindowID>&) {
+            if (controllers_.size() > 1) menuBarChanged();
+        },
+        Current::Skip));
 }
 
 void DisplayManager::observeSettings() {
@@ -62,19 +83,35 @@ void DisplayManager::rebuild() {
 }
 
 void DisplayManager::rebuildAll() {
-    // The bars that are made go on with the order that the windows had on the former ones.
-    std::map<DisplayID, RunningStripArranger> orders;
-    for (const auto& [display, controller] : controllers_) orders.emplace(display, controller->view().runningOrder());
+    // The bars that are made go on with the order that the windows had on the former ones, and as they were expanded.
+    struct Kept {
+        RunningStripArranger order;
+        bool isExpanded;
+    };
+    std::map<DisplayID, Kept> kept;
+    for (const auto& [display, controller] : controllers_)
+        kept.emplace(display, Kept{controller->view().runningOrder(), controller->isCompactTopExpanded()});
     controllers_.clear();
     uuids_.clear();
     rebuild();
-    for (const auto& [display, controller] : controllers_)
-        if (const auto order = orders.find(display); order != orders.end())
-            controller->view().adoptRunningOrder(order->second);
+    for (const auto& [display, controller] : controllers_) {
+        const auto former = kept.find(display);
+        if (former == kept.end()) continue;
+        controller->view().adoptRunningOrder(former->second.order);
+        controller->setCompactTopExpanded(former->second.isExpanded);
+    }
 }
 
 void DisplayManager::refreshCompactTop() {
+    menuBar_.forget();
     for (const auto& [display, controller] : controllers_) controller->reframe();
+}
+
+/// Now, and again once it has settled. Bars that are not beside the menu bar take no part and ask nobody.
+void DisplayManager::menuBarChanged() {
+    if (std::ranges::none_of(controllers_, [](const auto& entry) { return entry.second->isCompactTop(); })) return;
+    refreshCompactTop();
+    menuBarSettled_ = services_.mainLoop.after(kMenuBarSettleDelay, [this] { refreshCompactTop(); });
 }
 
 void DisplayManager::screensChanged() {
@@ -90,8 +127,10 @@ void DisplayManager::spaceChanged() {
 void DisplayManager::reconcile(Missing missing) {
     const std::vector<Screen> connected = connectedScreens();
     if (connected.empty()) return;  // what a waking system reports; the bars stay for when the displays are back
+    menuBar_.forget();
     const auto spaces = services_.spaceQuery.snapshotByDisplay();
     for (const Screen& screen : connected) {
+        if (screen.frame.isEmpty()) continue;  // in the middle of a reconfiguration; what bar it has stays as it is
         const DisplayID display = *screen.displayID;
         const auto found = spaces.find(display);
         const auto current = found != spaces.end() ? found->second.current : services_.spaceQuery.activeSpace();
@@ -104,7 +143,7 @@ void DisplayManager::reconcile(Missing missing) {
         if (controller) {
             controller->update(screen, current);
         } else {
-            controller = std::make_unique<MorvelController>(services_, screen, current);
+            controller = std::make_unique<MorvelController>(services_, menuBar_, screen, current);
         }
     }
     if (missing == Missing::Keep) return;

@@ -8,6 +8,7 @@
 
 #include "Bar/BarServices.h"
 #include "Bar/MorvelController.h"
+#include "Display/MenuBar/MenuBar.h"
 #include "Display/SpaceEvents.h"
 #include "Platform/WindowServer.h"
 #include "Platform/Workspace.h"
@@ -19,7 +20,8 @@ namespace morvel {
 class DisplayManager {
 public:
     /// All outlive the manager.
-    DisplayManager(const BarServices& services, WindowServer& windowServer, Workspace& workspace);
+    DisplayManager(const BarServices& services, WindowServer& windowServer, Workspace& workspace,
+                   Accessibility& accessibility);
 
     void start();
 
@@ -43,16 +45,20 @@ private:
     std::unique_ptr<MorvelController> takeControllerOf(const std::string& uuid, const std::vector<Screen>& connected);
     void screensChanged();
     void spaceChanged();
+    void menuBarChanged();
+    void installWorkspaceObservers();
     void observeSettings();
     void runNextTurn(void (DisplayManager::*action)());
 
     BarServices services_;
     Workspace& workspace_;
     SpaceEvents spaceEvents_;
+    MenuBar menuBar_;  // before the controllers
     std::map<DisplayID, std::unique_ptr<MorvelController>> controllers_;
     std::map<DisplayID, std::string> uuids_;  // of the displays that have a controller
     Timer screensSettled_;
     Timer spaceSettled_;
+    Timer menuBarSettled_;
     Subscriptions subscriptions_;
     Lifetime lifetime_;
 };

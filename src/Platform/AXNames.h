@@ -10,6 +10,7 @@ namespace morvel::ax {
 inline constexpr std::string_view kWindows = "AXWindows";
 inline constexpr std::string_view kFocusedWindow = "AXFocusedWindow";
 inline constexpr std::string_view kMenuBar = "AXMenuBar";
+inline constexpr std::string_view kExtrasMenuBar = "AXExtrasMenuBar";
 
 // Attributes of windows.
 inline constexpr std::string_view kRole = "AXRole";

@@ -37,7 +37,7 @@ public:
     virtual DisplayID mainDisplay() = 0;
     /// The display's persistent identifier, as the window server's display dictionaries name it.
     virtual std::optional<std::string> uuidString(DisplayID display) = 0;
-    /// The thickness of the system's status bar in points; 0 where there is none.
+    /// The thickness of the system's status bar in points; 0 where the system has no menu bar at all.
     virtual double statusBarThickness() = 0;
 
     /// After any change of number, frames or order. Several may come for one change.

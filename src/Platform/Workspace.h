@@ -37,6 +37,11 @@ public:
     virtual std::vector<RunningApplication> runningApplications() = 0;
     virtual std::optional<RunningApplication> runningApplication(ProcessID pid) = 0;
     virtual std::optional<ProcessID> frontmostApplication() = 0;
+    /// The application whose titles the system's menu bar shows: the one in front, or, while one without a menu bar is
+    /// in front, the one before it. Nothing where the system has no menu bar.
+    virtual std::optional<ProcessID> menuBarOwner() = 0;
+    /// The process that this program is.
+    virtual ProcessID ownProcess() = 0;
 
     /// Brings the application to the front, over others.
     virtual void activate(ProcessID pid) = 0;

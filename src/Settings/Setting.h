@@ -50,6 +50,15 @@ public:
         }
     }
 
+    /// As it is kept in the defaults; nothing for a value that is kept by its absence.
+    std::optional<DefaultsValue> stored() const { return rule_.encode(published_.value()); }
+    /// Whether a value that was kept so would be read as itself, or as the nearest allowed one.
+    bool canRead(const DefaultsValue& stored) const { return rule_.decode(stored).has_value(); }
+    /// Takes such a value over; another one is ignored.
+    void setStored(const DefaultsValue& stored) {
+        if (auto value = rule_.decode(stored)) set(*std::move(value));
+    }
+
     [[nodiscard]] Subscription subscribe(std::function<void(const T&)> changed,
                                          Current current = Current::Deliver) const {
         return published_.subscribe(std::move(changed), current);

@@ -56,6 +56,21 @@ public:
     Setting<std::optional<Date>> updaterLastCheckedAt;
     Setting<std::optional<std::string>> updaterSkippedVersion;
     Setting<std::optional<Data>> updaterCachedRemote;
+
+    /// Calls `visit` with each setting that is a person's choice, in the order above; not with what the program keeps
+    /// for itself, nor with what stands for a change to the system.
+    template <class Visit>
+    void forEachChoice(const Visit& visit) {
+        visit(barEdge), visit(barHeight), visit(theme), visit(clampWindows), visit(groupingMode), visit(startAtLogin);
+        visit(showStartButton), visit(showAppleMenuButton), visit(autoHide), visit(compactAtTop);
+        visit(matchMenuBarHeight), visit(compactTopRightBuffer), visit(autoDetectMacOSItemsWidth);
+        visit(compactTopCollapsedItemCount), visit(autoDetectMacOSMenuWidth), visit(nowPlayingEnabled);
+        visit(windowBlacklist), visit(showButtonBorders), visit(showMenuBarIcon), visit(windowButtonWidthMode);
+        visit(windowButtonCustomWidth), visit(windowSpaceMode), visit(windowlessAppsMode);
+        visit(windowlessDisplayMode), visit(dragHoverRaiseMode), visit(activeButtonStyle), visit(accentColorMode);
+        visit(accentColorCustom), visit(barBackgroundStyle), visit(barBlurIntensity), visit(pinnedMaxVisible);
+        visit(updaterAutoCheckEnabled);
+    }
 };
 
 }  // namespace morvel

@@ -10,6 +10,12 @@ void StackView::setInsets(double leading, double trailing) {
     intrinsicSizeChanged();
 }
 
+void StackView::setGap(const std::optional<Gap>& gap) {
+    if (gap_ == gap) return;
+    gap_ = gap;
+    setNeedsLayout();
+}
+
 Size StackView::intrinsicSize() const {
     double along = 0;
     double across = 0;
@@ -32,6 +38,8 @@ std::vector<Rect<ViewSpace>> StackView::arrangedFrames() const {
     for (const View* view : subviews()) {
         if (view->isHidden()) continue;
         const Size size = view->intrinsicSize();
+        const double length = axis_ == Axis::Horizontal ? size.width : size.height;
+        if (gap_ && position < gap_->end && position + length > gap_->start) position = gap_->end;
         if (axis_ == Axis::Horizontal) {
             const double height = std::min(size.height, frame().height);
             frames.push_back({position, (frame().height - height) / 2, size.width, height});

@@ -1,6 +1,7 @@
 // Lays out views in a row or a column, each at its intrinsic size, with the same space between neighbours.
 #pragma once
 
+#include <optional>
 #include <vector>
 
 #include "UI/View.h"
@@ -19,6 +20,15 @@ public:
     double spacing() const { return spacing_; }
     /// Room before the first and after the last view, in points along the axis.
     void setInsets(double leading, double trailing);
+
+    /// A part of the axis in which nothing is to stand, in points of the stack's space.
+    struct Gap {
+        double start = 0;
+        double end = 0;
+        bool operator==(const Gap&) const = default;
+    };
+    /// What would reach into the gap stands after it, and so does all that follows.
+    void setGap(const std::optional<Gap>& gap);
 
     /// In order from the leading end. Exactly the subviews.
     const std::vector<View*>& arrangedSubviews() const { return subviews(); }
@@ -40,6 +50,7 @@ private:
     double spacing_;
     double leading_ = 0;
     double trailing_ = 0;
+    std::optional<Gap> gap_;
 };
 
 }  // namespace morvel::ui

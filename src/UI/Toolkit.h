@@ -7,11 +7,14 @@
 #include <string_view>
 
 #include "Platform/MainLoop.h"
+#include "UI/Alert.h"
 #include "UI/Drag.h"
 #include "UI/Edge.h"
 #include "UI/Font.h"
+#include "UI/Form.h"
 #include "UI/Menu.h"
 #include "UI/Prompt.h"
+#include "UI/StatusItem.h"
 #include "Util/Geometry.h"
 #include "Util/Subscription.h"
 
@@ -90,6 +93,17 @@ public:
 
     /// Shows a prompt, centred, in front and with the keyboard's focus. Null on hosts that have nothing to prompt for.
     virtual std::unique_ptr<PromptPeer> showPrompt(Prompt) { return nullptr; }
+
+    /// A window of controls, not shown yet. Null where such windows cannot be shown, which the host has logged.
+    virtual std::unique_ptr<FormWindowPeer> makeFormWindow(Form) { return nullptr; }
+
+    /// Asks the person, in front of everything and with nothing else of this program answering meanwhile. `answered` is
+    /// called in a later turn, with the index of the chosen button, or with nothing when the question went away without
+    /// a choice. Hosts that have nothing to ask never answer.
+    virtual void showAlert(Alert, std::function<void(std::optional<size_t>)>) {}
+
+    /// The program's icon in the system's menu bar, with this menu. Null where there is no menu bar.
+    virtual std::unique_ptr<StatusItemPeer> makeStatusItem(Menu) { return nullptr; }
 
     /// The size of one line of text, in points. Text that is not UTF-8 is measured as it would be shown.
     virtual Size textSize(std::string_view text, const Font& font) = 0;

@@ -14,6 +14,8 @@ using namespace std::chrono_literals;
 constexpr Duration kSecondLookDelay = 1500ms;
 /// Long enough for an application to come to the front, short enough to belong to the click for the person.
 constexpr Duration kRaiseCheckDelay = 300ms;
+/// Until a desktop whose displays have changed has put its windows where they belong.
+constexpr Duration kScreensSettleDelay = 500ms;
 constexpr Duration kSweepPeriod = 15s;
 constexpr int kSubscriptionAttempts = 6;
 
@@ -71,6 +73,10 @@ void AXObserverManager::observeAppLifecycle() {
         workspace.observeActivated([this](const RunningApplication& app) { applicationActivated(app); }));
     workspaceObservers_.push_back(workspace.observeActiveSpaceChanged([this] { enumerateAllAgain(); }));
     workspaceObservers_.push_back(workspace.observeSessionActivated([this] { enumerateAllAgain(); }));
+    // Positions count from the main display's corner. Where that one moves, those of windows that stay where they are
+    // change too, and their applications need not tell.
+    workspaceObservers_.push_back(system_.screens.observeChanges(
+        [this] { screensSettled_ = system_.mainLoop.after(kScreensSettleDelay, [this] { readAllAgain(); }); }));
 }
 
 void AXObserverManager::attachToAllRunningApps() {
@@ -173,6 +179,16 @@ void AXObserverManager::scheduleSecondLook(ProcessID pid) {
 void AXObserverManager::lookAgain(ProcessID pid, uint64_t look) {
     secondLooks_.erase(look);
     if (tracker_.isWindowless(pid) && attachedApps_.contains(pid)) tracker_.enumerateAXWindows(pid);
+}
+
+void AXObserverManager::readAllAgain() {
+    const auto watch = lifetime_.watch();
+    std::vector<ProcessID> pids;
+    for (const auto& [pid, attached] : attachedApps_) pids.push_back(pid);
+    for (const ProcessID pid : pids) {
+        if (attachedApps_.contains(pid)) tracker_.refresh(pid);
+        if (!watch.isAlive()) return;
+    }
 }
 
 void AXObserverManager::enumerateAllAgain() {

@@ -89,6 +89,7 @@ private:
     void scheduleSecondLook(ProcessID pid);
     void lookAgain(ProcessID pid, uint64_t look);
     void enumerateAllAgain();
+    void readAllAgain();
     void checkRaised(WindowID id, std::optional<ProcessID> frontmostBefore);
     void answerDenied();
     void sweep();
@@ -107,6 +108,7 @@ private:
     std::unordered_map<uint64_t, Timer> secondLooks_;
     uint64_t lastSecondLook_ = 0;
     Timer deadPIDSweepTimer_;
+    Timer screensSettled_;
     Timer raiseCheck_;        // of the window that was raised last
     Subscription raiseSeen_;  // ends that check when the window gets the focus
     Timer permissionLoss_;    // while it is about to be told, and after that until `restart`

@@ -31,6 +31,8 @@ public:
         delegate_->applicationWillTerminate();
         delegate_.reset();
     }
+    /// Ends it without any of what belongs to a proper end.
+    void crashMorvel() { delegate_.reset(); }
     AppDelegate& delegate() { return *delegate_; }
     SettingsStore& settings() { return *delegate_->settings(); }
 

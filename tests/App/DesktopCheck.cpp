@@ -59,8 +59,15 @@ void DesktopCheck::expectRecord(const sim::SimWindow& window) {
 
 void DesktopCheck::barsShowWhatTheyShould() {
     const std::vector<Screen> screens = desktop_.screens().screens();
+    const auto isBar = [](const sim::SimPanel* panel) { return panel->options.kind == ui::PanelKind::Bar; };
+    ASSERT_EQ(static_cast<size_t>(std::ranges::count_if(desktop_.toolkit().panels(), isBar)), screens.size());
+    const bool isTop = desktop_.settings().barEdge.value() == MorvelEdge::Top;
+    // Nothing shows status items here, so that a compact bar keeps what the settings reserve.
+    const bool isCompact = isTop && desktop_.settings().compactAtTop.value();
+    const double reserved = isCompact ? desktop_.settings().compactTopRightBuffer.value() : 0;
     const bool hides = desktop_.settings().autoHide.value();
-    ASSERT_EQ(desktop_.toolkit().panels().size(), hides ? 2 * screens.size() : screens.size()) << "bars and strips";
+    ASSERT_EQ(desktop_.toolkit().panels().size(), screens.size() * (1 + (isCompact ? 1 : 0) + (hides ? 1 : 0)))
+        << "each with its toggle and the strip at its edge";
     for (size_t i = 0; i < screens.size(); ++i) {
         ui::View& bar = desktop_.bar(i);
         const auto panel = std::ranges::find_if(desktop_.toolkit().panels(), [&](const sim::SimPanel* each) {
@@ -69,9 +76,8 @@ void DesktopCheck::barsShowWhatTheyShould() {
         ASSERT_NE(panel, desktop_.toolkit().panels().end());
         const Rect<ScreenSpace>& screen = screens[i].frame;
         const Rect<ScreenSpace>& frame = (*panel)->frame;
-        const bool isTop = desktop_.settings().barEdge.value() == MorvelEdge::Top;
         EXPECT_EQ(frame.x, screen.x);
-        EXPECT_EQ(frame.width, screen.width);
+        EXPECT_EQ(frame.width, screen.width - reserved);
         if (desktop_.isSeen(**panel)) {
             EXPECT_EQ(isTop ? frame.maxY() : frame.minY(), isTop ? screen.maxY() : screen.minY());
         } else {

@@ -174,6 +174,8 @@ public:
         return RunningApplication{.pid = pid, .instance = at->second, .bundleID = {}, .localizedName = {}};
     }
     std::optional<ProcessID> frontmostApplication() override { return std::nullopt; }
+    std::optional<ProcessID> menuBarOwner() override { return std::nullopt; }
+    ProcessID ownProcess() override { return ProcessID{2}; }
     void activate(ProcessID) override {}
     void terminate(ProcessID pid) override { calls.push_back("terminate " + std::to_string(pid.value)); }
     void forceTerminate(ProcessID pid) override { calls.push_back("force " + std::to_string(pid.value)); }

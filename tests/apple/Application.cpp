@@ -1,6 +1,7 @@
 // The application object: launching, running and quitting as AppKit tells the delegate.
 #include "Application.h"
 
+#include "FakeDispatch.h"
 #include "Platform/Mac/objc/AutoreleasePool.h"
 #include "Platform/Mac/objc/Block.h"
 #include "Platform/Mac/objc/Send.h"
@@ -31,6 +32,15 @@ void whileRunning(std::function<void()> script) {
 }
 
 void installApplication(Runtime& runtime) {
+    // What is performed in the loop's next pass runs between two pieces of the main queue.
+    runtime.implement("NSRunLoop", "performBlock:", [](Invocation& i) {
+        using Work = objc::Block<void()>;
+        dispatch().enqueue(dispatch().resolve(DISPATCH_TIME_NOW), &_dispatch_main_q,
+                           new Work(i.argument<objc::RawBlock>(0)), [](void* context) {
+                               const std::unique_ptr<Work> work(static_cast<Work*>(context));
+                               (*work)();
+                           });
+    });
     runtime.implement("NSApplication", "run",
                       [](Invocation& i) { tellDelegate(i.receiver(), "applicationDidFinishLaunching:"); });
     runtime.implement("NSApplication",
@@ -40,6 +50,7 @@ void installApplication(Runtime& runtime) {
 void installSystemObjects(Runtime& runtime) {
     installValues(runtime);
     installViews(runtime);
+    installForms(runtime);
     installAnimations(runtime);
     installDrags(runtime);
     installEvents(runtime);

@@ -107,6 +107,13 @@ void FakeDispatch::runFor(std::chrono::nanoseconds duration) {
     now_ = end;
 }
 
+void FakeDispatch::raise(int signal) {
+    std::vector<Timer*> watching;
+    for (const auto& [source, timer] : timers_)
+        if (timer->signal == signal && !timer->isSuspended && !timer->isCancelled) watching.push_back(timer.get());
+    for (const Timer* timer : watching) timer->handler(timer->context);
+}
+
 void FakeDispatch::finish() {
     for (const auto& timer : timers_) {
         (void)timer;
@@ -132,6 +139,7 @@ std::uint64_t checkedUptime() {
 extern "C" {
 DispatchQueueTag _dispatch_main_q{true};
 extern const DispatchSourceTypeTag _dispatch_source_type_timer{};
+extern const DispatchSourceTypeTag _dispatch_source_type_signal{};
 extern const DispatchSourceTypeTag _dispatch_source_type_vnode{};
 
 void dispatch_async_f(dispatch_queue_t queue, void* context, dispatch_function_t work) {
@@ -154,7 +162,9 @@ dispatch_queue_t dispatch_queue_create(const char*, dispatch_queue_attr_t) {
 dispatch_source_t dispatch_source_create(dispatch_source_type_t type, std::uint64_t handle, std::uint64_t,
                                          dispatch_queue_t queue) {
     const bool isFile = type == &_dispatch_source_type_vnode;
-    return dispatch().makeTimer(queue, isFile ? std::optional(handle) : std::nullopt);
+    const dispatch_source_t source = dispatch().makeTimer(queue, isFile ? std::optional(handle) : std::nullopt);
+    if (type == &_dispatch_source_type_signal) dispatch().timer(source)->signal = static_cast<int>(handle);
+    return source;
 }
 void dispatch_source_set_timer(dispatch_source_t source, dispatch_time_t start, std::uint64_t intervalNanoseconds,
                                std::uint64_t) {

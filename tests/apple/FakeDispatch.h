@@ -38,6 +38,9 @@ public:
     /// How many pieces of work and timers wait.
     std::size_t waiting() const { return work_.size(); }
 
+    /// Calls whoever watches for the signal.
+    void raise(int signal);
+
     /// Ends a test: drops what waits, reports queues and timers that were never released, sets the clock back.
     void finish();
 
@@ -53,6 +56,7 @@ public:
         bool isSuspended = true;
         bool isCancelled = false;
         std::uint64_t generation = 0;  // a firing that was scheduled under an older one is void
+        int signal = 0;                // that it watches for, instead of a time
     };
     void enqueue(std::uint64_t when, dispatch_queue_t queue, void* context, dispatch_function_t work);
     std::uint64_t resolve(dispatch_time_t when) const { return when == DISPATCH_TIME_NOW ? now_ : when; }

@@ -1,10 +1,14 @@
 // The whole macOS host in the checked runtime: stories of a person at a Mac with two screens.
 #include "Platform/Mac/MacHost.h"
 
+#include <csignal>
+
 #include "App/AppDelegate.h"
 #include "Application.h"
 #include "Drags.h"
 #include "MacDesktop.h"
+#include "Platform/Mac/Applications/SingleInstance.h"
+#include "Platform/Mac/System/MacDefaults.h"
 #include "Platform/Mac/objc/AutoreleasePool.h"
 #include "Properties.h"
 #include "RuntimeTest.h"
@@ -338,6 +342,51 @@ TEST_F(Host, RunsWhereThePrivateFunctionsAreMissing) {
     });
 }
 
+TEST_F(Host, ACompactBarStandsBesideTheMenuBar) {
+    runtime().script("NSStatusBar", "thickness", [](Invocation& i) { i.answer<double>(22); });
+    MacDefaults defaults;
+    defaults.set("barEdge", {std::string("top")});
+    defaults.set("autoDetectMacOSMenuWidth", {true});
+    windowServer().windows.push_back({.number = 1, .layer = 24, .pid = 1, .bounds = {{0, 0}, {1440, 24}}});
+    mac.launch(42, "Editor");
+    mac.launch(43, "Mail");
+    mac.launch(50, "Extras");
+    mac.showInMenuBar(42, "AXMenuBar", {10, 60, 120}, 50);
+    mac.showInMenuBar(43, "AXMenuBar", {10, 60}, 50);
+    mac.showInMenuBar(50, "AXExtrasMenuBar", {1380, 1320, 1260, 1200}, 60);
+    const Id notes = mac.open(42, "notes.txt", {100, 100});
+    mac.focus(notes);
+    run([&] {
+        // The bars, from the left, and the toggle's panel of each: over the bar's right end.
+        const auto frames = [] {
+            std::vector<CGRect> all;
+            for (const NSPanel& panel : MacDesktop::bars()) all.push_back(panel.frame());
+            return all;
+        };
+        const CGRect leftToggle{{1312 - 21, 876}, {21, 24}};
+        ASSERT_EQ(frames().size(), 4U);
+        EXPECT_EQ(frames()[0], (CGRect{{178, 876}, {1312 - 178, 24}}));
+        EXPECT_EQ(frames()[1], leftToggle);
+        EXPECT_EQ(frames()[2], (CGRect{{1440, 876}, {1440 - 200, 24}})) << "nobody tells what stands there";
+        EXPECT_EQ(shown(1), Texts{"Expand status icons"});
+        EXPECT_TRUE(MacDesktop::clickButton(content(1), "Expand status icons"));
+        EXPECT_EQ(frames()[0], (CGRect{{178, 876}, {1192 - 178, 24}}));
+        EXPECT_EQ(shown(1), Texts{"Collapse status icons"});
+        const auto& calls = runtime().callNames();
+        EXPECT_EQ(std::ranges::count(calls, "MorvelPanel initWithContentRect:styleMask:backing:defer:"), 4);
+
+        workspace().activate(43);
+        wait();
+        EXPECT_EQ(frames()[0], (CGRect{{118, 876}, {1192 - 118, 24}}));
+        workspace().activate(42);
+        wait();
+        accessibility().failProcess(42, kAXErrorCannotComplete);
+        workspace().activate(42);
+        wait();
+        EXPECT_EQ(frames()[0].origin.x, 0) << "it does not tell its menus any more, and holds nothing up";
+    });
+}
+
 TEST_F(Host, ButtonsAreDraggedWithinABarAndToTheOther) {
     mac.launch(42, "Editor");
     mac.open(42, "notes.txt", {100, 100});
@@ -468,6 +517,72 @@ TEST_F(Host, WindowsAreKeptOutOfTheBarsStripAndGivenBack) {
         EXPECT_EQ(written(), oneWrite);
         EXPECT_EQ(heightOfNotes(), 400);
     });
+}
+
+TEST_F(Host, OffersToHideTheDockAndUndoesThatWhenItIsToldToEnd) {
+    Texts lines, questions;
+    bool isWithinQuestion = false;
+    runtime().script("NSTask", "launchAndReturnError:", [&](Invocation& i) {
+        const auto words = objc::as<NSArray>(Id(property<RawObject>(i.receiver(), "arguments"))).elements<NSString>();
+        ASSERT_EQ(words.size(), 2U);
+        EXPECT_EQ(words[0].text(), "-c");
+        lines.push_back(words[1].text().substr(0, words[1].text().find(';')));
+        i.answer<bool>(true);
+    });
+    runtime().script("NSTask", "terminationReason", [](Invocation& i) { i.answer<NSInteger>(1); });
+    runtime().script("NSAlert", "runModal", [&](Invocation& i) {
+        EXPECT_FALSE(std::exchange(isWithinQuestion, true)) << "one after the other";
+        questions.push_back(textOf(property<RawObject>(i.receiver(), "messageText")));
+        dispatch().runFor(1s);  // the program goes on meanwhile
+        i.answer<NSInteger>(questions.size() == 1 ? 1000 : 1002);
+        isWithinQuestion = false;
+    });
+    run([&] {
+        wait();
+        EXPECT_EQ(questions, (Texts{"Hide and shrink the macOS Dock?", "Disable macOS automatic Space switching?"}));
+        EXPECT_EQ(lines, Texts{"defaults write com.apple.dock autohide -bool true"});
+        lines.clear();
+        dispatch().raise(SIGTERM);
+        EXPECT_EQ(lines, Texts{"defaults write com.apple.dock autohide -bool false"});
+    });
+}
+
+TEST_F(Host, StatusItemAndLoginItemFollowTheirSettings) {
+    run([&] {
+        const auto count = [](const char* call) { return std::ranges::count(runtime().callNames(), call); };
+        EXPECT_EQ(count("NSStatusBar statusItemWithLength:"), 0);
+        EXPECT_EQ(count("SMAppService registerAndReturnError:"), 1);
+        settings().showMenuBarIcon.set(true);
+        EXPECT_EQ(count("NSStatusBar statusItemWithLength:"), 1);
+        EXPECT_EQ(count("NSStatusBarButton setImagePosition:"), 1);
+        EXPECT_EQ(count("NSStatusItem setMenu:"), 1);
+        settings().showMenuBarIcon.set(false);
+        EXPECT_EQ(count("NSStatusBar removeStatusItem:"), 1);
+        settings().startAtLogin.set(false);
+        EXPECT_EQ(count("SMAppService unregisterAndReturnError:"), 1);
+    });
+}
+
+TEST_F(Host, AFurtherInstanceWakesTheFirst) {
+    const NSRunningApplication own = workspace().launch({.pid = 7, .bundleIdentifier = "app.bar", .name = "Bar"});
+    Elements instances = {own};
+    runtime().script("NSRunningApplication", "+currentApplication", [&](Invocation& i) { i.answerObject(own); });
+    runtime().script("NSRunningApplication", "+runningApplicationsWithBundleIdentifier:", [&](Invocation& i) {
+        i.answerObject(makeArray(instances));
+    });
+    const auto posted = [] {
+        return std::ranges::count(runtime().calls(),
+                                  "postNotificationName:object:userInfo:deliverImmediately:", &Call::selector);
+    };
+    EXPECT_FALSE(handOverToRunningInstance());
+    EXPECT_EQ(posted(), 0);
+    instances.push_back(workspace().launch({.pid = 8, .bundleIdentifier = "app.bar", .name = "Bar"}));
+    EXPECT_TRUE(handOverToRunningInstance());
+    EXPECT_EQ(posted(), 1);
+    int wakings = 0;
+    const Subscription token = observeFurtherInstances([&] { ++wakings; });
+    post(Center::Distributed, NSString::from("app.bar.openedAgain").raw(), Id());
+    EXPECT_EQ(wakings, 1);
 }
 
 TEST_F(Host, AFileThatRestsOnAButtonRaisesItsWindow) {

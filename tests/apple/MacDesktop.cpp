@@ -127,6 +127,26 @@ void MacDesktop::focus(const Id& window) {
     workspace().activate(identity.pid);
 }
 
+Elements MacDesktop::showInMenuBar(std::int32_t pid, const std::string& attribute, const std::vector<double>& lefts,
+                                   double width) {
+    constexpr std::int32_t kStatusLevel = 25;
+    auto& world = accessibility();
+    Elements elements;
+    for (const double left : lefts) {
+        const Id element = world.makeElement(pid);
+        world.setPoint(element, "AXPosition", {left, 0});
+        world.setSize(element, "AXSize", {width, kMenuBar});
+        elements.push_back(element);
+        if (attribute != "AXExtrasMenuBar") continue;
+        windowServer().windows.push_back(
+            {.number = ++lastNumber_, .layer = kStatusLevel, .pid = pid, .bounds = {{left, 0}, {width, kMenuBar}}});
+    }
+    const Id bar = world.makeElement(pid);
+    world.set(bar, "AXChildren", makeArray(elements));
+    world.set(world.application(pid), attribute, bar);
+    return elements;
+}
+
 void MacDesktop::tellFocus(const ElementIdentity& window) {
     for (const Id& candidate : Elements(windows_[window.pid])) {
         if (!(*payloadOf<ElementIdentity>(candidate.raw()) == window)) continue;

@@ -31,6 +31,10 @@ public:
     /// The application becomes the active one, with this window focused.
     void focus(const Id& window);
     void showSpace(std::uint64_t space);
+    /// Gives the application menus, or with "AXExtrasMenuBar" status items, at the left ends given and as wide as told;
+    /// they stand at the top of the left screen. Returns their elements.
+    Elements showInMenuBar(std::int32_t pid, const std::string& attribute, const std::vector<double>& lefts,
+                           double width);
 
     /// The bars that are on screen, from the left.
     static std::vector<NSPanel> bars();

@@ -27,6 +27,19 @@ TEST_F(ScreensOfTheMac, ScreensAreDescribedInTheirOrder) {
     EXPECT_EQ(screens[1].frame, (Rect<ScreenSpace>{-1920, 40, 1920, 1080}));
 }
 
+TEST_F(ScreensOfTheMac, ACameraHousingLeavesRoomOnBothSides) {
+    workspace().setScreens({{.display = 1,
+                             .name = "Built-in",
+                             .frame = {{0, 0}, {1512, 982}},
+                             .visibleFrame = {{0, 0}, {1512, 944}},
+                             .auxiliaryTopLeft = {{0, 950}, {663, 32}},
+                             .auxiliaryTopRight = {{848, 950}, {664, 32}}}});
+    const auto screens = screens_.screens();
+    ASSERT_EQ(screens.size(), 1U);
+    EXPECT_EQ(screens[0].auxiliaryTopLeft, (Rect<ScreenSpace>{0, 950, 663, 32}));
+    EXPECT_EQ(screens[0].auxiliaryTopRight, (Rect<ScreenSpace>{848, 950, 664, 32}));
+}
+
 TEST_F(ScreensOfTheMac, AScreenMayHaveNoUsableNumber) {
     workspace().setScreens({{.display = 2, .name = "Desk"}});
     const auto describe = [&](const Id& number) {

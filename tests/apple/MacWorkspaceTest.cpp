@@ -74,7 +74,12 @@ TEST_F(WorkspaceOfTheMac, RequestsReachTheApplication) {
     std::memcpy(&options, activation->arguments[0].bytes.data(), sizeof options);
     EXPECT_EQ(options, 2U) << "over other applications";
     EXPECT_EQ(workspace_.frontmostApplication(), kPid);
+    workspace().launch({.pid = 43, .bundleIdentifier = "app.agent", .name = "Agent", .activationPolicy = 1});
+    workspace_.activate(ProcessID(43));
+    EXPECT_EQ(workspace_.frontmostApplication(), ProcessID(43));
+    EXPECT_EQ(workspace_.menuBarOwner(), kPid) << "an application without a menu bar leaves the other's";
     workspace_.terminate(kPid);
+    EXPECT_EQ(workspace_.menuBarOwner(), std::nullopt);
     EXPECT_FALSE(workspace_.runningApplication(kPid));
     workspace().launch({.pid = 42, .bundleIdentifier = "app.notes", .name = "Notes"});
     runtime().forgetCalls();

@@ -30,6 +30,7 @@ bool areEqual(RawObject left, RawObject right);
 void installSystemObjects(Runtime& runtime);
 void installValues(Runtime& runtime);
 void installViews(Runtime& runtime);
+void installForms(Runtime& runtime);
 void installAnimations(Runtime& runtime);
 void installDrags(Runtime& runtime);
 void installEvents(Runtime& runtime);

@@ -174,6 +174,10 @@ void installURLs(Runtime& runtime) {
         const auto* const url = payload<URL>(i);
         i.answerObject(url && url->scheme == "file" ? makeString(url->rest) : Id());
     });
+    runtime.implement("NSURL", "scheme", [](Invocation& i) {
+        const auto* const url = payload<URL>(i);
+        i.answerObject(url ? makeString(url->scheme) : Id());
+    });
     runtime.implement("NSURL", "isFileURL", [](Invocation& i) {
         const auto* const url = payload<URL>(i);
         i.answer<bool>(url && url->scheme == "file");

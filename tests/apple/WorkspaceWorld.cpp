@@ -58,6 +58,7 @@ void WorkspaceWorld::activate(std::int32_t pid) {
     if (!chosen) return;
     for (const Id& application : runningApplications) setProperty(application.raw(), "active", false);
     setProperty(chosen.raw(), "active", true);
+    if (chosen.activationPolicy() == NSApplicationActivationPolicyRegular) menuBarOwner = pid;
     postAboutApplication(NSWorkspaceDidActivateApplicationNotification, chosen);
 }
 
@@ -71,6 +72,8 @@ void WorkspaceWorld::setScreens(const std::vector<Screen>& described) {
         const Id made = makeObject("NSScreen");
         setProperty(made.raw(), "frame", screen.frame);
         setProperty(made.raw(), "visibleFrame", screen.visibleFrame);
+        setProperty(made.raw(), "auxiliaryTopLeftArea", screen.auxiliaryTopLeft);
+        setProperty(made.raw(), "auxiliaryTopRightArea", screen.auxiliaryTopRight);
         setProperty(made.raw(), "localizedName", makeString(screen.name).raw());
         const Id number = makeNumber(std::int64_t{screen.display});
         setProperty(made.raw(), "deviceDescription", makeDictionary({{makeString("NSScreenNumber"), number}}).raw());
@@ -95,8 +98,17 @@ void installWorkspace(Runtime& runtime) {
                       [](Invocation& i) { i.answerObject(makeArray(workspace().runningApplications)); });
     runtime.implement("NSWorkspace", "frontmostApplication",
                       [](Invocation& i) { i.answerObject(workspace().frontmost()); });
+    runtime.implement("NSWorkspace", "menuBarOwningApplication",
+                      [](Invocation& i) { i.answerObject(workspace().withPid(workspace().menuBarOwner)); });
     runtime.implement("NSRunningApplication", "+runningApplicationWithProcessIdentifier:", [](Invocation& i) {
         i.answerObject(workspace().withPid(i.argument<std::int32_t>(0)));
+    });
+    runtime.implement("NSRunningApplication", "+runningApplicationsWithBundleIdentifier:", [](Invocation& i) {
+        Elements found;
+        for (const Id& application : workspace().runningApplications)
+            if (textOf(property<RawObject>(application.raw(), "bundleIdentifier")) == textOf(i.object(0)))
+                found.push_back(application);
+        i.answerObject(makeArray(std::move(found)));
     });
     runtime.implement("NSRunningApplication", "activateWithOptions:", [](Invocation& i) {
         workspace().activate(property<std::int32_t>(i.receiver(), "processIdentifier"));

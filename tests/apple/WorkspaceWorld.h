@@ -35,6 +35,8 @@ public:
         std::string name;
         CGRect frame = {};
         CGRect visibleFrame = {};
+        CGRect auxiliaryTopLeft = {};  // empty: it has no camera housing
+        CGRect auxiliaryTopRight = {};
     };
     /// All screens, the first one with the menu bar.
     void setScreens(const std::vector<Screen>& screens);
@@ -42,6 +44,7 @@ public:
     // For the handlers.
     Elements runningApplications;
     Elements screens;
+    std::int32_t menuBarOwner = 0;  // the regular application that was activated last
     NSRunningApplication withPid(std::int32_t pid) const;
     NSRunningApplication frontmost() const;
 };

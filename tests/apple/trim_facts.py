@@ -25,7 +25,7 @@ CLASSES = ["NSObject", "NSString", "NSMutableArray", "NSMutableDictionary", "NSD
 PROTOCOLS = ["NSObject", "NSApplicationDelegate", "NSWindowDelegate", "NSMenuDelegate", "NSPopoverDelegate",
              "NSDraggingSource", "NSDraggingDestination", "NSDraggingInfo", "NSControlTextEditingDelegate",
              "NSTextFieldDelegate", "NSSearchFieldDelegate", "NSPasteboardWriting", "NSTableViewDelegate",
-             "NSAccessibility", "NSUserInterfaceItemIdentification"]
+             "NSURLSessionDataDelegate", "NSAccessibility", "NSUserInterfaceItemIdentification"]
 # Long tails of large classes that a bar has no use for.
 DROPPED_METHODS = re.compile(r"Spelling|Scripting|Ruler|QuickLook|WritingTools|PDF|Print|print|Find|Toolbar|OpenGL|"
                              r"Gesture|Touch|Rotation|Binding|Restor|Continuous|Sharing|Deprecated|accessibility.*For|"

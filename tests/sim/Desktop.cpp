@@ -8,18 +8,25 @@
 namespace morvel::sim {
 
 Desktop::Desktop(const std::vector<DisplaySpec>& displays)
-    : platform_{mainLoop_,
-                log_,
-                accessibility_,
-                windowServer_,
-                workspace_,
-                screens_,
-                defaults_,
-                icons_,
-                toolkit_,
-                [this] { ++terminations_; },
-                [this](const std::string& label) { return workQueues_.make(label); },
-                installedApplications_} {
+    : platform_{.mainLoop = mainLoop_,
+                .log = log_,
+                .accessibility = accessibility_,
+                .windowServer = windowServer_,
+                .workspace = workspace_,
+                .screens = screens_,
+                .defaults = defaults_,
+                .icons = icons_,
+                .toolkit = toolkit_,
+                .terminate = [this] { ++terminations_; },
+                .makeWorkQueue = [this](const std::string& label) { return workQueues_.make(label); },
+                .installedApplications = installedApplications_,
+                .wallClock = [this] { return now(); },
+                .httpClient = web_,
+                .programVersion = "1.0.0",
+                .systemVersion = "14.1.0",
+                .scriptRunner = players_,
+                .features = {.hasMenuBar = true, .hasDock = true, .switchesSpaces = true},
+                .loginItem = &loginItem_} {
     for (const DisplaySpec& display : displays) {
         screens_.list.push_back(SimScreens::screenOf(display));
         addDisplaySpaces(display.id);
@@ -63,7 +70,8 @@ SimApp& Desktop::launch(const std::string& name, const LaunchOptions& options) {
 }
 
 void Desktop::opened(const std::string& path, const OpenApplication& how) {
-    const auto bundle = std::ranges::find(workspace_.installed, path, &std::pair<const std::string, std::string>::second);
+    const auto bundle =
+        std::ranges::find(workspace_.installed, path, &std::pair<const std::string, std::string>::second);
     if (bundle == workspace_.installed.end()) return;
     const std::string bundleID = bundle->first;
     const std::string name = path.substr(path.rfind('/') + 1, path.size() - path.rfind('/') - 1 - 4);
@@ -77,7 +85,8 @@ void Desktop::opened(const std::string& path, const OpenApplication& how) {
 void Desktop::openedInFinder(const std::string& path) {
     const std::string finder = workspace_.fileManager();
     const auto running = std::ranges::find(workspace_.running, std::optional(finder), &RunningApplication::bundleID);
-    SimApp& app = running == workspace_.running.end() ? launch("Finder", {.bundleID = finder}) : *this->app(running->pid);
+    SimApp& app =
+        running == workspace_.running.end() ? launch("Finder", {.bundleID = finder}) : *this->app(running->pid);
     app.activate();
     app.open({.title = path});
 }

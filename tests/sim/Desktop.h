@@ -16,8 +16,11 @@
 #include "sim/SimIcons.h"
 #include "sim/SimInstalledApplications.h"
 #include "sim/SimLog.h"
+#include "sim/SimPlayers.h"
 #include "sim/SimScreens.h"
+#include "sim/SimShell.h"
 #include "sim/SimToolkit.h"
+#include "sim/SimWeb.h"
 #include "sim/SimWindow.h"
 #include "sim/SimWindowServer.h"
 #include "sim/SimWorkQueue.h"
@@ -53,8 +56,18 @@ public:
     FakeDefaults& defaults() { return defaults_; }
     SimIcons& icons() { return icons_; }
     SimToolkit& toolkit() { return toolkit_; }
+    SimLoginItem& loginItem() { return loginItem_; }
+    /// From now on it has a Dock, whose settings are changed by commands. For programs that start afterwards.
+    SimShell& addDock() {
+        platform_.shellCommands = &shell_;
+        return shell_;
+    }
     SimWorkQueues& workQueues() { return workQueues_; }
     SimInstalledApplications& installedApplications() { return *installedApplications_; }
+    SimPlayers& players() { return *players_; }
+    SimWeb& web() { return web_; }
+    /// The time of day; the clock of the main loop on top of it.
+    Date now() const { return Date(std::chrono::seconds(1700000000)) + mainLoop_.now().time_since_epoch(); }
     Journal& journal() { return journal_; }
 
     void run(Duration time) { mainLoop_.advance(time); }
@@ -111,6 +124,10 @@ private:
     SimToolkit toolkit_{mainLoop_};
     SimWorkQueues workQueues_{mainLoop_};
     std::shared_ptr<SimInstalledApplications> installedApplications_ = std::make_shared<SimInstalledApplications>();
+    std::shared_ptr<SimPlayers> players_ = std::make_shared<SimPlayers>(workspace_);
+    SimWeb web_{mainLoop_};
+    SimLoginItem loginItem_;
+    SimShell shell_;
     Platform platform_;
     std::vector<std::unique_ptr<SimApp>> apps_;
     std::map<ElementID, SimWindow*> windows_;       // by window element

@@ -51,6 +51,7 @@ public:
     ElementID add(SimElement element);
     SimElement& at(ElementID id) { return elements_.at(id); }
     AXElement handle(ElementID id) const;
+    ElementID idOf(const AXElement& element) const;
     ElementID applicationID(ProcessID pid);
     /// Forgets the element of an application whose process number may be used again.
     void forgetApplication(ProcessID pid);
@@ -86,7 +87,6 @@ private:
     AXError subscribe(ObserverState& observer, const AXElement& element, std::string_view name);
     /// Counts the call; anything but Success is its answer.
     AXError reach(ElementID id);
-    ElementID idOf(const AXElement& element) const;
 
     MainLoop& mainLoop_;
     Journal& journal_;

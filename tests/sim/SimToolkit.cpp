@@ -29,7 +29,10 @@ public:
         setFrame(frame);
         ++panel_.slides;
     }
-    void orderFront() override { panel_.isShown = true; }
+    void orderFront() override {
+        panel_.isShown = true;
+        panel_.surface.layoutNeeded();
+    }
     void orderOut() override { panel_.isShown = false; }
     void setReservesSpace(bool reserves) override { panel_.reservesSpace = reserves; }
 
@@ -73,6 +76,45 @@ private:
     std::function<void()> closed_;
     SimPopover popover_;
 };
+
+class SimFormWindowPeer : public ui::FormWindowPeer {
+public:
+    SimFormWindowPeer(SimToolkit& toolkit, ui::Form form) : toolkit_(toolkit), window_{.form = std::move(form)} {
+        toolkit_.formWindows_.push_back(&window_);
+    }
+    ~SimFormWindowPeer() override { std::erase(toolkit_.formWindows_, &window_); }
+    void bringToFront() override { window_.isShown = true; }
+    void refresh() override { ++window_.refreshes; }
+
+private:
+    SimToolkit& toolkit_;
+    SimFormWindow window_;
+};
+
+std::unique_ptr<ui::FormWindowPeer> SimToolkit::makeFormWindow(ui::Form form) {
+    return std::make_unique<SimFormWindowPeer>(*this, std::move(form));
+}
+
+class SimStatusItemPeer : public ui::StatusItemPeer {
+public:
+    SimStatusItemPeer(SimToolkit& toolkit, ui::Menu menu) : toolkit_(toolkit), menu_(std::move(menu)) {
+        EXPECT_EQ(toolkit_.statusMenu_, nullptr) << "a second item";
+        toolkit_.statusMenu_ = &menu_;
+    }
+    ~SimStatusItemPeer() override { toolkit_.statusMenu_ = nullptr; }
+    void setMenu(ui::Menu menu) override {
+        menu_ = std::move(menu);
+        ++toolkit_.statusMenusSet;
+    }
+
+private:
+    SimToolkit& toolkit_;
+    ui::Menu menu_;
+};
+
+std::unique_ptr<ui::StatusItemPeer> SimToolkit::makeStatusItem(ui::Menu menu) {
+    return std::make_unique<SimStatusItemPeer>(*this, std::move(menu));
+}
 
 std::unique_ptr<ui::PanelPeer> SimToolkit::makePanel(const ui::PanelOptions& options, ui::View& content) {
     return std::make_unique<SimPanelPeer>(*this, options, content);
@@ -241,6 +283,19 @@ void SimToolkit::dismissMenu() {
     const auto closed = std::move(menu_->closed);
     menu_.reset();
     if (closed) closed();
+}
+
+void SimToolkit::answer(const std::string& button) {
+    if (!alert()) {
+        ADD_FAILURE() << "there are " << alerts_.size() << " questions";
+        return;
+    }
+    const OpenAlert asked = std::move(alerts_.front());
+    alerts_.clear();
+    const auto chosen = std::ranges::find(asked.alert.buttons, button);
+    const bool isNone = chosen == asked.alert.buttons.end();
+    EXPECT_TRUE(!isNone || button.empty()) << "no such answer: " << button;
+    asked.answered(isNone ? std::nullopt : std::optional<size_t>(chosen - asked.alert.buttons.begin()));
 }
 
 SimSurface* SimToolkit::pointAt(ui::View& view) {

@@ -36,6 +36,13 @@ struct SimPopover {
     std::function<void()> close = {};  ///< as the system does it
 };
 
+/// A form window, for as long as its peer lives.
+struct SimFormWindow {
+    ui::Form form;
+    bool isShown = false;
+    int refreshes = 0;
+};
+
 class SimToolkit : public ui::Toolkit {
 public:
     /// Text is as wide as this for each code point, whatever the font.
@@ -53,8 +60,13 @@ public:
     void beginDrag(ui::View&, ui::DragItem item, std::function<void(ui::DragOperation)> ended) override {
         drags_.begin(item, std::move(ended));
     }
+    std::unique_ptr<ui::FormWindowPeer> makeFormWindow(ui::Form form) override;
     Size textSize(std::string_view text, const ui::Font& font) override;
     Subscription observeOutsidePresses(std::function<void()> pressed) override;
+    void showAlert(ui::Alert alert, std::function<void(std::optional<size_t>)> answered) override {
+        alerts_.push_back({std::move(alert), std::move(answered)});
+    }
+    std::unique_ptr<ui::StatusItemPeer> makeStatusItem(ui::Menu menu) override;
     /// Over a panel where the pointer is over it; over anything else, far away from every panel.
     std::optional<Point<ScreenSpace>> pointerLocation() override;
     bool isMouseButtonDown() override { return isPressed_ || drags_.isActive(); }
@@ -67,6 +79,7 @@ public:
     ui::Appearance appearance() const { return appearance_; }
     const std::vector<SimPanel*>& panels() const { return panels_; }
     const std::vector<SimPopover*>& popovers() const { return popovers_; }
+    const std::vector<SimFormWindow*>& formWindows() const { return formWindows_; }
     /// The popover that is shown; null for none.
     SimPopover* shownPopover() const;
     /// The titles of the open menu's items, "-" for a separator; nothing when no menu is open. `path` leads into
@@ -77,6 +90,12 @@ public:
     /// The window that shows the view; null when it is not shown.
     static SimSurface* surfaceOf(const ui::View& view);
     static Repaints repaints(const ui::View& view);
+
+    /// What is asked; null for nothing. Only one question is asked at a time.
+    const ui::Alert* alert() const { return alerts_.size() == 1 ? &alerts_.front().alert : nullptr; }
+    /// The menu of the item in the menu bar; null for none.
+    const ui::Menu* statusMenu() const { return statusMenu_; }
+    int statusMenusSet = 0;
 
     // --- What a person does. A view that is not on the screen fails the test. ---
     void click(ui::View& view);
@@ -104,10 +123,18 @@ public:
     /// Chooses the item of the open menu that these titles lead to.
     void choose(const std::vector<std::string>& path);
     void dismissMenu();
+    /// Answers what is asked with this button, or with none.
+    void answer(const std::string& button);
 
 private:
+    friend class SimStatusItemPeer;
+    struct OpenAlert {
+        ui::Alert alert;
+        std::function<void(std::optional<size_t>)> answered;
+    };
     friend class SimPanelPeer;
     friend class SimPopoverPeer;
+    friend class SimFormWindowPeer;
     friend class SimDrags;
     struct OpenMenu {
         ui::Menu items;
@@ -125,7 +152,10 @@ private:
     ui::Appearance appearance_ = ui::Appearance::System;
     std::vector<SimPanel*> panels_;
     std::vector<SimPopover*> popovers_;
+    std::vector<SimFormWindow*> formWindows_;
     std::optional<OpenMenu> menu_;
+    std::vector<OpenAlert> alerts_;
+    const ui::Menu* statusMenu_ = nullptr;
     Signal<> outsidePresses_;
     SimSurface* pointed_ = nullptr;  // the window under the pointer; compared with the living ones before use
     Point<ViewSpace> location_;

@@ -15,6 +15,9 @@ namespace morvel::sim {
 /// Requests are written down and handed to whoever plays the applications.
 class SimWorkspace : public Workspace {
 public:
+    /// The number of the program under test.
+    static constexpr ProcessID kOwnProcess{2};
+
     explicit SimWorkspace(Journal& journal) : journal_(journal) {}
 
     std::vector<RunningApplication> runningApplications() override { return running; }
@@ -24,6 +27,8 @@ public:
         return std::nullopt;
     }
     std::optional<ProcessID> frontmostApplication() override { return frontmost; }
+    std::optional<ProcessID> menuBarOwner() override { return frontmost; }
+    ProcessID ownProcess() override { return kOwnProcess; }
     void activate(ProcessID pid) override { request("activate", pid, onActivate); }
     void terminate(ProcessID pid) override { request("terminate", pid, onTerminate); }
     void forceTerminate(ProcessID pid) override { request("forceTerminate", pid, onForceTerminate); }

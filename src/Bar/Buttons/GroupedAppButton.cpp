@@ -41,7 +41,8 @@ GroupedAppButton::GroupedAppButton(ButtonServices services, WindowID buttonID, s
       bindings_(std::move(bindings)),
       iconView_(services.iconCache),
       countBadge_(services.toolkit),
-      nowPlayingOverlay_(services.icons) {
+      nowPlayingOverlay_(services.icons),
+      nowPlayingHover_(bindings_.nowPlayingControls) {
     setCornerRadius(ButtonGeometry::kCornerRadius);
     addSubview(iconView_);
     addSubview(countBadge_);
@@ -60,7 +61,9 @@ void GroupedAppButton::update(std::vector<WindowSnapshot> windows) {
 }
 
 void GroupedAppButton::setNowPlaying(bool nowPlaying) {
-    if (std::exchange(isNowPlaying_, nowPlaying) != nowPlaying) nowPlayingOverlay_.setVisible(nowPlaying);
+    if (std::exchange(isNowPlaying_, nowPlaying) == nowPlaying) return;
+    nowPlayingOverlay_.setVisible(nowPlaying);
+    if (!nowPlaying) nowPlayingHover_.cancel();
 }
 
 void GroupedAppButton::applyAppearance() {
@@ -73,6 +76,7 @@ Size GroupedAppButton::intrinsicSize() const {
 }
 
 void GroupedAppButton::mouseDown(const ui::MouseEvent& event) {
+    nowPlayingHover_.pressed();
     if (event.button == ui::MouseButton::Left) accessibilityPress();
 }
 
@@ -84,6 +88,7 @@ bool GroupedAppButton::accessibilityPress() {
 }
 
 void GroupedAppButton::rightMouseDown(const ui::MouseEvent& event) {
+    nowPlayingHover_.pressed();
     if (windows_.empty()) return;
     if (bindings_.pinReveal) bindings_.pinReveal();
     toolkit_.popUpMenu(contextMenu(), *this, event.location, [unpin = bindings_.unpinReveal] {
@@ -94,11 +99,13 @@ void GroupedAppButton::rightMouseDown(const ui::MouseEvent& event) {
 void GroupedAppButton::mouseEntered(const ui::MouseEvent&) {
     isHovered_ = true;
     applyAppearance();
+    if (isNowPlaying_) nowPlayingHover_.entered(*this, bundleID_);
 }
 
 void GroupedAppButton::mouseExited() {
     isHovered_ = false;
     applyAppearance();
+    nowPlayingHover_.cancel();
 }
 
 bool GroupedAppButton::acceptsDrag(const ui::DragPasteboard& pasteboard) const {

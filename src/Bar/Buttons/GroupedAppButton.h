@@ -10,6 +10,7 @@
 #include "Bar/Buttons/ButtonServices.h"
 #include "Bar/Buttons/CountBadge.h"
 #include "Bar/Buttons/NowPlayingButtonOverlay.h"
+#include "Bar/Buttons/NowPlayingHover.h"
 #include "Bar/DragHoverRaise/DragHoverRaiseController.h"
 #include "WindowSource/WindowSnapshot.h"
 
@@ -28,6 +29,7 @@ struct GroupedAppButtonBindings {
     std::function<ui::Color()> accentProvider;
     /// Who opens the group's list when a drag rests on the button; null for nobody.
     std::function<DragHoverRaiseController*()> dragHoverProvider = [] { return nullptr; };
+    NowPlayingControls nowPlayingControls;
 
     std::function<void()> pinReveal;
     std::function<void()> unpinReveal;
@@ -82,6 +84,7 @@ private:
     AppIconView iconView_;
     CountBadge countBadge_;
     NowPlayingButtonOverlay nowPlayingOverlay_;
+    NowPlayingHover nowPlayingHover_;
     bool isHovered_ = false;
     bool isNowPlaying_ = false;
 };

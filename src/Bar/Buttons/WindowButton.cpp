@@ -31,6 +31,7 @@ WindowButton::WindowButton(ButtonServices services, const WindowSnapshot& snapsh
       iconView_(services.iconCache),
       titleLabel_(services.toolkit, {.size = ButtonGeometry::kTitleFontSize}),
       nowPlayingOverlay_(services.icons),
+      nowPlayingHover_(bindings_.nowPlayingControls),
       isIconOnly_(isIconOnly) {
     setCornerRadius(ButtonGeometry::kCornerRadius);
     addSubview(iconView_);
@@ -78,7 +79,9 @@ void WindowButton::setIconOnly(bool iconOnly) {
 }
 
 void WindowButton::setNowPlaying(bool nowPlaying) {
-    if (std::exchange(isNowPlaying_, nowPlaying) != nowPlaying) nowPlayingOverlay_.setVisible(nowPlaying);
+    if (std::exchange(isNowPlaying_, nowPlaying) == nowPlaying) return;
+    nowPlayingOverlay_.setVisible(nowPlaying);
+    if (!nowPlaying) nowPlayingHover_.cancel();
 }
 
 void WindowButton::applyAppearance() {
@@ -107,10 +110,12 @@ Size WindowButton::intrinsicSize() const {
 }
 
 void WindowButton::mouseDown(const ui::MouseEvent& event) {
+    nowPlayingHover_.pressed();
     if (event.button == ui::MouseButton::Left) press_.down(event.location);
 }
 
 void WindowButton::mouseDragged(const ui::MouseEvent& event) {
+    nowPlayingHover_.cancel();
     if (event.button != ui::MouseButton::Left) return;
     if (press_.drag(event.location) == PressOutcome::DragStart) beginDrag();
 }
@@ -148,6 +153,7 @@ bool WindowButton::accessibilityPress() {
 }
 
 void WindowButton::rightMouseDown(const ui::MouseEvent& event) {
+    nowPlayingHover_.pressed();
     if (bindings_.pinReveal) bindings_.pinReveal();
     toolkit_.popUpMenu(contextMenu(), *this, event.location, [unpin = bindings_.unpinReveal] {
         if (unpin) unpin();
@@ -157,11 +163,14 @@ void WindowButton::rightMouseDown(const ui::MouseEvent& event) {
 void WindowButton::mouseEntered(const ui::MouseEvent&) {
     isHovered_ = true;
     applyAppearance();
+    if (isNowPlaying_ && snapshot_.bundleID && !press_.isPending())
+        nowPlayingHover_.entered(*this, *snapshot_.bundleID);
 }
 
 void WindowButton::mouseExited() {
     isHovered_ = false;
     applyAppearance();
+    nowPlayingHover_.cancel();
 }
 
 bool WindowButton::acceptsDrag(const ui::DragPasteboard& pasteboard) const {

@@ -9,6 +9,7 @@
 #include "Bar/Buttons/AppIconView.h"
 #include "Bar/Buttons/ButtonServices.h"
 #include "Bar/Buttons/NowPlayingButtonOverlay.h"
+#include "Bar/Buttons/NowPlayingHover.h"
 #include "Bar/Buttons/OtherScreen.h"
 #include "Bar/Buttons/PressTracker.h"
 #include "Bar/DragHoverRaise/DragHoverRaiseController.h"
@@ -37,6 +38,7 @@ struct WindowButtonBindings {
     std::function<MorvelEdge()> barEdgeProvider;
     /// Who raises the window when a drag rests on the button; null for nobody.
     std::function<DragHoverRaiseController*()> dragHoverProvider = [] { return nullptr; };
+    NowPlayingControls nowPlayingControls;
 
     /// Called in pairs around a menu, and around a drag of the button, to keep the bar shown meanwhile.
     std::function<void()> pinReveal;
@@ -103,6 +105,7 @@ private:
     NowPlayingButtonOverlay nowPlayingOverlay_;
     std::optional<ui::Edge> underlineEdge_;
     double width_ = 0;  // what intrinsicSize tells, in points
+    NowPlayingHover nowPlayingHover_;
     PressTracker press_;
     bool isDragged_ = false;
     bool isActive_ = false;

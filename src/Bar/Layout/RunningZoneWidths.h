@@ -39,6 +39,7 @@ double projectedFlatRunningWidth(const std::vector<WindowSnapshot>& windows, con
 struct NotchRange {
     double start = 0;
     double end = 0;
+    bool operator==(const NotchRange&) const = default;
 };
 
 /// What decides the room of the running zone.

@@ -1,14 +1,21 @@
 // The bar on Linux/X11: puts the host together, hands it to the application, and turns the main loop until the end.
 #include <csignal>
+#include <filesystem>
 #include <memory>
 
 #include "App/AppDelegate.h"
 #include "Platform/Linux/Accessibility/AccessibilityService.h"
+#include "Platform/Linux/Applications/Autostart.h"
 #include "Platform/Linux/Applications/InstalledEntries.h"
+#include "Platform/Linux/Applications/SingleInstance.h"
+#include "Platform/Linux/Forms/FormService.h"
+#include "Platform/Linux/NowPlaying/MprisPoller.h"
+#include "Platform/Linux/System/ProgramParts.h"
 #include "Platform/Linux/System/StderrLog.h"
 #include "Platform/Linux/System/ThreadQueue.h"
 #include "Platform/Linux/UI/TextLayouts.h"
 #include "Platform/Linux/UI/XToolkit.h"
+#include "Platform/Linux/Web/FetchClient.h"
 #include "Platform/Linux/XSystem.h"
 
 namespace morvel::x11 {
@@ -16,6 +23,10 @@ namespace {
 
 constexpr int kExitNoDisplay = 1;
 constexpr int kExitDisplayLost = 2;
+
+std::string configFolder() {
+    return std::filesystem::path(JsonDefaults::defaultPath()).parent_path().parent_path().string();
+}
 
 int run() {
     startReadingFonts();
@@ -29,12 +40,37 @@ int run() {
         log.error("There is no X display to show the bar on.");
         return kExitNoDisplay;
     }
+    std::function<void()> openedAgain;
+    SingleInstance instance(*connection, [&] {
+        if (openedAgain) openedAgain();
+    });
+    if (!instance.claim()) return 0;
+    Autostart autostart(log, configFolder(), Autostart::ownProgram());
     XSystem system(loop, log, *connection, JsonDefaults::defaultPath());
     XToolkit toolkit(*connection, loop, system.screens());
-    AppDelegate delegate({loop, log, system.accessibility(), system.windowServer(), system.workspace(),
-                          system.screens(), system.defaults(), system.icons(), toolkit, [&loop] { loop.quit(); },
-                          [](const std::string&) { return std::make_unique<ThreadQueue>(); },
-                          std::make_shared<InstalledEntries>()});
+    FetchClient web(loop, programPart(FetchClient::kProgram));
+    MprisPoller players(loop, system.workspace());
+    FormService forms(log);
+    toolkit.setFormService(&forms);
+    AppDelegate delegate({.mainLoop = loop,
+                          .log = log,
+                          .accessibility = system.accessibility(),
+                          .windowServer = system.windowServer(),
+                          .workspace = system.workspace(),
+                          .screens = system.screens(),
+                          .defaults = system.defaults(),
+                          .icons = system.icons(),
+                          .toolkit = toolkit,
+                          .terminate = [&loop] { loop.quit(); },
+                          .makeWorkQueue = [](const std::string&) { return std::make_unique<ThreadQueue>(); },
+                          .installedApplications = std::make_shared<InstalledEntries>(),
+                          .wallClock = [] { return Date(std::chrono::system_clock::now()); },
+                          .httpClient = web,
+                          .programVersion = MORVEL_VERSION,
+                          .systemVersion = std::nullopt,
+                          .nowPlayingPoller = &players,
+                          .loginItem = &autostart});
+    openedAgain = [&delegate] { delegate.openSettings(); };
     delegate.applicationDidFinishLaunching();
     AccessibilityService accessibility(loop, log, toolkit);
 

@@ -1,4 +1,4 @@
-// The delegate's class and its two notices.
+// The delegate's class and its notices.
 #include "Platform/Mac/AppDelegate.h"
 
 #include "Platform/Mac/apple/AppKit/Selectors.h"
@@ -13,6 +13,7 @@ NSObject AppDelegate::make(Callbacks callbacks) {
             .adopts("NSApplicationDelegate")
             .overrides<&AppDelegate::applicationDidFinishLaunching>(selectors::applicationDidFinishLaunching)
             .overrides<&AppDelegate::applicationWillTerminate>(selectors::applicationWillTerminate)
+            .overrides<&AppDelegate::applicationShouldHandleReopen>(selectors::applicationShouldHandleReopen)
             .registered();
     (void)registered;
     return Delegate::create<NSObject>(std::make_unique<AppDelegate>(std::move(callbacks)), selectors::init);
@@ -24,6 +25,11 @@ void AppDelegate::applicationDidFinishLaunching(NSNotification) {
 
 void AppDelegate::applicationWillTerminate(NSNotification) {
     if (callbacks_.quitting) callbacks_.quitting();
+}
+
+bool AppDelegate::applicationShouldHandleReopen(NSObject, bool) {
+    if (callbacks_.reopened) callbacks_.reopened();
+    return false;  // there is no window for AppKit to bring back
 }
 
 }  // namespace morvel::mac

@@ -28,6 +28,8 @@ private:
     MacSystem system_;
     MacToolkit toolkit_;
     NSObject delegate_;
+    Subscription requestsToEnd_;
+    Subscription furtherInstances_;
 };
 
 }  // namespace morvel::mac

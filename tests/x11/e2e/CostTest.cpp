@@ -9,7 +9,7 @@ class Cost : public BarTest {};
 
 TEST_F(Cost, IdleWithFiftyWindowsItSleeps) {
     for (int i = 0; i < 50; ++i) client.open({.title = "Window " + std::to_string(i)});
-    startBar({.defaults = kNeverGrouped});
+    startBar({.defaults = R"({"groupingMode": "never", "updaterAutoCheckEnabled": false})"});
     ASSERT_TRUE(desktop.waitUntil([&] { return bar->buttonTitles().size() >= 50; }, 30s));
     pointer.moveTo({640, 300});
     // The sweep that waits longest after a start does its first work within this time.

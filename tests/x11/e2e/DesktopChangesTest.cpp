@@ -86,6 +86,34 @@ TEST_F(DesktopChanges, MonitorsComeAndGo) {
     }
 }
 
+TEST_F(DesktopChanges, ATopBarFollowsItsMonitorAndHasNoMenuBarBesideIt) {
+    client.openAndWait({.title = "Left", .box = {60, 160, 300, 200}});
+    client.openAndWait({.title = "Right", .box = {720, 360, 300, 200}});
+    splitInTwo();
+    startBar({.defaults = R"({"barEdge": "top", "compactAtTop": true, "autoDetectMacOSMenuWidth": true})"}, 2);
+    const auto boxes = [&] {
+        std::vector<Box> all;
+        for (const BarWindow& panel : bar->panels()) all.push_back(panel.box);
+        return all;
+    };
+    const auto becomes = [&](const std::vector<Box>& wanted) { return eventually([&] { return boxes() == wanted; }); };
+    EXPECT_TRUE(becomes({{0, 0, 640, 44}, {640, 0, 640, 44}}));
+    EXPECT_FALSE(bar->panelItem("Expand status icons"));
+    const auto ids = [&] { return std::set{bar->panels().at(0).id, bar->panels().at(1).id}; };
+    const auto kept = ids();
+
+    desktop.setMonitors({{"left", {0, 0, 900, 800}, true}, {"right", {900, 0, 380, 800}}});  // another resolution
+    EXPECT_TRUE(becomes({{0, 0, 900, 44}, {900, 0, 380, 44}}));
+    desktop.setMonitors({{"left", {640, 300, 640, 500}, true}, {"right", {0, 0, 640, 800}}});  // changed places
+    EXPECT_TRUE(becomes({{0, 0, 640, 44}, {640, 300, 640, 44}}));
+    EXPECT_TRUE(showsButton("Right", 1));
+    EXPECT_EQ(ids(), kept) << "no bar was made anew";
+    desktop.setMonitors({{"left", {0, 0, 1280, 800}, true}, {"right", {0, 0, 1280, 800}}});  // one shows the other
+    EXPECT_TRUE(eventually([&] { return std::ranges::count(boxes(), Box{0, 0, 1280, 44}) >= 1; }));
+    desktop.setMonitors({});
+    EXPECT_TRUE(becomes({{0, 0, 1280, 44}}));
+}
+
 TEST_F(DesktopChanges, ButtonsSurviveTheWindowManager) {
     const auto window = client.openAndWait({.title = "Survivor"});
     startBar();

@@ -3,6 +3,8 @@
 #include <string_view>
 #include <utility>
 
+#include "Platform/Linux/System/BusCalls.h"
+
 namespace morvel::x11 {
 
 namespace {
@@ -11,13 +13,6 @@ constexpr const char* kService = "org.a11y.Bus";
 constexpr const char* kPath = "/org/a11y/bus";
 constexpr const char* kStatus = "org.a11y.Status";
 constexpr const char* kProperties = "org.freedesktop.DBus.Properties";
-
-/// Without one, GIO would start a bus of its own, which outlives us and on which nobody else is.
-bool hasSessionBus() {
-    const char* address = g_getenv("DBUS_SESSION_BUS_ADDRESS");
-    if (address && *address) return true;
-    return g_file_test((std::string(g_get_user_runtime_dir()) + "/bus").c_str(), G_FILE_TEST_EXISTS);
-}
 
 bool isOn(GVariant* properties, const char* name) {
     gboolean value = FALSE;

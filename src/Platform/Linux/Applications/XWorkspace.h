@@ -9,6 +9,7 @@
 #include "Platform/Linux/Windows/ClientWindows.h"
 #include "Platform/Linux/Windows/WindowRequests.h"
 #include "Platform/Log.h"
+#include "Platform/ProcessProbe.h"
 #include "Platform/Workspace.h"
 
 namespace morvel::x11 {
@@ -33,6 +34,8 @@ public:
     std::vector<RunningApplication> runningApplications() override;
     std::optional<RunningApplication> runningApplication(ProcessID pid) override;
     std::optional<ProcessID> frontmostApplication() override;
+    std::optional<ProcessID> menuBarOwner() override { return std::nullopt; }
+    ProcessID ownProcess() override { return morvel::ownProcess(); }
 
     void activate(ProcessID pid) override;
     void terminate(ProcessID pid) override;

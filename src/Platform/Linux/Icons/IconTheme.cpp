@@ -8,7 +8,7 @@
 #include <cstdlib>
 #include <sstream>
 
-#include "Platform/Linux/System/AtomicFile.h"
+#include "Platform/AtomicFile.h"
 
 namespace morvel::x11 {
 

@@ -36,6 +36,7 @@ constexpr auto kTable = std::to_array<Row>({
     {&Atoms::netWmPid, "_NET_WM_PID"},
     {&Atoms::netWmDesktop, "_NET_WM_DESKTOP"},
     {&Atoms::netWmIcon, "_NET_WM_ICON"},
+    {&Atoms::morvelInstance, "_MORVEL_INSTANCE"},
     {&Atoms::netFrameExtents, "_NET_FRAME_EXTENTS"},
     {&Atoms::wmState, "WM_STATE"},
     {&Atoms::netWmWindowType, "_NET_WM_WINDOW_TYPE"},

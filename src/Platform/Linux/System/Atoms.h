@@ -10,6 +10,7 @@ namespace morvel::x11 {
 struct Atoms {
     // Text and connection
     xcb_atom_t utf8String = 0, compoundText = 0, clipboard = 0, manager = 0;
+    xcb_atom_t morvelInstance = 0;       ///< the selection of the display's bar, and the message that wakes it
     xcb_atom_t compositorSelection = 0;  ///< whose owner blends translucent windows of the connection's screen
     xcb_atom_t settingsSelection = 0;    ///< whose owner publishes the desktop's settings in `xsettingsSettings`
     xcb_atom_t xsettingsSettings = 0;

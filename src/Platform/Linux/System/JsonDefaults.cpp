@@ -8,7 +8,7 @@
 #include <cstring>
 #include <nlohmann/json.hpp>
 
-#include "Platform/Linux/System/AtomicFile.h"
+#include "Platform/AtomicFile.h"
 #include "Platform/Linux/System/DefaultsJson.h"
 
 namespace morvel::x11 {

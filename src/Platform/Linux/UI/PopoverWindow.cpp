@@ -19,6 +19,7 @@ PopoverWindow::PopoverWindow(ToolkitContext& context, ui::View& content, std::fu
 
 PopoverWindow::~PopoverWindow() {
     presses_.reset();
+    context_.popoverWillClose(window_.get());
     context_.retire(std::move(window_));
 }
 
@@ -44,6 +45,7 @@ void PopoverWindow::show(ui::View& anchor, ui::Edge edge, Size size) {
     place(size);
     if (focus_ == ui::PopoverFocus::Keyboard) takeKeyboard();
     window_->show();
+    context_.popoverOpened(*window_);
 }
 
 void PopoverWindow::takeKeyboard() {
@@ -66,6 +68,7 @@ void PopoverWindow::resize(Size size) {
 void PopoverWindow::close() {
     refused_.reset();
     presses_.reset();
+    context_.popoverWillClose(window_.get());
     context_.retire(std::move(window_));
     editor_.reset();
     closed_();

@@ -94,6 +94,15 @@ void ToolkitContext::retire(std::unique_ptr<ViewWindow> window) {
     burial_ = mainLoop_.after(Duration{}, [this] { retired_.clear(); });
 }
 
+void ToolkitContext::popoverOpened(const ViewWindow& window) {
+    openPopover_ = &window;
+    tooltip_->hide();
+}
+
+void ToolkitContext::popoverWillClose(const ViewWindow* window) {
+    if (openPopover_ == window) openPopover_ = nullptr;
+}
+
 void ToolkitContext::setMenuOpen(bool isOpen) {
     if (std::exchange(isMenuOpen_, isOpen) == isOpen) return;
     if (isOpen) return tooltip_->hide();

@@ -74,6 +74,12 @@ public:
     bool isMenuOpen() const { return isMenuOpen_; }
     void setMenuOpen(bool isOpen);
 
+    /// The popover that was opened last and still is, or null. What it stands beside shows no tooltip meanwhile: it
+    /// would cover the popover.
+    const ViewWindow* openPopover() const { return openPopover_; }
+    void popoverOpened(const ViewWindow& window);
+    void popoverWillClose(const ViewWindow* window);
+
 private:
     XConnection& connection_;
     MainLoop& mainLoop_;
@@ -84,6 +90,7 @@ private:
     Rect<RootSpace> root_;
     xcb_atom_t inspectionProperty_ = 0;
     bool isMenuOpen_ = false;
+    const ViewWindow* openPopover_ = nullptr;
     AccessibilityBridge* accessibility_ = nullptr;
     std::vector<ViewWindow*> windows_;
     Signal<> geometryChanged_;

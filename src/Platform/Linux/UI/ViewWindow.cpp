@@ -279,6 +279,7 @@ void ViewWindow::showTooltip() {
     tooltipTimer_.reset();
     tooltipView_ = router_.tooltipView();
     if (!tooltipView_ || context_.isMenuOpen()) return;
+    if (context_.openPopover() && context_.openPopover() != this) return;
     context_.tooltip().show(tooltipView_->tooltip(), onRoot(pointer_), keptFree().value_or(onRoot(*tooltipView_)));
 }
 

@@ -31,6 +31,11 @@ void XToolkit::setAppearance(ui::Appearance appearance) {
             break;
     }
     context_.setPalette(palette);
+    if (forms_) forms_->setDark(palette.appearance == Appearance::Dark);
+}
+
+std::unique_ptr<ui::FormWindowPeer> XToolkit::makeFormWindow(ui::Form form) {
+    return forms_ ? forms_->makeWindow(std::move(form), context_.palette().appearance == Appearance::Dark) : nullptr;
 }
 
 std::unique_ptr<ui::PanelPeer> XToolkit::makePanel(const ui::PanelOptions& options, ui::View& content) {

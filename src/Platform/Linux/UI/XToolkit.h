@@ -4,6 +4,7 @@
 #include <memory>
 #include <vector>
 
+#include "Platform/Linux/Forms/FormService.h"
 #include "Platform/Linux/UI/Drag/DragSession.h"
 #include "Platform/Linux/UI/Drag/XdndTarget.h"
 #include "Platform/Linux/UI/MenuSession.h"
@@ -29,12 +30,16 @@ public:
     /// From now on tells the bridge what the windows show; null ends it, which has to come before the bridge's end.
     void setAccessibilityBridge(AccessibilityBridge* bridge) { context_.setAccessibilityBridge(bridge); }
 
+    /// Makes the form windows, which end before it.
+    void setFormService(FormService* forms) { forms_ = forms; }
+
     std::unique_ptr<ui::PanelPeer> makePanel(const ui::PanelOptions& options, ui::View& content) override;
     std::unique_ptr<ui::PopoverPeer> makePopover(ui::View& content, std::function<void()> closed,
                                                  ui::PopoverFocus focus) override;
     void popUpMenu(ui::Menu menu, ui::View& anchor, Point<ViewSpace> locationInRoot,
                    std::function<void()> closed) override;
     void beginDrag(ui::View& view, ui::DragItem item, std::function<void(ui::DragOperation)> ended) override;
+    std::unique_ptr<ui::FormWindowPeer> makeFormWindow(ui::Form form) override;
     Size textSize(std::string_view text, const ui::Font& font) override;
     /// Both wait for the server: nothing tells of the pointer while it is over other programs' windows.
     std::optional<Point<ScreenSpace>> pointerLocation() override;
@@ -66,6 +71,7 @@ private:
 
     ToolkitContext context_;
     OutsidePresses outsidePresses_;
+    FormService* forms_ = nullptr;
     XdndTarget dropTarget_;
     std::unique_ptr<MenuSession> menu_;
     std::vector<EndedMenu> endedMenus_;

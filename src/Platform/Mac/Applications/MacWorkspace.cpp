@@ -32,10 +32,17 @@ std::uint64_t instanceOf(const NSRunningApplication& application) {
 }
 
 /// Nothing for nil, and for an application that has no process any more.
-std::optional<RunningApplication> recordFrom(const NSRunningApplication& application) {
+std::optional<ProcessID> processOf(const NSRunningApplication& application) {
     const std::int32_t pid = application.processIdentifier();
     if (pid <= 0) return std::nullopt;
-    return RunningApplication{.pid = ProcessID(pid),
+    return ProcessID(pid);
+}
+
+/// Nothing where there is no process.
+std::optional<RunningApplication> recordFrom(const NSRunningApplication& application) {
+    const auto pid = processOf(application);
+    if (!pid) return std::nullopt;
+    return RunningApplication{.pid = *pid,
                               .instance = instanceOf(application),
                               .bundleID = textOrNothing(application.bundleIdentifier()),
                               .localizedName = textOrNothing(application.localizedName()),
@@ -75,10 +82,11 @@ std::optional<RunningApplication> MacWorkspace::runningApplication(ProcessID pid
 }
 
 std::optional<ProcessID> MacWorkspace::frontmostApplication() {
-    const NSRunningApplication frontmost = NSWorkspace::shared().frontmostApplication();
-    const std::int32_t pid = frontmost.processIdentifier();
-    if (pid <= 0) return std::nullopt;
-    return ProcessID(pid);
+    return processOf(NSWorkspace::shared().frontmostApplication());
+}
+
+std::optional<ProcessID> MacWorkspace::menuBarOwner() {
+    return processOf(NSWorkspace::shared().menuBarOwningApplication());
 }
 
 void MacWorkspace::activate(ProcessID pid) {

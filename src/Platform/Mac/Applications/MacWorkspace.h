@@ -2,6 +2,7 @@
 #pragma once
 
 #include "Platform/Mac/Applications/SessionWatch.h"
+#include "Platform/ProcessProbe.h"
 #include "Platform/Workspace.h"
 
 namespace morvel::mac {
@@ -11,6 +12,8 @@ public:
     std::vector<RunningApplication> runningApplications() override;
     std::optional<RunningApplication> runningApplication(ProcessID pid) override;
     std::optional<ProcessID> frontmostApplication() override;
+    std::optional<ProcessID> menuBarOwner() override;
+    ProcessID ownProcess() override { return morvel::ownProcess(); }
 
     void activate(ProcessID pid) override;
     void terminate(ProcessID pid) override;

@@ -17,6 +17,11 @@ Rect<ScreenSpace> rectFrom(const CGRect& r) {
     return {r.origin.x, r.origin.y, r.size.width, r.size.height};
 }
 
+std::optional<Rect<ScreenSpace>> areaFrom(const CGRect& r) {
+    const Rect<ScreenSpace> area = rectFrom(r);
+    return area.isEmpty() ? std::nullopt : std::optional(area);
+}
+
 std::optional<DisplayID> displayOf(const NSScreen& screen) {
     const auto number = integerFrom(screen.deviceDescription().at<NSObject>("NSScreenNumber").raw());
     if (!number || *number < 0 || *number > std::numeric_limits<std::uint32_t>::max()) return std::nullopt;
@@ -30,7 +35,8 @@ std::vector<Screen> MacScreens::screens() {
     std::vector<Screen> found;
     for (const NSScreen& screen : NSScreen::screens().elements<NSScreen>()) {
         found.push_back({displayOf(screen), screen.localizedName().text(), rectFrom(screen.frame()),
-                         rectFrom(screen.visibleFrame())});
+                         rectFrom(screen.visibleFrame()), areaFrom(screen.auxiliaryTopLeftArea()),
+                         areaFrom(screen.auxiliaryTopRightArea())});
     }
     return found;
 }

@@ -6,13 +6,17 @@
 
 #include "Platform/Mac/UI/DisplayText.h"
 #include "Platform/Mac/UI/DragSource.h"
+#include "Platform/Mac/UI/MacAlert.h"
+#include "Platform/Mac/UI/MacFormWindow.h"
 #include "Platform/Mac/UI/MacMenu.h"
 #include "Platform/Mac/UI/MacPanel.h"
 #include "Platform/Mac/UI/MacPopover.h"
 #include "Platform/Mac/UI/MacPrompt.h"
+#include "Platform/Mac/UI/MacStatusItem.h"
 #include "Platform/Mac/UI/Resolving.h"
 #include "Platform/Mac/apple/AppKit/NSApplication.h"
 #include "Platform/Mac/apple/AppKit/NSWorkspace.h"
+#include "Platform/Mac/apple/Foundation/NSRunLoop.h"
 
 namespace morvel::mac {
 
@@ -69,6 +73,20 @@ void MacToolkit::beginDrag(ui::View& view, ui::DragItem item, std::function<void
 
 std::unique_ptr<ui::PromptPeer> MacToolkit::showPrompt(ui::Prompt prompt) {
     return std::make_unique<MacPrompt>(std::move(prompt));
+}
+
+void MacToolkit::showAlert(ui::Alert alert, std::function<void(std::optional<size_t>)> answered) {
+    // Asked from within the main queue, nothing else of it would run until the answer: no timer and no posted work.
+    NSRunLoop::main().perform(std::function<void()>(lifetime_.whileAlive(
+        [alert = std::move(alert), answered = std::move(answered)] { answered(runAlert(alert)); })));
+}
+
+std::unique_ptr<ui::StatusItemPeer> MacToolkit::makeStatusItem(ui::Menu menu) {
+    return std::make_unique<MacStatusItem>(menu);
+}
+
+std::unique_ptr<ui::FormWindowPeer> MacToolkit::makeFormWindow(ui::Form form) {
+    return std::make_unique<MacFormWindow>(std::move(form));
 }
 
 Size MacToolkit::textSize(std::string_view text, const ui::Font& font) {

@@ -20,6 +20,10 @@ public:
                    std::function<void()> closed) override;
     void beginDrag(ui::View& view, ui::DragItem item, std::function<void(ui::DragOperation)> ended) override;
     std::unique_ptr<ui::PromptPeer> showPrompt(ui::Prompt prompt) override;
+    std::unique_ptr<ui::FormWindowPeer> makeFormWindow(ui::Form form) override;
+    /// Returns before the answer.
+    void showAlert(ui::Alert alert, std::function<void(std::optional<size_t>)> answered) override;
+    std::unique_ptr<ui::StatusItemPeer> makeStatusItem(ui::Menu menu) override;
     Size textSize(std::string_view text, const ui::Font& font) override;
     std::optional<Point<ScreenSpace>> pointerLocation() override;
     bool isMouseButtonDown() override;

@@ -49,6 +49,7 @@ void dispatch_release(dispatch_object_t object);
 
 extern DispatchQueueTag _dispatch_main_q;
 extern const DispatchSourceTypeTag _dispatch_source_type_timer;
+extern const DispatchSourceTypeTag _dispatch_source_type_signal;
 extern const DispatchSourceTypeTag _dispatch_source_type_vnode;
 }
 

@@ -213,10 +213,9 @@ void Desktop::setMonitors(const std::vector<Monitor>& monitors) {
 
     // One grabbed step, so that nobody sees the desktop between two arrangements.
     xcb_grab_server(connection_);
-    const auto outdated = std::exchange(definedMonitors_, {});
-    for (const auto& name : outdated)
-        if (std::none_of(monitors.begin(), monitors.end(), [&](const Monitor& m) { return m.name == name; }))
-            xcb_randr_delete_monitor(connection_, connection_.root(), connection_.atom(name));
+    // All of them: the server refuses to define one that is there already.
+    for (const auto& name : std::exchange(definedMonitors_, {}))
+        xcb_randr_delete_monitor(connection_, connection_.root(), connection_.atom(name));
     for (const auto& monitor : monitors) {
         defineMonitor(connection_, monitor, definedMonitors_.empty() ? output : XCB_NONE);
         definedMonitors_.push_back(monitor.name);

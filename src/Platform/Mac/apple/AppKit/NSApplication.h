@@ -2,6 +2,7 @@
 #pragma once
 
 #include "Platform/Mac/apple/AppKit/NSAppearance.h"
+#include "Platform/Mac/apple/AppKit/NSControls.h"
 #include "Platform/Mac/apple/AppKit/NSEvent.h"
 
 namespace morvel::mac {
@@ -26,8 +27,13 @@ public:
     void setAppearance(const NSAppearance& appearance) const { send(*this, "setAppearance:"_sel, appearance); }
     NSAppearance effectiveAppearance() const { return send<NSAppearance>(*this, "effectiveAppearance"_sel); }
     void activateIgnoringOtherApps(bool ignoring) const { send(*this, "activateIgnoringOtherApps:"_sel, ignoring); }
+    NSImage applicationIconImage() const { return send<NSImage>(*this, "applicationIconImage"_sel); }
     /// Empty outside the handling of an event.
     NSEvent currentEvent() const { return send<NSEvent>(*this, "currentEvent"_sel); }
+    /// To the first object that answers it, from what has the keyboard's focus upwards. False: none does.
+    bool sendAction(Selector action, const Id& sender) const {
+        return send<bool>(*this, "sendAction:to:from:"_sel, action, nullptr, sender);
+    }
     void run() const { send(*this, "run"_sel); }
     void terminate(const Id& sender = nullptr) const { send(*this, "terminate:"_sel, sender); }
 };

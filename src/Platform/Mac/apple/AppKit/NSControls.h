@@ -74,6 +74,7 @@ public:
         return send<NSImage>(ClassOf<NSImage>{}, "imageWithSystemSymbolName:accessibilityDescription:"_sel, name,
                              NSString());
     }
+    NSImage copy() const { return sendOwned<NSImage>(*this, "copy"_sel); }
     CGSize size() const { return send<CGSize>(*this, "size"_sel); }
     void setSize(CGSize size) const { send(*this, "setSize:"_sel, size); }
     NSImage withConfiguration(const NSImageSymbolConfiguration& configuration) const {

@@ -4,7 +4,7 @@
 #include <functional>
 
 #include "Platform/Mac/apple/CGGeometry.h"
-#include "Platform/Mac/apple/Object.h"
+#include "Platform/Mac/apple/Foundation/NSString.h"
 #include "Util/Subscription.h"
 
 namespace morvel::mac {
@@ -19,6 +19,8 @@ inline constexpr NSUInteger NSEventMaskLeftMouseDown = 0x2;
 inline constexpr NSUInteger NSEventMaskRightMouseDown = 0x8;
 inline constexpr NSUInteger NSEventMaskOtherMouseDown = 0x2000000;
 inline constexpr NSUInteger NSEventModifierFlagControl = 0x40000;
+inline constexpr NSUInteger NSEventModifierFlagCommand = 0x100000;
+inline constexpr NSUInteger NSEventModifierFlagDeviceIndependentFlagsMask = 0xffff0000;
 inline constexpr NSUInteger NSEventPhaseNone = 0;
 
 class NSEvent : public NSObject {
@@ -34,6 +36,10 @@ public:
     NSUInteger type() const { return send<NSUInteger>(*this, "type"_sel); }
     CGPoint locationInWindow() const { return send<CGPoint>(*this, "locationInWindow"_sel); }
     NSUInteger modifierFlags() const { return send<NSUInteger>(*this, "modifierFlags"_sel); }
+    /// Of a key. Empty for a dead key.
+    NSString charactersIgnoringModifiers() const {
+        return send<NSString>(*this, "charactersIgnoringModifiers"_sel);
+    }
     NSInteger clickCount() const { return send<NSInteger>(*this, "clickCount"_sel); }
     /// Calls `seen` on the main thread for events of other programs, until the token dies. They get them all the same.
     [[nodiscard]] static Subscription monitorGlobally(NSUInteger mask, std::function<void(NSEvent)> seen) {

@@ -7,7 +7,9 @@ namespace morvel::mac {
 
 inline constexpr NSUInteger NSWindowStyleMaskTitled = 1;
 inline constexpr NSUInteger NSWindowStyleMaskClosable = 2;
+inline constexpr NSUInteger NSWindowStyleMaskMiniaturizable = 4;
 inline constexpr NSUInteger NSWindowStyleMaskNonactivatingPanel = 128;
+inline constexpr NSUInteger NSWindowStyleMaskFullSizeContentView = 32768;
 inline constexpr NSUInteger NSWindowCollectionBehaviorIgnoresCycle = 64;
 inline constexpr NSUInteger NSBackingStoreBuffered = 2;
 
@@ -27,6 +29,7 @@ public:
     /// later one takes over from an earlier one.
     NSWindow animator() const { return send<NSWindow>(*this, "animator"_sel); }
     void setTitle(const NSString& title) const { send(*this, "setTitle:"_sel, title); }
+    void setTitlebarAppearsTransparent(bool is) const { send(*this, "setTitlebarAppearsTransparent:"_sel, is); }
     void setLevel(NSInteger level) const { send(*this, "setLevel:"_sel, level); }
     void setCollectionBehavior(NSUInteger behavior) const { send(*this, "setCollectionBehavior:"_sel, behavior); }
     void setHasShadow(bool has) const { send(*this, "setHasShadow:"_sel, has); }
@@ -52,6 +55,8 @@ public:
     void orderFrontRegardless() const { send(*this, "orderFrontRegardless"_sel); }
     void orderOut() const { send(*this, "orderOut:"_sel, nullptr); }
     void close() const { send(*this, "close"_sel); }
+    bool isMiniaturized() const { return send<bool>(*this, "isMiniaturized"_sel); }
+    void deminiaturize() const { send(*this, "deminiaturize:"_sel, nullptr); }
     bool isVisible() const { return send<bool>(*this, "isVisible"_sel); }
 };
 

@@ -20,6 +20,14 @@ public:
         return send<NSRunningApplication>(ClassOf<NSRunningApplication>{},
                                           "runningApplicationWithProcessIdentifier:"_sel, pid);
     }
+    /// This process.
+    static NSRunningApplication current() {
+        return send<NSRunningApplication>(ClassOf<NSRunningApplication>{}, "currentApplication"_sel);
+    }
+    static NSArray withBundleIdentifier(const NSString& identifier) {
+        return send<NSArray>(ClassOf<NSRunningApplication>{}, "runningApplicationsWithBundleIdentifier:"_sel,
+                             identifier);
+    }
     std::int32_t processIdentifier() const { return send<std::int32_t>(*this, "processIdentifier"_sel); }
     NSInteger activationPolicy() const { return send<NSInteger>(*this, "activationPolicy"_sel); }
     NSString bundleIdentifier() const { return send<NSString>(*this, "bundleIdentifier"_sel); }
@@ -61,6 +69,9 @@ public:
     NSRunningApplication frontmostApplication() const {
         return send<NSRunningApplication>(*this, "frontmostApplication"_sel);
     }
+    NSRunningApplication menuBarOwningApplication() const {
+        return send<NSRunningApplication>(*this, "menuBarOwningApplication"_sel);
+    }
     NSURL urlForApplication(const NSString& bundleIdentifier) const {
         return send<NSURL>(*this, "URLForApplicationWithBundleIdentifier:"_sel, bundleIdentifier);
     }
@@ -88,6 +99,9 @@ public:
     static NSArray screens() { return send<NSArray>(ClassOf<NSScreen>{}, "screens"_sel); }
     CGRect frame() const { return send<CGRect>(*this, "frame"_sel); }
     CGRect visibleFrame() const { return send<CGRect>(*this, "visibleFrame"_sel); }
+    /// What is left beside a camera housing; empty rectangles on a screen without one.
+    CGRect auxiliaryTopLeftArea() const { return send<CGRect>(*this, "auxiliaryTopLeftArea"_sel); }
+    CGRect auxiliaryTopRightArea() const { return send<CGRect>(*this, "auxiliaryTopRightArea"_sel); }
     NSString localizedName() const { return send<NSString>(*this, "localizedName"_sel); }
     NSDictionary deviceDescription() const { return send<NSDictionary>(*this, "deviceDescription"_sel); }
 };

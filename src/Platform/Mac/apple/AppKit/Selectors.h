@@ -15,11 +15,21 @@ inline constexpr auto initWithContentRect = "initWithContentRect:styleMask:backi
 // The application's delegate.
 inline constexpr auto applicationDidFinishLaunching = "applicationDidFinishLaunching:"_sel;
 inline constexpr auto applicationWillTerminate = "applicationWillTerminate:"_sel;
+inline constexpr auto applicationShouldHandleReopen = "applicationShouldHandleReopen:hasVisibleWindows:"_sel;
 
 // Windows.
 inline constexpr auto canBecomeKeyWindow = "canBecomeKeyWindow"_sel;
 inline constexpr auto canBecomeMainWindow = "canBecomeMainWindow"_sel;
 inline constexpr auto windowWillClose = "windowWillClose:"_sel;
+inline constexpr auto performKeyEquivalent = "performKeyEquivalent:"_sel;
+inline constexpr auto performClose = "performClose:"_sel;
+inline constexpr auto performMiniaturize = "performMiniaturize:"_sel;
+
+// What a field does with the text that is selected in it.
+inline constexpr auto cut = "cut:"_sel;
+inline constexpr auto copy = "copy:"_sel;
+inline constexpr auto paste = "paste:"_sel;
+inline constexpr auto selectAll = "selectAll:"_sel;
 
 // Views.
 inline constexpr auto acceptsFirstMouse = "acceptsFirstMouse:"_sel;
@@ -69,8 +79,15 @@ inline constexpr auto cancelOperation = "cancelOperation:"_sel;
 // Popovers.
 inline constexpr auto popoverDidClose = "popoverDidClose:"_sel;
 
+// Answers from web servers.
+inline constexpr auto willPerformHTTPRedirection =
+    "URLSession:task:willPerformHTTPRedirection:newRequest:completionHandler:"_sel;
+inline constexpr auto didReceiveData = "URLSession:dataTask:didReceiveData:"_sel;
+inline constexpr auto didCompleteWithError = "URLSession:task:didCompleteWithError:"_sel;
+
 // Actions of our own.
 inline constexpr auto menuItemChosen = "menuItemChosen:"_sel;
 inline constexpr auto promptButtonPressed = "promptButtonPressed:"_sel;
+inline constexpr auto formControlUsed = "formControlUsed:"_sel;
 
 }  // namespace morvel::mac::selectors

@@ -13,6 +13,10 @@ public:
 
     /// Empty when there is no folder at the URL.
     static NSBundle from(const NSURL& url) { return create<NSBundle>("initWithURL:"_sel, url); }
+    /// The program's own.
+    static NSBundle main() { return send<NSBundle>(ClassOf<NSBundle>{}, "mainBundle"_sel); }
+    /// Empty when the bundle does not say.
+    Id info(const NSString& key) const { return send<Id>(*this, "objectForInfoDictionaryKey:"_sel, key); }
     NSDictionary infoDictionary() const { return send<NSDictionary>(*this, "infoDictionary"_sel); }
 };
 

@@ -57,6 +57,10 @@ public:
     static NSDistributedNotificationCenter defaultCenter() {
         return send<NSDistributedNotificationCenter>(ClassOf<NSDistributedNotificationCenter>{}, "defaultCenter"_sel);
     }
+    void post(const NSString& name) const {
+        send(*this, "postNotificationName:object:userInfo:deliverImmediately:"_sel, name, NSString(), NSDictionary(),
+             true);
+    }
 };
 
 extern "C" {

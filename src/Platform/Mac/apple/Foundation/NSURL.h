@@ -20,6 +20,8 @@ public:
         return send<NSURL>(ClassOf<NSURL>{}, "URLWithString:"_sel, NSString::from(text));
     }
     bool isFileURL() const { return send<bool>(*this, "isFileURL"_sel); }
+    /// In lower case. Empty when it has none.
+    NSString scheme() const { return send<NSString>(*this, "scheme"_sel); }
     NSString path() const { return send<NSString>(*this, "path"_sel); }
     NSString absoluteString() const { return send<NSString>(*this, "absoluteString"_sel); }
 };

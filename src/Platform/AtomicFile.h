@@ -5,7 +5,7 @@
 #include <string>
 #include <string_view>
 
-namespace morvel::x11 {
+namespace morvel {
 
 /// The whole file; nothing when it cannot be read or is larger than `mostBytes`, with the reason in `errno` (ENOENT
 /// when there is none, EFBIG when it is too large).
@@ -15,4 +15,4 @@ std::optional<std::string> readFile(const std::string& path, size_t mostBytes);
 /// then as it was. A symbolic link stays one, and the file it leads to is replaced.
 bool replaceFile(const std::string& path, std::string_view content);
 
-}  // namespace morvel::x11
+}  // namespace morvel

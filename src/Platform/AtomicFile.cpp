@@ -1,4 +1,4 @@
-#include "Platform/Linux/System/AtomicFile.h"
+#include "Platform/AtomicFile.h"
 
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -8,7 +8,7 @@
 #include <filesystem>
 #include <system_error>
 
-namespace morvel::x11 {
+namespace morvel {
 
 namespace {
 
@@ -87,4 +87,4 @@ bool replaceFile(const std::string& path, std::string_view content) {
     return true;
 }
 
-}  // namespace morvel::x11
+}  // namespace morvel

@@ -1,0 +1,73 @@
+#include "App/SettingsSources.h"
+
+#include <filesystem>
+
+namespace morvel {
+
+namespace {
+
+/// What people call the application: as it says where it is installed, or as it calls itself while it runs.
+std::string nameOf(const Platform& platform, const std::string& bundleID) {
+    const auto path = platform.workspace.locate(bundleID);
+    const auto bundle = path ? platform.installedApplications->bundle(*path) : std::nullopt;
+    if (bundle && bundle->displayName) return *bundle->displayName;
+    if (bundle && bundle->name) return *bundle->name;
+    for (const RunningApplication& application : platform.workspace.runningApplications())
+        if (application.bundleID == bundleID && application.localizedName) return *application.localizedName;
+    return bundleID;
+}
+
+/// The notices of a published value or of a setting.
+template <class Source>
+std::function<Subscription(std::function<void()>)> changesOf(const Source& source) {
+    return [&source](std::function<void()> changed) {
+        return source.subscribe([changed = std::move(changed)](const auto&) { changed(); }, Current::Skip);
+    };
+}
+
+EditableList listOf(PinnedAppsStore& store) {
+    const auto items = [&store] {
+        std::vector<ListedItem> listed;
+        for (const PinnedItem& item : store.pinnedItems().value()) {
+            const bool isApp = item.kind == PinnedItem::Kind::App;
+            listed.push_back({isApp ? ListedItem::Kind::Application : ListedItem::Kind::Folder, item.id(),
+                              item.identifier, item.displayName});
+        }
+        return listed;
+    };
+    const auto pinFolder = [&store](const std::string& path) {
+        const std::filesystem::path folder(path);
+        store.pinFolder(path, folder.has_filename() ? folder.filename().string() : path);
+    };
+    return {items, [&store](const std::string& id) { store.unpin(id); }, pinFolder, changesOf(store.pinnedItems())};
+}
+
+EditableList listOf(ClampingBlacklist& blacklist, const std::function<std::string(const std::string&)>& name) {
+    const auto items = [&blacklist, name] {
+        std::vector<ListedItem> listed;
+        for (const std::string& bundleID : blacklist.bundleIDs().value())
+            listed.push_back({ListedItem::Kind::Application, bundleID, bundleID, name(bundleID)});
+        return listed;
+    };
+    return {items, [&blacklist](const std::string& bundleID) { blacklist.remove(bundleID); },
+            [&blacklist](const std::string& bundleID) { blacklist.add(bundleID); }, changesOf(blacklist.bundleIDs())};
+}
+
+}  // namespace
+
+SettingsSources settingsSources(const Platform& platform, SettingsStore& settings, PinnedAppsStore& pinnedItems,
+                                ClampingBlacklist& clampingBlacklist) {
+    const auto name = [&platform](const std::string& bundleID) { return nameOf(platform, bundleID); };
+    const auto openPage = [&platform](const std::string& page) { platform.workspace.openPage(page); };
+    return {settings,
+            platform.features,
+            platform.icons,
+            listOf(pinnedItems),
+            listOf(clampingBlacklist, name),
+            {},
+            name,
+            openPage,
+            [] { return std::chrono::time_point_cast<Date::duration>(std::chrono::system_clock::now()); }};
+}
+
+}  // namespace morvel

@@ -1,0 +1,15 @@
+#include "Display/MenuBar/CompactTopLeftBuffer.h"
+
+#include <algorithm>
+
+#include "Display/MenuBar/CompactTopBuffer.h"
+#include "Display/MenuBar/MenuBarStrip.h"
+
+namespace morvel::CompactTopLeftBuffer {
+
+double effective(const Screen& screen, const SettingsStore& settings, std::optional<double> rightmostMenuTitleX) {
+    if (!settings.autoDetectMacOSMenuWidth.value() || !hasMenuBar(screen) || !rightmostMenuTitleX) return 0;
+    return std::max(*rightmostMenuTitleX - screen.frame.minX() + kCompactTopMargin, 0.0);
+}
+
+}  // namespace morvel::CompactTopLeftBuffer

@@ -1,0 +1,30 @@
+#include "NowPlaying/NowPlayingPopover.h"
+
+#include "Bar/Buttons/PopoverEdge.h"
+
+namespace morvel {
+
+NowPlayingPopover::NowPlayingPopover(ButtonServices services)
+    : services_(services), popover_(services.toolkit, root_, [this] { popoverDidClose(); }) {}
+
+void NowPlayingPopover::show(ui::View& anchor, const NowPlayingState& state, NowPlayingStore& store,
+                             MorvelEdge barEdge) {
+    content_ = std::make_unique<NowPlayingPopoverContentView>(services_, store, state);
+    content_->setFrame({0, 0, NowPlayingPopoverContentView::kSize.width, NowPlayingPopoverContentView::kSize.height});
+    root_.addSubview(*content_);
+    anchoredBundleID_ = state.bundleID;
+    subscription_ = store.state().subscribe(
+        [this](const std::optional<NowPlayingState>& now) { now ? content_->update(*now) : close(); }, Current::Skip);
+    outsidePresses_ = services_.toolkit.observeOutsidePresses([this] { close(); });
+    popover_.show(anchor, popoverEdge(barEdge), NowPlayingPopoverContentView::kSize);
+}
+
+void NowPlayingPopover::popoverDidClose() {
+    anchoredBundleID_.reset();
+    subscription_.reset();
+    outsidePresses_.reset();
+    content_.reset();
+    if (const auto closed = onDidClose) closed();
+}
+
+}  // namespace morvel

@@ -1,0 +1,384 @@
+// A bar at the top edge that shares its strip with the system's menu bar.
+#include "App/BarDesktop.h"
+#include "Bar/CompactTop/CompactTopExpansionToggleButton.h"
+#include "Platform/AXNames.h"
+#include "sim/SimMenuBar.h"
+
+namespace morvel {
+namespace {
+
+using Frame = Rect<ScreenSpace>;
+
+/// A desktop with an editor in front, whose menus end at 400, and status items 30, 40, 50 and 60 points wide from the
+/// right end on, the first two of them Control Center's.
+class CompactDesktop : public BarDesktop {
+public:
+    explicit CompactDesktop(const std::vector<sim::DisplaySpec>& displays = sim::oneDisplay(1440, 900))
+        : BarDesktop(displays) {
+        menus.setTitles(editor, {10, 40, 100, 300}, 400);
+        menus.setItems(control, {30, 40}, {1440, 0});
+        menus.setItems(extra, {50, 60}, {1440, 0}, 70);
+        defaults().set("barEdge", {std::string("top")});
+        defaults().set("autoDetectMacOSMenuWidth", {true});
+        editor.activate();
+    }
+
+    std::vector<sim::SimPanel*> panels(ui::PanelKind kind) {
+        std::vector<sim::SimPanel*> found = toolkit().panels();
+        std::erase_if(found, [kind](const sim::SimPanel* panel) { return panel->options.kind != kind; });
+        return found;
+    }
+    Frame barFrame(size_t screen = 0) { return controller(screen).frame(); }
+    MorvelController& controller(size_t screen = 0) {
+        return *delegate().displayManager()->controllers().at(*screens().list.at(screen).displayID);
+    }
+    CompactTopExpansionToggleButton& toggle() { return controller().rightStrip()->expansionToggleButton(); }
+
+    sim::SimMenuBar menus{*this};
+    sim::SimApp& editor = launch("Editor");
+    sim::SimApp& control =
+        launch("Control Center", {.bundleID = "com.apple.controlcenter", .policy = ActivationPolicy::Accessory});
+    sim::SimApp& extra = launch("Extra", {.policy = ActivationPolicy::Accessory});
+};
+
+TEST(CompactTop, StandsBetweenTheMenusAndTheStatusItems) {
+    CompactDesktop desktop;
+    desktop.startMorvel();
+    const auto bars = desktop.panels(ui::PanelKind::Bar);
+    ASSERT_EQ(bars.size(), 1u);
+    EXPECT_EQ(bars[0]->frame, (Frame{408, 876, 1440 - 408 - 100, 24})) << "two items are 70 wide, and 100 is the least";
+    EXPECT_EQ(bars[0]->moves, 0) << "it is made where it belongs";
+    ASSERT_EQ(desktop.panels(ui::PanelKind::Companion).size(), 1u);
+    const sim::SimPanel& strip = *desktop.panels(ui::PanelKind::Companion)[0];
+    EXPECT_EQ(strip.frame, (Frame{1340 - kCompactTopStripWidth, 876, kCompactTopStripWidth, 24}));
+    EXPECT_TRUE(strip.isShown);
+
+    desktop.settings().compactTopCollapsedItemCount.set(3);
+    desktop.settle();
+    EXPECT_EQ(bars[0]->frame.maxX(), 1320 - 8);
+    EXPECT_EQ(strip.frame.maxX(), bars[0]->frame.maxX());
+
+    // Another application's menus, which are there a moment after its notice. The bar moves and is not made anew.
+    auto& painter = desktop.launch("Painter");
+    desktop.settle();
+    painter.activate();
+    desktop.settle();
+    EXPECT_EQ(bars[0]->frame.minX(), 0);
+    desktop.menus.setTitles(painter, {10, 50, 500}, 560);
+    desktop.run(1s);
+    EXPECT_EQ(bars[0]->frame, (Frame{568, 876, 1312 - 568, 24}));
+    desktop.settings().autoDetectMacOSMenuWidth.set(false);
+    desktop.settle();
+    EXPECT_EQ(bars[0]->frame.minX(), 0);
+    ASSERT_EQ(desktop.panels(ui::PanelKind::Bar), bars);
+
+    // A further item moves in on the left; one ends.
+    desktop.settings().compactTopCollapsedItemCount.set(10);
+    auto& late = desktop.launch("Late", {.policy = ActivationPolicy::Accessory});
+    desktop.settle();
+    desktop.menus.setItems(late, {100}, {1440, 0}, 180);
+    desktop.run(1s);
+    EXPECT_EQ(bars[0]->frame.maxX(), 1160 - 8);
+    desktop.menus.unlistOwnedBy(late.pid());
+    late.quit();
+    desktop.run(1s);
+    EXPECT_EQ(bars[0]->frame.maxX(), 1260 - 8) << "fewer than ten: all of them";
+
+    desktop.settings().barEdge.set(MorvelEdge::Bottom);
+    desktop.settle();
+    EXPECT_TRUE(desktop.panels(ui::PanelKind::Companion).empty());
+    EXPECT_EQ(desktop.barFrame(), (Frame{0, 0, 1440, 44}));
+}
+
+TEST(CompactTop, ExpandsAndCollapsesByItsToggle) {
+    CompactDesktop desktop;
+    for (const char* title : {"one", "two", "three", "four", "five", "six"}) desktop.editor.open({.title = title});
+    desktop.defaults().set("groupingMode", {std::string("never")});
+    desktop.startMorvel();
+    EXPECT_EQ(desktop.strip(), "five four one six* three two");
+    EXPECT_EQ(desktop.toggle().accessibilityLabel(), "Expand status icons");
+    EXPECT_EQ(sim::imageName(desktop.toggle().imageView().image()), "symbol:chevron.right");
+
+    desktop.click(desktop.toggle());
+    EXPECT_EQ(desktop.barFrame(), (Frame{408, 876, 1252 - 408, 24}));
+    EXPECT_TRUE(desktop.controller().isCompactTopExpanded());
+    EXPECT_EQ(desktop.toggle().accessibilityLabel(), "Collapse status icons");
+    EXPECT_EQ(desktop.toggle().tooltip(), "Collapse status icons");
+    EXPECT_EQ(sim::imageName(desktop.toggle().imageView().image()), "symbol:chevron.left");
+    EXPECT_EQ(desktop.strip(), "Editorx6") << "what no longer fits is grouped while the bar is expanded";
+
+    // Made anew for another setting it is still expanded.
+    desktop.settings().compactTopRightBuffer.set(300);
+    desktop.settle();
+    EXPECT_EQ(desktop.toggle().accessibilityLabel(), "Collapse status icons");
+    EXPECT_EQ(desktop.barFrame().maxX(), 1252);
+    desktop.settings().autoDetectMacOSItemsWidth.set(false);
+    desktop.settle();
+    EXPECT_EQ(desktop.barFrame().maxX(), 1140) << "as the setting has it";
+    EXPECT_TRUE(desktop.toggle().accessibilityPress());
+    desktop.settle();
+    EXPECT_EQ(desktop.barFrame().maxX(), 1340);
+    EXPECT_EQ(desktop.strip().substr(0, 9), "five four");
+}
+
+TEST(CompactTop, TellsHowMuchRoomItsContentsNeed) {
+    CompactDesktop desktop;
+    desktop.startMorvel();
+    std::vector<double> widths;
+    desktop.controller().view().onContentWidthChanged = [&](double width) { widths.push_back(width); };
+    desktop.editor.open({.title = "one"});
+    desktop.settle();
+    ASSERT_FALSE(widths.empty());
+    const double one = widths.back();
+    desktop.editor.open({.title = "two"});
+    desktop.settle();
+    EXPECT_EQ(widths.back(), one + 150 + 4);
+}
+
+TEST(CompactTop, TheToggleHidesWithItsBar) {
+    CompactDesktop desktop;
+    desktop.defaults().set("autoHide", {true});
+    desktop.startMorvel();
+    const auto isToggleSeen = [&] {
+        const auto panels = desktop.panels(ui::PanelKind::Companion);
+        return panels.size() == 1 && desktop.isSeen(*panels[0]);
+    };
+    EXPECT_EQ(desktop.panels(ui::PanelKind::Companion).size(), 1u);
+    EXPECT_FALSE(isToggleSeen());
+    desktop.controller().view().pinReveal();
+    desktop.run(1s);
+    EXPECT_TRUE(isToggleSeen());
+    EXPECT_EQ(desktop.panels(ui::PanelKind::Companion)[0]->frame.maxX(), desktop.barFrame().maxX());
+    desktop.controller().view().unpinReveal();
+    desktop.run(3s);
+    EXPECT_FALSE(isToggleSeen());
+
+    // The menu bar goes from the display and comes back, while the bar is hidden.
+    auto displays = sim::oneDisplay(1440, 900);
+    displays[0].menuBarHeight = 0;
+    desktop.rearrange(displays);
+    desktop.run(1s);
+    EXPECT_TRUE(desktop.panels(ui::PanelKind::Companion).empty());
+    desktop.rearrange(sim::oneDisplay(1440, 900));
+    desktop.run(1s);
+    EXPECT_EQ(desktop.panels(ui::PanelKind::Companion).size(), 1u);
+    EXPECT_FALSE(isToggleSeen());
+    desktop.settings().autoHide.set(false);
+    desktop.settle();
+    EXPECT_TRUE(isToggleSeen());
+}
+
+TEST(CompactTop, AsksOthersLittleAndNobodyWhileNothingHappens) {
+    CompactDesktop desktop;
+    auto& painter = desktop.launch("Painter");
+    desktop.menus.setTitles(painter, {10, 50, 100, 200, 300, 400, 500, 600, 700}, 760);
+    std::vector<sim::SimApp*> others;
+    for (int i = 0; i < 50; ++i) others.push_back(&desktop.launch("Other " + std::to_string(i)));
+    desktop.startMorvel();
+    desktop.run(20s);
+    const auto questions = [&] {
+        std::vector<int> asked;
+        for (const sim::SimApp* app : {&desktop.editor, &painter, &desktop.control, &desktop.extra, others[7]})
+            asked.push_back(desktop.menus.questions(app->pid()));
+        return asked;
+    };
+    questions();
+    // What follows is counted beside what tracking the windows costs, which a bar at the bottom shows.
+    const auto activations = [&] {
+        painter.activate();
+        desktop.run(2s);
+        const auto asked = questions();
+        desktop.editor.activate();
+        desktop.run(2s);
+        questions();
+        return asked;
+    };
+    const auto inCompact = activations();
+    desktop.run(10min);
+    const auto idle = questions();
+    desktop.settings().barEdge.set(MorvelEdge::Bottom);
+    desktop.settle();
+    questions();
+    const auto atBottom = activations();
+    desktop.run(10min);
+    EXPECT_EQ(idle, questions()) << "idle costs nothing";
+    EXPECT_EQ(inCompact[1] - atBottom[1], 2 * 4) << "its menu bar, the titles, the last one's frame; and once more";
+    for (const size_t other : {0u, 2u, 3u, 4u}) EXPECT_EQ(inCompact[other], atBottom[other]) << other;
+}
+
+TEST(CompactTop, AHungApplicationCostsNoMoreThanItsFirstSilence) {
+    CompactDesktop desktop;
+    desktop.startMorvel();
+    desktop.run(20s);
+    auto& stuck = desktop.launch("Stuck");
+    desktop.menus.setTitles(stuck, {10, 50}, 760);
+    desktop.run(1s);
+    stuck.hang();
+    desktop.control.hang();
+    desktop.menus.setItems(desktop.extra, {50, 60, 20}, {1440, 0}, 70);  // so that the items are probed again
+    desktop.menus.questions(desktop.control.pid());
+    stuck.activate();
+    desktop.settle();
+    EXPECT_EQ(desktop.menus.questions(desktop.control.pid()), 1);
+    EXPECT_EQ(desktop.barFrame(), (Frame{0, 876, 1340, 24})) << "the window list still tells which items come first";
+    stuck.recover();
+    desktop.run(1s);
+    EXPECT_EQ(desktop.barFrame().minX(), 768);
+}
+
+TEST(CompactTop, EachDisplayHasTheGapsOfItsOwnMenuBar) {
+    auto displays = sim::twoDisplays();
+    CompactDesktop desktop(displays);
+    auto& left = desktop.editor.open({.x = 100, .y = 100, .title = "left"});
+    auto& right = desktop.editor.open({.x = 1600, .y = 100, .title = "right"});
+    left.focus();
+    desktop.startMorvel();
+    EXPECT_EQ(desktop.barFrame(0), (Frame{408, 876, 1440 - 408 - 100, 24}));
+    EXPECT_EQ(desktop.barFrame(1), (Frame{1440, 1056, 1920 - 200, 24})) << "no titles there, and no items that are told";
+
+    // The menus of one application go with its focus, without any notice but that.
+    desktop.menus.setTitles(desktop.editor, {1450, 1500}, 1700, 900 - 1080);
+    right.focus();
+    desktop.settle();
+    EXPECT_EQ(desktop.barFrame(0).minX(), 0);
+    EXPECT_EQ(desktop.barFrame(1).minX(), 1708);
+
+    // A display without a menu bar has nothing to leave free, and no toggle.
+    displays[1].menuBarHeight = 0;
+    desktop.rearrange(displays);
+    desktop.run(1s);
+    EXPECT_EQ(desktop.barFrame(1).minX(), 1440);
+    EXPECT_EQ(desktop.barFrame(1).width, 1920);
+    EXPECT_EQ(desktop.controller(1).rightStrip(), nullptr);
+    EXPECT_EQ(desktop.panels(ui::PanelKind::Companion).size(), 1u);
+    desktop.unplug(DisplayID{1});
+    desktop.run(1s);
+    EXPECT_EQ(desktop.toolkit().panels().size(), 1u);
+}
+
+TEST(CompactTop, TheStripStaysClearOfACameraHousing) {
+    CompactDesktop desktop;
+    Screen& screen = desktop.screens().list[0];
+    screen.auxiliaryTopLeft = {0, 876, 650, 24};
+    screen.auxiliaryTopRight = {790, 876, 650, 24};
+    for (const char* title : {"one", "two", "three"}) desktop.editor.open({.title = title});
+    desktop.defaults().set("windowlessAppsMode", {std::string("off")});
+    desktop.defaults().set("groupingMode", {std::string("never")});
+    desktop.startMorvel();
+    const double origin = desktop.barFrame().minX();
+    ASSERT_EQ(origin, 408);
+    const auto spans = [&] {
+        std::vector<std::pair<double, double>> found;
+        for (const WindowButton* button : desktop.all<WindowButton>(desktop.bar())) {
+            const auto frame = button->boundsInRoot();
+            found.emplace_back(desktop.barFrame().minX() + frame.minX(), desktop.barFrame().minX() + frame.maxX());
+        }
+        return found;
+    };
+    ASSERT_EQ(desktop.strip(), "one three* two");
+    EXPECT_LE(spans()[0].second, 650);
+    EXPECT_EQ(spans()[1].first, 790) << "the second would reach under the housing";
+    EXPECT_EQ(spans()[2].first, 944);
+
+    // Menus that end beyond the housing: the bar begins there.
+    desktop.menus.setTitles(desktop.editor, {10, 800}, 850);
+    desktop.launch("Other").activate();
+    desktop.settle();
+    desktop.editor.activate();
+    desktop.settle();
+    ASSERT_EQ(spans().size(), 3u);
+    EXPECT_EQ(spans()[0].first, 858 + 8 + 4);
+    desktop.settings().compactAtTop.set(false);
+    desktop.settle();
+    EXPECT_EQ(spans()[2].second, 8 + 4 + 3 * 150 + 2 * 4) << "over the whole menu bar nothing makes room";
+}
+
+TEST(CompactTop, TheAppleMenuIsThatOfTheApplicationInFront) {
+    CompactDesktop desktop;
+    desktop.startMorvel();
+    const auto& actions = desktop.delegate().barActions();
+    ASSERT_TRUE(actions.onAppleMenu);
+    actions.onAppleMenu();
+    EXPECT_EQ(desktop.journal().count(desktop.menus.title(desktop.editor, 0), "AXPress"), 1);
+    const size_t deeds = desktop.journal().deeds().size();
+    desktop.menus.removeTitles(desktop.editor);
+    actions.onAppleMenu();
+    desktop.menus.setTitles(desktop.editor, {}, 0);
+    actions.onAppleMenu();
+    desktop.editor.hang();
+    actions.onAppleMenu();
+    desktop.workspace().frontmost.reset();
+    actions.onAppleMenu();
+    EXPECT_EQ(desktop.journal().deeds().size(), deeds);
+}
+
+TEST(CompactTop, ExistsOnlyWhereThereIsAMenuBar) {
+    CompactDesktop desktop;
+    desktop.screens().thickness = 0;
+    desktop.startMorvel();
+    EXPECT_EQ(desktop.barFrame(), (Frame{0, 856, 1440, 44})) << "what takes room at the top there is another's panel";
+    EXPECT_EQ(desktop.controller().rightStrip(), nullptr);
+    EXPECT_FALSE(desktop.delegate().barActions().onAppleMenu);
+}
+
+TEST(Displays, ReconfigurationsPassQuietly) {
+    BarDesktop desktop(sim::twoDisplays());
+    desktop.startMorvel();
+    const ui::View* kept = &desktop.bar(1);
+    const auto moves = [&] {
+        std::vector<int> all;
+        for (const sim::SimPanel* panel : desktop.toolkit().panels()) all.push_back(panel->moves);
+        return all;
+    };
+    // The same list again, one without area, and one that has no number for a moment.
+    const std::vector<Screen> screens = desktop.screens().list;
+    const auto report = [&](const std::vector<Screen>& list) {
+        desktop.screens().list = list;
+        desktop.screens().changes.emit();
+        desktop.run(1s);
+    };
+    report(screens);
+    std::vector<Screen> odd = screens;
+    odd[1].frame = odd[1].visibleFrame = {0, 0, 0, 0};
+    report(odd);
+    EXPECT_EQ(desktop.toolkit().panels().size(), 2u);
+    odd.push_back({std::nullopt, "Nobody", {5000, 0, 800, 600}, {5000, 0, 800, 600}});
+    report(odd);
+    report(screens);
+    EXPECT_EQ(moves(), (std::vector<int>{0, 0}));
+    EXPECT_EQ(&desktop.bar(1), kept);
+    EXPECT_EQ(desktop.delegate().displayManager()->connectedScreens().size(), 2u);
+
+    // Mirrored, one screen stands for both; the other display's bar goes.
+    report({screens[0]});
+    EXPECT_EQ(desktop.toolkit().panels().size(), 1u);
+    // A display in another resolution, with the first one's place changed too.
+    odd = screens;
+    odd[0].frame = {0, 0, 1024, 768};
+    odd[0].visibleFrame = {0, 0, 1024, 744};
+    report(odd);
+    ASSERT_EQ(desktop.toolkit().panels().size(), 2u);
+    EXPECT_EQ(desktop.toolkit().panels()[0]->frame, (Frame{0, 0, 1024, 44}));
+    EXPECT_EQ(moves(), (std::vector<int>{1, 0}));
+}
+
+TEST(Displays, WindowsAreFoundWhereTheNewCoordinatesHaveThem) {
+    BarDesktop desktop(sim::twoDisplays());
+    auto& window = desktop.launch("Editor").open({.x = 1700, .y = 100, .title = "stays"});
+    desktop.startMorvel();
+    ASSERT_EQ(desktop.strip(1), "stays");
+    // The right display becomes the main one. The window stays on it and is told from another corner, with no notice.
+    auto displays = sim::twoDisplays();
+    displays[1].frame = {-1440, 0, 1440, 900};
+    displays[1].id = DisplayID{1};
+    displays[0].frame = {0, 0, 1920, 1080};
+    displays[0].id = DisplayID{2};
+    desktop.accessibility().at(window.element()).attributes.insert_or_assign("AXPosition", Point<AXSpace>{260, 100});
+    desktop.rearrange(displays);
+    desktop.run(2s);
+    EXPECT_EQ(desktop.strip(0), "stays");
+    EXPECT_EQ(desktop.strip(1), "");
+}
+
+}  // namespace
+}  // namespace morvel

@@ -1,0 +1,89 @@
+// Shell lines as tasks: what the task is told, and every way in which it can end.
+#include "Platform/Mac/System/MacShell.h"
+
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include "Platform/Mac/apple/Foundation/NSTask.h"
+#include "Platform/Mac/objc/AutoreleasePool.h"
+#include "RuntimeTest.h"
+
+namespace morvel::mac::checked {
+namespace {
+
+using namespace std::chrono_literals;
+
+class Shell : public RuntimeTest {
+protected:
+    Shell() {
+        EXPECT_EQ(::pipe(pipe_), 0);
+        const auto answerNew = [](const char* className) {
+            return [className](Invocation& i) {
+                i.answerObject(Id(objc::kAdopt, runtime().allocate(runtime().classNamed(className))));
+            };
+        };
+        runtime().script("NSPipe", "+pipe", answerNew("NSPipe"));
+        runtime().script("NSPipe", "fileHandleForReading", answerNew("NSFileHandle"));
+        runtime().script("NSFileHandle", "fileDescriptor", [this](Invocation& i) { i.answer<int>(pipe_[0]); });
+        runtime().script("NSTask", "launchAndReturnError:", [this](Invocation& i) { i.answer<bool>(starts); });
+        runtime().script("NSTask", "isRunning", [this](Invocation& i) { i.answer<bool>(looks-- > 0); });
+        runtime().script("NSTask", "terminationReason", [this](Invocation& i) { i.answer<NSInteger>(reason); });
+        runtime().script("NSTask", "terminationStatus", [](Invocation& i) { i.answer<std::int32_t>(3); });
+        runtime().script("NSTask", "processIdentifier", [this](Invocation& i) { i.answer<std::int32_t>(child); });
+    }
+    ~Shell() override {
+        for (const int end : pipe_) ::close(end);
+    }
+    ShellResult run(std::chrono::milliseconds patience = 10s) {
+        const objc::AutoreleasePool pool;
+        return MacShell(patience).run("killall Dock");
+    }
+    void say(const std::string& text) { EXPECT_EQ(::write(pipe_[1], text.data(), text.size()), ssize_t(text.size())); }
+
+    bool starts = true;
+    int looks = 3;  // at which it still runs
+    NSInteger reason = NSTaskTerminationReasonExit;
+    std::int32_t child = 0;
+
+private:
+    int pipe_[2] = {};
+};
+
+TEST_F(Shell, TellsStatusAndErrors) {
+    say("no such process");
+    const ShellResult result = run();
+    EXPECT_EQ(result.exitStatus, 3);
+    EXPECT_EQ(result.standardError, "no such process");
+    const auto names = runtime().callNames();
+    std::vector<std::string> told;
+    for (const std::string& name : names)
+        if (name.starts_with("NSTask set") || name.starts_with("NSTask launch")) told.push_back(name);
+    EXPECT_EQ(told, (std::vector<std::string>{"NSTask setExecutableURL:", "NSTask setArguments:",
+                                              "NSTask setStandardError:", "NSTask launchAndReturnError:"}));
+}
+
+TEST_F(Shell, HasNoStatusWithoutAProperEnd) {
+    starts = false;
+    EXPECT_FALSE(run().exitStatus);
+    starts = true;
+    reason = 2;  // a signal
+    EXPECT_FALSE(run().exitStatus);
+}
+
+TEST_F(Shell, KillsWhatDoesNotEnd) {
+    child = ::fork();
+    if (child == 0) {
+        ::pause();
+        ::_exit(0);
+    }
+    looks = 1'000'000;
+    const ShellResult result = run(20ms);
+    EXPECT_FALSE(result.exitStatus);
+    EXPECT_NE(result.standardError.find("did not end"), std::string::npos);
+    int status = 0;
+    EXPECT_EQ(::waitpid(child, &status, 0), child);
+    EXPECT_TRUE(WIFSIGNALED(status));
+}
+
+}  // namespace
+}  // namespace morvel::mac::checked

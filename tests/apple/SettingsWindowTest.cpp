@@ -1,0 +1,207 @@
+// The settings window of the whole macOS host: opened from a bar's menu, and every control used as a person does.
+#include "Settings/UI/SettingsWindow.h"
+
+#include <cmath>
+
+#include "App/AppDelegate.h"
+#include "Application.h"
+#include "Forms.h"
+#include "MacDesktop.h"
+#include "Platform/Mac/MacHost.h"
+#include "Platform/Mac/apple/AppKit/NSFormControls.h"
+#include "Platform/Mac/objc/AutoreleasePool.h"
+#include "Properties.h"
+#include "RuntimeTest.h"
+
+namespace morvel::mac::checked {
+namespace {
+
+using namespace std::chrono_literals;
+
+class SettingsWindowOnAMac : public RuntimeTest {
+protected:
+    void run(const std::function<void(SettingsStore&)>& story) {
+        const objc::AutoreleasePool pool;
+        MacHost host;
+        morvel::AppDelegate application(host.platform());
+        whileRunning([&] {
+            dispatch().runFor(1s);
+            openFromMenu();
+            story(*application.settings());
+            dispatch().runFor(0s);
+        });
+        host.run({.launched = [&] { application.applicationDidFinishLaunching(); },
+                  .quitting = [&] { application.applicationWillTerminate(); }});
+    }
+    static void openFromMenu() {
+        whenMenuPopsUp([&](const NSMenu& menu) { EXPECT_TRUE(choose(itemTitled(menu, "Morvel Settings…"))); });
+        sendMouse(MacDesktop::bars().at(0).contentView(),
+                  "rightMouseDown:", mouseEvent(NSEventTypeRightMouseDown, {1300, 10}));
+        dispatch().runFor(10ms);
+    }
+    static NSWindow window() {
+        NSWindow found;
+        for (const Call& call : runtime().calls())
+            if (call.selector == "makeKeyAndOrderFront:") found = NSWindow(Id(call.receiver));
+        return found;
+    }
+    static NSView content() { return window().contentView(); }
+    static NSSegmentedControl tabs() { return NSSegmentedControl(viewsOfClass(content(), "NSSegmentedControl").at(0)); }
+    static void showTab(NSInteger tab) {
+        tabs().select(tab);
+        use(tabs());
+        dispatch().runFor(1ms);
+    }
+    static void search(const std::string& query) {
+        const NSSearchField field{viewsOfClass(content(), "NSSearchField").at(0)};
+        field.setStringValue(NSString::from(query));
+        use(field);
+    }
+    /// The control that is called so to those who do not see it.
+    static NSControl labelled(const std::string& className, const std::string& label) {
+        for (const NSView& view : viewsOfClass(content(), className))
+            if (textOf(property<RawObject>(view.raw(), "accessibilityLabel")) == label) return NSControl(view);
+        ADD_FAILURE() << "no " << className << " labelled " << label;
+        return {};
+    }
+    static NSControl button(const std::string& title) {
+        for (const NSView& view : viewsOfClass(content(), "NSButton"))
+            if (textOf(property<RawObject>(view.raw(), "title")) == title) return NSControl(view);
+        ADD_FAILURE() << "no button " << title;
+        return {};
+    }
+    static bool says(const std::string& part) {
+        for (const NSView& view : viewsOfClass(content(), "NSTextField"))
+            if (NSTextField(view).stringValue().text().find(part) != std::string::npos) return true;
+        return false;
+    }
+
+    MacDesktop mac;
+};
+
+TEST_F(SettingsWindowOnAMac, OpensOnceInFrontOfEverything) {
+    run([&](SettingsStore&) {
+        EXPECT_TRUE(window().isVisible());
+        EXPECT_EQ(property<std::uint64_t>(window().raw(), "styleMask"), 32775U);
+        EXPECT_EQ(window().frame().size, (CGSize{720, 560}));
+        EXPECT_FALSE(property<bool>(window().raw(), "releasedWhenClosed"));
+        EXPECT_TRUE(property<bool>(window().raw(), "titlebarAppearsTransparent"));
+        const auto names = runtime().callNames();
+        EXPECT_GT(std::ranges::count(names, "NSApplication activateIgnoringOtherApps:"), 0);
+        const NSWindow first = window();
+        showTab(2);
+        first.close();
+        openFromMenu();
+        EXPECT_TRUE(first.isVisible());
+        EXPECT_EQ(window().raw(), first.raw());
+        EXPECT_EQ(tabs().selected(), 2) << "as it was left";
+    });
+}
+
+TEST_F(SettingsWindowOnAMac, EveryControlWorks) {
+    run([&](SettingsStore& settings) {
+        std::size_t used = 0;
+        const auto useAll = [&](const char* className, const auto& change) {
+            for (const NSView& view : viewsOfClass(content(), className)) {
+                const int before = static_cast<int>(used);
+                change(view);
+                use(view);
+                dispatch().runFor(1ms);
+                EXPECT_EQ(static_cast<int>(++used), before + 1);
+            }
+        };
+        for (NSInteger tab = 0; tab < 5; ++tab) {
+            showTab(tab);
+            // Two turns each, so that what one hides does not hide it from the rest.
+            for (int turn = 0; turn < 2; ++turn) {
+                useAll("NSSwitch", [](const NSView& view) {
+                    const NSSwitch control(view);
+                    control.setState(control.state() == NSControlStateValueOn ? NSControlStateValueOff
+                                                                              : NSControlStateValueOn);
+                });
+            }
+            useAll("NSPopUpButton", [](const NSView& view) {
+                const NSPopUpButton control(view);
+                control.select(control.selected() == 0 ? 1 : 0);
+            });
+            useAll("NSSlider", [](const NSView& view) {
+                NSControl(view).setDoubleValue(property<double>(view.raw(), "maxValue") - 1);
+            });
+            useAll("NSStepper", [](const NSView& view) { NSControl(view).setDoubleValue(4); });
+            useAll("NSColorWell", [](const NSView& view) { NSColorWell(view).setColor(NSColor::sRGB(1, 0.5, 0, 1)); });
+        }
+        EXPECT_GT(used, 40U);
+        EXPECT_EQ(settings.barEdge.value(), MorvelEdge::Top);
+        EXPECT_EQ(settings.theme.value(), morvel::Theme::Light);
+        EXPECT_EQ(settings.barHeight.value(), 44) << "locked by the edge that was chosen before";
+        EXPECT_EQ(settings.accentColorCustom.value(), "FF8000FF");
+        EXPECT_EQ(settings.pinnedMaxVisible.value(), 4);
+        EXPECT_EQ(settings.compactTopRightBuffer.value(), 399);
+        EXPECT_EQ(settings.groupingMode.value(), GroupingMode::Always);
+    });
+}
+
+TEST_F(SettingsWindowOnAMac, ShowsWhatChangesElsewhere) {
+    run([&](SettingsStore& settings) {
+        showTab(1);
+        const NSControl height = labelled("NSSlider", "Bar height");
+        EXPECT_TRUE(viewsOfClass(content(), "NSSlider").size() == 1) << "the width is not custom";
+        settings.barHeight.set(30);
+        settings.barEdge.set(MorvelEdge::Top);
+        settings.windowButtonWidthMode.set(WindowButtonWidthMode::Custom);
+        dispatch().runFor(10ms);
+        EXPECT_EQ(height.doubleValue(), 30);
+        EXPECT_FALSE(property<bool>(height.raw(), "enabled"));
+        EXPECT_TRUE(says("Locked when the bar is at the top edge"));
+        EXPECT_EQ(viewsOfClass(content(), "NSSlider").size(), 2U);
+    });
+}
+
+TEST_F(SettingsWindowOnAMac, RowsStandBelowOneAnother) {
+    run([&](SettingsStore&) {
+        showTab(2);
+        const NSView page = viewsOfClass(content(), "MorvelFormPage").at(0);
+        double bottom = 0;
+        for (const NSView& view : viewsOfClass(page, "NSTextField")) {
+            const CGRect frame = view.frame();
+            EXPECT_LE(frame.origin.x + frame.size.width, 720) << NSTextField(view).stringValue().text();
+            EXPECT_GT(frame.size.height, 0) << NSTextField(view).stringValue().text();
+            bottom = std::max(bottom, frame.origin.y + frame.size.height);
+        }
+        EXPECT_GT(bottom, 560) << "longer than the window";
+        EXPECT_GE(page.frame().size.height, bottom) << "and scrolled to its end";
+    });
+}
+
+TEST_F(SettingsWindowOnAMac, SearchListsAndPanels) {
+    run([&](SettingsStore& settings) {
+        search("borders");
+        EXPECT_EQ(tabs().selected(), 1);
+        EXPECT_EQ(viewsOfClass(content(), "NSSwitch").size(), 1U);
+        search("nothing of the kind");
+        EXPECT_TRUE(says("No settings found."));
+        search("");
+
+        showTab(3);
+        EXPECT_TRUE(says("No hidden apps."));
+        const NSTextField field{viewsOfClass(viewsOfClass(content(), "MorvelFormPage").at(0), "NSTextField").back()};
+        settings.windowBlacklist.set({"com.example.b"});
+        dispatch().runFor(10ms);
+        EXPECT_FALSE(says("No hidden apps."));
+        use(button("Show"));
+        EXPECT_TRUE(settings.windowBlacklist.value().empty());
+        dispatch().runFor(10ms);
+        EXPECT_TRUE(says("No hidden apps."));
+
+        showTab(0);
+        answerPanels("/proc/no/such/file");
+        use(button("Import Settings…"));
+        dispatch().runFor(10ms);
+        EXPECT_TRUE(says("The file could not be read."));
+        answerPanels({});
+        use(button("Export Settings…"));
+    });
+}
+
+}  // namespace
+}  // namespace morvel::mac::checked

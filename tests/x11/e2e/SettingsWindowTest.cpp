@@ -1,0 +1,103 @@
+// The settings window on a real X server: opened from the bar's menu, driven by keyboard and pointer.
+#include <fstream>
+#include <string_view>
+
+#include "BarTest.h"
+
+namespace morvel::e2e {
+namespace {
+
+using namespace std::chrono_literals;
+
+constexpr uint32_t kKeyTab = 0xff09;
+constexpr uint32_t kKeySpace = 0x20;
+constexpr const char* kTitle = "Morvel Settings";
+
+class Settings : public BarTest {
+protected:
+    /// By the menu of the bar's empty end. The window, once it has the focus; none when it does not come.
+    xcb_window_t open() {
+        const Box panel = panelBox();
+        pointer.rightClick({panel.right() - 40, panel.center().y});
+        pointer.click(popupItem("Morvel Settings…").center());
+        std::optional<xcb_window_t> window;
+        EXPECT_TRUE(eventually([&] { return (window = desktop.windowTitled(kTitle)).has_value(); }));
+        EXPECT_TRUE(eventually([&] { return desktop.activeWindow() == window; }));
+        return window.value_or(XCB_NONE);
+    }
+    void type(std::string_view text) {
+        for (const char letter : text) pointer.key(static_cast<uint32_t>(letter));
+    }
+    void tab(int times) {
+        for (int i = 0; i < times; ++i) pointer.key(kKeyTab);
+    }
+    bool isLoaded(const std::string& library) {
+        std::ifstream maps("/proc/" + std::to_string(bar->program().pid()) + "/maps");
+        for (std::string line; std::getline(maps, line);)
+            if (line.find(library) != std::string::npos) return true;
+        return false;
+    }
+    bool isStored(const std::string& part) {
+        std::ifstream file(bar->defaultsFile());
+        std::string text{std::istreambuf_iterator<char>(file), {}};
+        std::erase_if(text, [](char c) { return c == ' ' || c == '\n'; });
+        return text.find(part) != std::string::npos;
+    }
+
+    static constexpr int kTabsToSearch = 5;  // one per page, from the first
+};
+
+TEST_F(Settings, OpenFromTheMenuAndAreUsedByKeyboardAndPointer) {
+    client.openAndWait({.title = "Window"});
+    startBar();
+    ASSERT_TRUE(showsButton("Window"));
+    EXPECT_FALSE(isLoaded("libgtk-3")) << "nobody has asked for it";
+    const xcb_window_t window = open();
+    ASSERT_NE(window, XCB_NONE);
+    EXPECT_TRUE(isLoaded("morvel-forms"));
+    const Box box = desktop.windowBox(window);
+    EXPECT_EQ(box.width, 720);
+    EXPECT_EQ(box.height, 560);
+
+    tab(kTabsToSearch);
+    type("bar height");
+    tab(1);
+    pointer.key(kKeyRight);
+    pointer.key(kKeyRight);
+    EXPECT_TRUE(eventually([&] { return panelBox().height == 46; })) << "the bar follows at once";
+    EXPECT_TRUE(eventually([&] { return isStored(R"("barHeight":46)"); }));
+
+    desktop.close(window);
+    EXPECT_TRUE(disappears(window));
+    ASSERT_NE(open(), XCB_NONE) << "closing it has hidden it";
+    pointer.key(kKeyEscape);
+    tab(0);
+    EXPECT_TRUE(bar->program().isRunning());
+    EXPECT_EQ(bar->log().find("CRITICAL"), std::string::npos) << bar->log();
+}
+
+TEST_F(Settings, ASwitchIsFoundAndTurned) {
+    startBar();
+    const xcb_window_t window = open();
+    ASSERT_NE(window, XCB_NONE);
+    tab(kTabsToSearch);
+    type("borders");
+    tab(1);
+    pointer.key(kKeySpace);
+    EXPECT_TRUE(eventually([&] { return isStored(R"("showButtonBorders":false)"); }));
+    // It is the only one left on its page, in the first row below the heading.
+    const Box box = desktop.windowBox(window);
+    pointer.click({box.right() - 50, box.y + 126});
+    EXPECT_TRUE(eventually([&] { return isStored(R"("showButtonBorders":true)"); }));
+}
+
+TEST_F(Settings, AreNotNeededByABarWhoseServerGoesAway) {
+    startBar();
+    ASSERT_NE(open(), XCB_NONE);
+    bar->program().signal(SIGTERM);
+    EXPECT_EQ(bar->program().waitForExit(), 0) << "ends as ever, with the window open";
+    bar.reset();
+}
+
+}  // namespace
+}  // namespace morvel::e2e

@@ -1,0 +1,33 @@
+// A second bar on the same display would reserve the same strip once more: it leaves, and the first one stays.
+#include "BarTest.h"
+
+namespace morvel::e2e {
+namespace {
+
+class SingleInstance : public BarTest {};
+
+TEST_F(SingleInstance, ASecondOneLeavesToTheFirstItsPlace) {
+    startBar();
+    Program second = world.run({MORVEL_PROGRAM});
+    EXPECT_EQ(second.waitForExit(), 0);
+    EXPECT_EQ(bar->panels().size(), 1U);
+    EXPECT_TRUE(eventually([&] { return desktop.windowTitled("Morvel Settings").has_value(); }))
+        << "what starting it again is good for";
+    bar->program().signal(SIGKILL);
+    bar->program().waitForExit();
+    startBar();
+    EXPECT_EQ(bar->panels().size(), 1U) << "a crash leaves nothing behind that is in the way";
+}
+
+TEST_F(SingleInstance, ItIsEnteredAmongWhatTheSessionStarts) {
+    const auto entry = world.server.configFolder() / "autostart/morvel.desktop";
+    startBar();
+    EXPECT_TRUE(eventually([&] { return std::filesystem::exists(entry); }));
+    bar->program().signal(SIGTERM);
+    EXPECT_EQ(bar->program().waitForExit(), 0);
+    startBar({.defaults = R"({"startAtLogin": false})"});
+    EXPECT_TRUE(eventually([&] { return !std::filesystem::exists(entry); }));
+}
+
+}  // namespace
+}  // namespace morvel::e2e
