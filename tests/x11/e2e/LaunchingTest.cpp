@@ -1,6 +1,9 @@
 // Programs are started from desktop entries, and their windows come to the clicked monitor and its workspace.
+#include <glib.h>
+
 #include <fstream>
 #include <iterator>
+#include <memory>
 #include <sstream>
 
 #include "BarTest.h"
@@ -28,12 +31,36 @@ protected:
     static std::string puppet(const std::string& className, const std::string& title) {
         return std::string(MORVEL_PUPPET) + " " + className + " " + title;
     }
-    /// Starts the bar that clicks "kind identifier" on the right monitor.
-    void startClicker(const std::string& what) {
-        bar.emplace(world.server, desktop, MORVEL_CLICKER, Bar::Options{.environment = {{"MORVEL_CLICK", what + " 1"}}});
-        ASSERT_TRUE(bar->waitForPanels(2));
+    /// Starts the bar with this one item on it, under the name "Pin".
+    void startPinned(const std::string& kind, const std::string& identifier) {
+        const std::string items =
+            R"([{"kind":")" + kind + R"(","identifier":")" + identifier + R"(","displayName":"Pin"}])";
+        const std::unique_ptr<char, decltype(&g_free)> data(
+            g_base64_encode(reinterpret_cast<const guchar*>(items.data()), items.size()), &g_free);
+        startBar({.defaults = R"({"groupingMode": "never", "pinnedApps": {"$data": ")" + std::string(data.get()) +
+                              "\"}}"},
+                 2);
     }
-    void click() { bar->program().signal(SIGUSR1); }
+    /// The pinned button of the right bar.
+    Spot pin() {
+        std::optional<Spot> spot;
+        EXPECT_TRUE(eventually([&] {
+            for (const BarView& view : bar->panels().at(1).views)
+                if (!view.hidden && view.tooltip == "Pin") spot = view.frame.center();
+            return spot.has_value();
+        }));
+        return spot.value_or(Spot{});
+    }
+    void click() { pointer.click(pin()); }
+    void launchNewInstance() {
+        pointer.rightClick(pin());
+        pointer.click(popupItem("Launch New Instance").center());
+    }
+    void quit() {
+        bar->program().signal(SIGTERM);
+        EXPECT_EQ(bar->program().waitForExit(), 0);
+        bar.reset();
+    }
     xcb_window_t window(const std::string& title) {
         std::optional<xcb_window_t> found;
         EXPECT_TRUE(eventually([&] { return (found = desktop.windowTitled(title)).has_value(); })) << title;
@@ -53,7 +80,7 @@ protected:
 
 TEST_F(Launching, OpensOnTheMonitorAndTheWorkspaceOfTheClick) {
     install("slow", "sh -c \"sleep 1; exec " + puppet("slow", "Fresh") + "\"");
-    startClicker("click app slow");
+    startPinned("app", "slow");
     click();
     click();  // by habit: one program is enough
     desktop.runFor(300ms);
@@ -70,8 +97,8 @@ TEST_F(Launching, OpensOnTheMonitorAndTheWorkspaceOfTheClick) {
 
 TEST_F(Launching, WhatIsStartedIsOnItsOwn) {
     install("plain", puppet("plain", "Fresh"));
-    startClicker("new app plain");
-    click();
+    startPinned("app", "plain");
+    launchNewInstance();
     const auto fresh = window("Fresh");
     const pid_t pid = owner(fresh);
     const fs::path process = "/proc/" + std::to_string(pid);
@@ -82,9 +109,7 @@ TEST_F(Launching, WhatIsStartedIsOnItsOwn) {
     const auto status = words(process / "stat");
     EXPECT_NE(status.at(3), std::to_string(bar->program().pid())) << "init reaps it";
     EXPECT_EQ(status.at(5), std::to_string(pid)) << "its session is its own";
-    bar->program().signal(SIGTERM);
-    EXPECT_EQ(bar->program().waitForExit(), 0);
-    bar.reset();
+    quit();
     EXPECT_TRUE(fs::exists(process));
     EXPECT_TRUE(desktop.windowTitled("Fresh"));
 }
@@ -96,7 +121,7 @@ TEST_F(Launching, ARunningProgramOpensAWindowByItsOwnAction) {
     const Program running = runPuppet("editor", {"Old"});
     const auto old = window("Old");
     const Box before = desktop.windowBox(old);
-    startClicker("click app editor");
+    startPinned("app", "editor");
     ASSERT_TRUE(showsButton("Old"));
     click();
     const auto fresh = window("Fresh");
@@ -113,7 +138,7 @@ TEST_F(Launching, AnotherWorkspacesWindowIsLentAndGoesBackToItsOwn) {
     const auto old = window("Old");
     desktop.sendToWorkspace(old, 2);
     desktop.showWorkspace(3);
-    startClicker("click app single");
+    startPinned("app", "single");
     desktop.runFor(500ms);
     click();
     EXPECT_TRUE(becomesActive(old));
@@ -122,10 +147,8 @@ TEST_F(Launching, AnotherWorkspacesWindowIsLentAndGoesBackToItsOwn) {
     EXPECT_FALSE(desktop.windowTitled("Wrong"));
     click();
     EXPECT_TRUE(eventually([&] { return desktop.workspaceOf(old) == 0xFFFFFFFF; }));
-    bar->program().signal(SIGTERM);
+    quit();
     EXPECT_TRUE(eventually([&] { return desktop.workspaceOf(old) == 2; })) << "also when the bar ends meanwhile";
-    EXPECT_EQ(bar->program().waitForExit(), 0);
-    bar.reset();
 }
 
 TEST_F(Launching, AFolderOpensInTheFileManager) {
@@ -136,7 +159,7 @@ TEST_F(Launching, AFolderOpensInTheFileManager) {
     fs::create_directories(docs);
     fs::create_directory_symlink(docs, world.server.home() / "docs");
     const std::string path = world.server.home() / "docs";
-    startClicker("click folder " + path);
+    startPinned("folder", path);
     click();
     const auto opened = window(path);
     EXPECT_TRUE(eventually([&] { return isOnRight(opened); }));
@@ -146,14 +169,13 @@ TEST_F(Launching, WhatCannotBeStartedIsQuiet) {
     install("broken", "\"unclosed");
     install("gone", "/no/such/program");
     for (const std::string id : {"broken", "gone", "unknown"}) {
-        startClicker("click app " + id);
+        startPinned("app", id);
         click();
         desktop.runFor(300ms);
         EXPECT_TRUE(bar->program().isRunning()) << id;
-        bar->program().signal(SIGTERM);
-        EXPECT_EQ(bar->program().waitForExit(), 0);
+        quit();
     }
-    startClicker("new folder /no/such/folder");
+    startPinned("folder", "/no/such/folder");
     click();
     desktop.runFor(300ms);
 }
