@@ -22,15 +22,14 @@ public:
         for (const char c : letters) items.push_back(PinnedItem::folder("/" + std::string(1, c), std::string(1, c)));
         defaults().values["pinnedApps"] = {*PinnedItemsCoding::encode(items)};
     }
-    /// From left to right: items by name, running ones with a dot, the overflow button as "^", other views as "#".
+    /// From left to right: items by name, running ones with a dot, the overflow button as "^", room for a drag as "#".
     std::string pins(size_t screen = 0) {
         std::string text;
         for (const ui::View* view : launchStrip(screen).arrangedSubviews()) {
-            const auto* button = dynamic_cast<const PinnedAppButton*>(view);
-            if (button)
+            if (const auto* button = dynamic_cast<const PinnedAppButton*>(view))
                 text += button->pinnedItem().displayName + (button->runningDot().isHidden() ? "" : ".");
-            else
-                text += dynamic_cast<const PinnedOverflowButton*>(view) ? "^" : "#";
+            if (dynamic_cast<const PinnedOverflowButton*>(view)) text += "^";
+            if (dynamic_cast<const DragPlaceholderButton*>(view)) text += "#";
         }
         return text;
     }
