@@ -9,7 +9,7 @@ SystemButtons::SystemButtons(const BarServices& services, BarReveal reveal, std:
       startButton_(services.icons, StartButton::Kind::Start, [this](ui::View&) { startClicked(); }),
       appleMenuButton_(services.icons, StartButton::Kind::AppleMenu,
                        [&actions = services.actions](ui::View&) {
-                           if (actions.onAppleMenu) actions.onAppleMenu();
+                           actions.onAppleMenu();
                        }),
       launcherPopover_(services.toolkit, services.iconCache,
                        {.apps = services.actions.installedApps,
@@ -28,7 +28,9 @@ SystemButtons::SystemButtons(const BarServices& services, BarReveal reveal, std:
 std::vector<ui::View*> SystemButtons::shown() {
     std::vector<ui::View*> buttons;
     if (services_.settings.showStartButton.value()) buttons.push_back(&startButton_);
-    if (services_.settings.showAppleMenuButton.value()) buttons.push_back(&appleMenuButton_);
+    // Where the system has no such menu there is no button for it either.
+    if (services_.settings.showAppleMenuButton.value() && services_.actions.onAppleMenu)
+        buttons.push_back(&appleMenuButton_);
     return buttons;
 }
 

@@ -1,7 +1,7 @@
 // A bar at the top edge that shares its strip with the system's menu bar.
 #include "App/BarDesktop.h"
 #include "Bar/CompactTop/CompactTopExpansionToggleButton.h"
-#include "Platform/AXNames.h"
+#include "Launcher/StartButton.h"
 #include "sim/SimMenuBar.h"
 
 namespace morvel {
@@ -319,6 +319,10 @@ TEST(CompactTop, ExistsOnlyWhereThereIsAMenuBar) {
     EXPECT_EQ(desktop.barFrame(), (Frame{0, 856, 1440, 44})) << "what takes room at the top there is another's panel";
     EXPECT_EQ(desktop.controller().rightStrip(), nullptr);
     EXPECT_FALSE(desktop.delegate().barActions().onAppleMenu);
+    const size_t buttons = desktop.all<StartButton>(desktop.bar()).size();
+    desktop.settings().showAppleMenuButton.set(true);
+    desktop.settle();
+    EXPECT_EQ(desktop.all<StartButton>(desktop.bar()).size(), buttons);
 }
 
 TEST(Displays, ReconfigurationsPassQuietly) {

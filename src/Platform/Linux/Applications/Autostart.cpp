@@ -6,7 +6,7 @@
 #include <filesystem>
 #include <utility>
 
-#include "Platform/Linux/System/AtomicFile.h"
+#include "Platform/AtomicFile.h"
 
 namespace morvel::x11 {
 
