@@ -80,6 +80,7 @@ void MorvelView::subscribeToStore() {
     const auto follows = [this](const auto&) { schedule(Rebuild::IfNeeded); };
     subscriptions_.push_back(services_.pinned.pinnedItems().subscribe(follows, Current::Skip));
     subscriptions_.push_back(services_.settings.pinnedMaxVisible.subscribe(follows, Current::Skip));
+    subscriptions_.push_back(services_.spaceQuery.observeMoves([this] { schedule(Rebuild::IfNeeded); }));
     subscriptions_.push_back(services_.store.focusedID().subscribe(
         [this](const std::optional<WindowID>& focused) { running_.applyFocus(focused); }));
     nowPlayingPopover_.onDidClose = [this] { unpinReveal(); };

@@ -54,15 +54,20 @@ std::set<SpaceID> SpaceQuery::spaces(WindowNumber window) const {
 }
 
 void SpaceQuery::add(WindowNumber window, const std::set<SpaceID>& spaces) {
-    if (!spaces.empty()) server_.addToSpaces(window, listOf(spaces));
+    if (spaces.empty()) return;
+    server_.addToSpaces(window, listOf(spaces));
+    moved_.emit();
 }
 
 void SpaceQuery::remove(WindowNumber window, const std::set<SpaceID>& spaces) {
-    if (!spaces.empty()) server_.removeFromSpaces(window, listOf(spaces));
+    if (spaces.empty()) return;
+    server_.removeFromSpaces(window, listOf(spaces));
+    moved_.emit();
 }
 
 void SpaceQuery::move(WindowNumber window, SpaceID space) {
     server_.moveToSpace(window, space);
+    moved_.emit();
 }
 
 }  // namespace morvel

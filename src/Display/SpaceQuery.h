@@ -1,6 +1,7 @@
 // Which Spaces displays and windows have. Every answer that cannot be had is empty.
 #pragma once
 
+#include <functional>
 #include <map>
 #include <optional>
 #include <set>
@@ -8,6 +9,7 @@
 
 #include "Platform/Screens.h"
 #include "Platform/WindowServer.h"
+#include "Util/Signal.h"
 
 namespace morvel {
 
@@ -32,10 +34,13 @@ public:
     void add(WindowNumber window, const std::set<SpaceID>& spaces);
     void remove(WindowNumber window, const std::set<SpaceID>& spaces);
     void move(WindowNumber window, SpaceID space);
+    /// After a window was asked to change its Spaces by one of these: the system tells nobody.
+    [[nodiscard]] Subscription observeMoves(std::function<void()> moved) { return moved_.subscribe(std::move(moved)); }
 
 private:
     WindowServer& server_;
     Screens& screens_;
+    Signal<> moved_;
 };
 
 }  // namespace morvel
