@@ -1,6 +1,7 @@
 // Pinned items on the bar as a person uses them, and drags of them that go wrong.
 #include "Bar/Pinned/PinnedItemDrag.h"
 #include "Bar/PinnedDesktop.h"
+#include "Launcher/StartButton.h"
 
 namespace morvel {
 namespace {
@@ -202,6 +203,11 @@ TEST(PinnedDrag, DroppedFilesArePinnedWhereTheyFall) {
     desktop.drags().over(desktop.pin("a"), -10);
     desktop.drags().drop();
     EXPECT_EQ(desktop.pins(), "yazEditb") << "what is pinned already moves";
+    desktop.drags().bring(SimPasteboard::ofFile("/v"));
+    EXPECT_EQ(desktop.drags().over(*desktop.all<StartButton>(desktop.bar()).at(0), 5), DragOperation::Copy);
+    desktop.drags().drop();
+    EXPECT_EQ(desktop.pins(), "vyazEditb") << "on a button of the system: before the others";
+    desktop.store().unpin("folder:/v");
     desktop.drags().bring(SimPasteboard::ofFile("/w"));
     EXPECT_EQ(desktop.drags().over(desktop.button("n")), DragOperation::None) << "a window takes what is dropped on it";
     desktop.drags().drop();

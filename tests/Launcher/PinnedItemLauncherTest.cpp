@@ -25,6 +25,7 @@ class LaunchWorld {
 public:
     explicit LaunchWorld(const Json& start) {
         server().displays.clear();
+        server().keepsLastSpace = false;  // the traces were recorded with the system's own functions
         for (const Json& active : start["active"]) {
             const SpaceID space{active[1].get<uint64_t>()};
             const ManagedSpace managed{0, space, space};

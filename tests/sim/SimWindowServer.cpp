@@ -21,7 +21,9 @@ void SimWindowServer::addToSpaces(WindowNumber window, const std::vector<SpaceID
 void SimWindowServer::removeFromSpaces(WindowNumber window, const std::vector<SpaceID>& spaces) {
     if (!hasSpaceFunctions) return;
     record("spaceRemove", window, spaces);
-    for (const SpaceID space : spaces) windowSpaces[window].erase(space);
+    std::set<SpaceID> left = windowSpaces[window];
+    for (const SpaceID space : spaces) left.erase(space);
+    if (!left.empty() || !keepsLastSpace) windowSpaces[window] = std::move(left);
 }
 
 void SimWindowServer::moveToSpace(WindowNumber window, SpaceID space) {

@@ -38,6 +38,7 @@ public:
     /// The display's dictionary; null when there is none of that identifier.
     ManagedDisplay* display(const std::string& identifier);
 
+    bool keepsLastSpace = true;     ///< as the hosts do; false: a window is taken off all its Spaces when asked to
     bool hasSpaceFunctions = true;  ///< false: the private functions are missing on this system
     std::optional<SpaceID> active;
     std::vector<ManagedDisplay> displays;
