@@ -264,6 +264,7 @@ TEST(CompactTop, TheStripStaysClearOfACameraHousing) {
     for (const char* title : {"one", "two", "three"}) desktop.editor.open({.title = title});
     desktop.defaults().set("windowlessAppsMode", {std::string("off")});
     desktop.defaults().set("groupingMode", {std::string("never")});
+    desktop.defaults().set("showStartButton", {false});
     desktop.startMorvel();
     const double origin = desktop.barFrame().minX();
     ASSERT_EQ(origin, 408);

@@ -2,20 +2,13 @@
 #pragma once
 
 #include "Platform/Mac/apple/Foundation/NSData.h"
+#include "Platform/Mac/apple/Foundation/NSError.h"
 #include "Platform/Mac/apple/Foundation/NSNotificationCenter.h"
 #include "Platform/Mac/apple/Foundation/NSURL.h"
 
 namespace morvel::mac {
 
 inline constexpr NSUInteger NSURLRequestReloadIgnoringLocalCacheData = 1;
-
-class NSError : public NSObject {
-public:
-    static constexpr const char* kClass = "NSError";
-    using NSObject::NSObject;
-
-    NSString localizedDescription() const { return send<NSString>(*this, "localizedDescription"_sel); }
-};
 
 class NSURLRequest : public NSObject {
 public:
