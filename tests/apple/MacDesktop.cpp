@@ -172,9 +172,12 @@ void MacDesktop::windowsChanged(std::int32_t pid) {
 
 std::vector<NSPanel> MacDesktop::bars() {
     std::vector<NSPanel> found;
-    for (const Call& call : runtime().calls()) {
-        if (call.className != "MorvelPanel" || call.selector != "setLevel:" || call.receiver->isDead) continue;
-        const NSPanel panel{Id(call.receiver)};
+    std::vector<RawObject> panels;  // first: asking them adds to the calls
+    for (const Call& call : runtime().calls())
+        if (call.className == "MorvelPanel" && call.selector == "setLevel:" && !call.receiver->isDead)
+            panels.push_back(call.receiver);
+    for (const RawObject raw : panels) {
+        const NSPanel panel{Id(raw)};
         if (panel.isVisible()) found.push_back(panel);
     }
     std::ranges::sort(found, {}, [](const NSPanel& bar) { return bar.frame().origin.x; });
