@@ -1,7 +1,8 @@
 #!/bin/sh
 # Builds dist/Morvel.app (arm64 and x86_64, macOS 13 or later) and its zip. On a Mac it uses the system's compiler and
 # frameworks; elsewhere it cross-builds, against the stubs, with a compiler that is fetched once, pinned by
-# package-lock.json, into build/mac, and checks the product. Needs python3 and a shell, and npm for the cross build.
+# package-lock.json, into build/mac, and checks the product. Needs python3, a shell and the headers of nlohmann/json, and
+# npm for the cross build.
 #   build.sh                 build, package, check
 #   build.sh --update-stubs  also rewrite the linker stubs from the symbols in use
 set -eu
@@ -33,6 +34,13 @@ target() {
 }
 export ZIG_GLOBAL_CACHE_DIR=$work/zig-cache ZIG_LOCAL_CACHE_DIR=$work/zig-cache
 
+# The one library that the core uses is headers alone. It is reached by a folder of its own: beside it lie headers of
+# this system, which are not for Apple's.
+if $on_a_mac; then json=$(brew --prefix nlohmann-json)/include/nlohmann; else json=/usr/include/nlohmann; fi
+[ -e "$json/json.hpp" ] || { echo "nlohmann/json is not installed: there is no $json/json.hpp." >&2; exit 1; }
+mkdir -p "$work/include"
+ln -sfn "$json" "$work/include/nlohmann"
+
 # Objects are kept while neither a header nor the way of building changes; a changed source rebuilds its own.
 mkdir -p "$work"
 echo "$version $(cat "$here/build.sh" "$here/package-lock.json" | cksum)" > "$work/recipe.new"
@@ -46,7 +54,7 @@ for cpu in aarch64 x86_64; do
     objects=$work/objects/$cpu
     mkdir -p "$objects"
     flags="$(target $cpu) -std=c++20 -Os -DNDEBUG -fvisibility=hidden -ffunction-sections -fdata-sections"
-    flags="$flags -Wall -Wextra -I$root/src -DMORVEL_VERSION=\"$version\""
+    flags="$flags -Wall -Wextra -I$root/src -isystem $work/include -DMORVEL_VERSION=\"$version\""
     for source in $sources; do
         object=$objects/$(echo "$source" | sed 's|^\./||; s|/|_|g; s|\.cpp$|.o|')
         if [ ! -e "$object" ] || [ "$root/src/$source" -nt "$object" ]; then
@@ -79,4 +87,9 @@ python3 "$here/make_zip.py" "$app" "$root/dist/Morvel-$version.zip"
 $on_a_mac && exec codesign --verify --strict "$app"
 set -- "$app" "$here/stubs" "$zig_folder/lib/libc/darwin/libSystem.tbd" "$root/dist/Morvel-$version.zip"
 python3 "$here/check_product.py" "$@"
+for cpu in aarch64 x86_64; do
+    $compiler $(target $cpu) -std=c++20 -Os -DNDEBUG -g0 -fvisibility=hidden "-I$root/src" -S -o "$work/send-$cpu.s" \
+        "$here/SendProbe.cpp"
+done
+python3 "$here/check_send.py" "$work"/send-*.s
 python3 "$here/test_check_product.py" "$@"

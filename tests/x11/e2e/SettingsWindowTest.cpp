@@ -25,8 +25,10 @@ protected:
         EXPECT_TRUE(eventually([&] { return desktop.activeWindow() == window; }));
         return window.value_or(XCB_NONE);
     }
-    void type(std::string_view text) {
+    /// The window begins to search a little after the last letter.
+    void search(std::string_view text) {
         for (const char letter : text) pointer.key(static_cast<uint32_t>(letter));
+        desktop.runFor(500ms);
     }
     void tab(int times) {
         for (int i = 0; i < times; ++i) pointer.key(kKeyTab);
@@ -60,7 +62,7 @@ TEST_F(Settings, OpenFromTheMenuAndAreUsedByKeyboardAndPointer) {
     EXPECT_EQ(box.height, 560);
 
     tab(kTabsToSearch);
-    type("bar height");
+    search("bar height");
     tab(1);
     pointer.key(kKeyRight);
     pointer.key(kKeyRight);
@@ -68,7 +70,7 @@ TEST_F(Settings, OpenFromTheMenuAndAreUsedByKeyboardAndPointer) {
     EXPECT_TRUE(eventually([&] { return isStored(R"("barHeight":46)"); }));
 
     desktop.close(window);
-    EXPECT_TRUE(disappears(window));
+    EXPECT_TRUE(eventually([&] { return !desktop.windowTitled(kTitle); }));
     ASSERT_NE(open(), XCB_NONE) << "closing it has hidden it";
     pointer.key(kKeyEscape);
     tab(0);
@@ -81,7 +83,7 @@ TEST_F(Settings, ASwitchIsFoundAndTurned) {
     const xcb_window_t window = open();
     ASSERT_NE(window, XCB_NONE);
     tab(kTabsToSearch);
-    type("borders");
+    search("borders");
     tab(1);
     pointer.key(kKeySpace);
     EXPECT_TRUE(eventually([&] { return isStored(R"("showButtonBorders":false)"); }));
