@@ -93,6 +93,23 @@ TEST_F(Settings, ASwitchIsFoundAndTurned) {
     EXPECT_TRUE(eventually([&] { return isStored(R"("showButtonBorders":true)"); }));
 }
 
+TEST_F(Settings, RoomThatIsNoLongerReservedIsGivenBack) {
+    startBar();
+    const auto window = client.openAndWait({.title = "Tall", .box = {20, 300, 300, 460}});
+    const int barTop = panelBox().y;
+    const auto lowerEnd = [&] { return desktop.windowBox(window).bottom(); };
+    const Box before = desktop.windowBox(window);
+    ASSERT_GT(lowerEnd(), barTop);
+    ASSERT_TRUE(eventually([&] { return lowerEnd() <= barTop; }));
+    ASSERT_NE(open(), XCB_NONE);
+    tab(kTabsToSearch);
+    search("reserve space");
+    tab(1);
+    pointer.key(kKeySpace);
+    EXPECT_TRUE(eventually([&] { return isStored(R"("clampWindows":false)"); }));
+    EXPECT_TRUE(eventually([&] { return desktop.windowBox(window) == before; })) << lowerEnd();
+}
+
 TEST_F(Settings, AreNotNeededByABarWhoseServerGoesAway) {
     startBar();
     ASSERT_NE(open(), XCB_NONE);
