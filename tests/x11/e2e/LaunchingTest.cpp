@@ -45,7 +45,8 @@ protected:
     Spot pin() {
         std::optional<Spot> spot;
         EXPECT_TRUE(eventually([&] {
-            for (const BarView& view : bar->panels().at(1).views)
+            const BarWindow right = bar->panels().at(1);
+            for (const BarView& view : right.views)
                 if (!view.hidden && view.tooltip == "Pin") spot = view.frame.center();
             return spot.has_value();
         }));
