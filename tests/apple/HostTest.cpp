@@ -563,8 +563,22 @@ TEST_F(Host, StatusItemAndLoginItemFollowTheirSettings) {
     });
 }
 
+TEST_F(Host, TheThemeIsTheApplicationsAppearance) {
+    run([&] {
+        const auto appearance = [] { return property<RawObject>(NSApplication::shared().raw(), "appearance"); };
+        const auto named = [](RawObject name) { return NSAppearance::named(NSString(name)).raw(); };
+        EXPECT_EQ(appearance(), nullptr) << "the system's";
+        settings().theme.set(morvel::Theme::Dark);
+        EXPECT_EQ(appearance(), named(NSAppearanceNameDarkAqua));
+        settings().theme.set(morvel::Theme::Light);
+        EXPECT_EQ(appearance(), named(NSAppearanceNameAqua));
+        settings().theme.set(morvel::Theme::System);
+        EXPECT_EQ(appearance(), nullptr);
+    });
+}
+
 TEST_F(Host, AFurtherInstanceWakesTheFirst) {
-    const NSRunningApplication own = workspace().launch({.pid = 7, .bundleIdentifier = "app.bar", .name = "Bar"});
+    NSRunningApplication own = workspace().launch({.pid = 7, .bundleIdentifier = "app.bar", .name = "Bar"});
     Elements instances = {own};
     runtime().script("NSRunningApplication", "+currentApplication", [&](Invocation& i) { i.answerObject(own); });
     runtime().script("NSRunningApplication", "+runningApplicationsWithBundleIdentifier:", [&](Invocation& i) {
