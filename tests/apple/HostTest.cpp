@@ -593,6 +593,16 @@ TEST_F(Host, AFurtherInstanceWakesTheFirst) {
     instances.push_back(workspace().launch({.pid = 8, .bundleIdentifier = "app.bar", .name = "Bar"}));
     EXPECT_TRUE(handOverToRunningInstance());
     EXPECT_EQ(posted(), 1);
+    // Two that start at once: exactly one stays.
+    const auto startsAgainst = [&](double launchedOwn, double launchedOther) {
+        own = workspace().launch({.pid = 7, .bundleIdentifier = "app.bar", .name = "Bar", .launched = launchedOwn});
+        instances = {own, workspace().launch(
+                              {.pid = 9, .bundleIdentifier = "app.bar", .name = "Bar", .launched = launchedOther})};
+        return handOverToRunningInstance();
+    };
+    EXPECT_FALSE(startsAgainst(1000, 1000)) << "the lower number stays";
+    EXPECT_FALSE(startsAgainst(1000, 1001));
+    EXPECT_TRUE(startsAgainst(1001, 1000));
     int wakings = 0;
     const Subscription token = observeFurtherInstances([&] { ++wakings; });
     post(Center::Distributed, NSString::from("app.bar.openedAgain").raw(), Id());
