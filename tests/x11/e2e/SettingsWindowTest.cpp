@@ -110,6 +110,22 @@ TEST_F(Settings, RoomThatIsNoLongerReservedIsGivenBack) {
     EXPECT_TRUE(eventually([&] { return desktop.windowBox(window) == before; })) << lowerEnd();
 }
 
+TEST_F(Settings, TakeEffectWhereNothingCanBeSaved) {
+    startBar({.environment = {{"HOME", "/proc/none"}, {"XDG_CONFIG_HOME", "/proc/none"}}});
+    ASSERT_NE(open(), XCB_NONE);
+    tab(kTabsToSearch);
+    search("bar height");
+    tab(1);
+    for (int height = 45; height <= 47; ++height) {
+        pointer.key(kKeyRight);
+        EXPECT_TRUE(eventually([&] { return panelBox().height == height; }));
+    }
+    const std::string log = bar->log();
+    const size_t complaint = log.find("cannot write");
+    EXPECT_NE(complaint, std::string::npos);
+    EXPECT_EQ(log.find("cannot write", complaint + 1), std::string::npos) << "once is enough: " << log;
+}
+
 TEST_F(Settings, AreNotNeededByABarWhoseServerGoesAway) {
     startBar();
     ASSERT_NE(open(), XCB_NONE);

@@ -34,6 +34,11 @@ void XToolkit::setAppearance(ui::Appearance appearance) {
     if (forms_) forms_->setDark(palette.appearance == Appearance::Dark);
 }
 
+void XToolkit::setAccessibilityBridge(AccessibilityBridge* bridge) {
+    context_.setAccessibilityBridge(bridge);
+    if (forms_) forms_->setAccessibilityBridge(bridge);
+}
+
 std::unique_ptr<ui::FormWindowPeer> XToolkit::makeFormWindow(ui::Form form) {
     return forms_ ? forms_->makeWindow(std::move(form), context_.palette().appearance == Appearance::Dark) : nullptr;
 }

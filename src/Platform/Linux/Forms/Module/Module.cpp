@@ -19,10 +19,13 @@ constexpr const char* kNoBridgeVariable = "NO_AT_BRIDGE";
 constexpr const char* kStyle =
     ".morvel-heading { font-weight: bold; font-size: 110%; }"
     ".morvel-help { font-size: 92%; }"
-    ".morvel-link { padding: 2px 0; min-height: 0; border-color: transparent; background: none; box-shadow: none; }"
-    ".morvel-link label { color: @theme_selected_bg_color; text-decoration-line: underline; }"
+    ".morvel-link { padding: 2px 0; min-height: 0; }"
+    ".morvel-link:link label { text-decoration-line: underline; }"
     // Themes give these buttons more width than their titles need, and five would not fit beside the search field.
     ".morvel-tabs button { min-width: 0; padding-left: 10px; padding-right: 10px; }";
+
+/// What GTK would have told ATK of itself.
+AtkUtilClass gtkUtil{};
 
 /// GTK would enter itself as the whole program with assistive programs, where the bar has its own place: the functions
 /// by which ATK asks for the program's root are put back, and no bridge is started.
@@ -33,6 +36,7 @@ public:
         setenv(kNoBridgeVariable, "1", 1);
     }
     ~AtkUntouched() {
+        gtkUtil = *util_;
         variable_ ? setenv(kNoBridgeVariable, variable_->c_str(), 1) : unsetenv(kNoBridgeVariable);
         util_->get_root = before_.get_root;
         util_->get_toolkit_name = before_.get_toolkit_name;
@@ -84,6 +88,13 @@ public:
     }
     void setDark(bool dark) override {
         g_object_set(gtk_settings_get_default(), "gtk-application-prefer-dark-theme", gboolean{dark}, nullptr);
+    }
+    void* accessibleRoot() override {
+        AtkObject* const root = gtkUtil.get_root();
+        // GTK tells which window is the active one only once somebody has listened for that.
+        const auto nobody = +[](GSignalInvocationHint*, guint, const GValue*, gpointer) -> gboolean { return TRUE; };
+        gtkUtil.add_global_event_listener(nobody, "window:activate");
+        return root;
     }
 };
 
