@@ -113,8 +113,6 @@ objc::RawObject name(const char* text) {
 extern "C" {
 extern const double NSFontWeightRegular = 0;
 extern const double NSFontWeightSemibold = 0.3;
-extern const objc::RawObject NSAppearanceNameAqua = name("NSAppearanceNameAqua");
-extern const objc::RawObject NSAppearanceNameDarkAqua = name("NSAppearanceNameDarkAqua");
 extern const objc::RawObject NSFontAttributeName = name("NSFont");
 extern const objc::RawObject NSAccessibilityButtonRole = name("AXButton");
 extern const objc::RawObject NSSystemColorsDidChangeNotification = name("NSSystemColorsDidChangeNotification");

@@ -63,6 +63,8 @@ private:
         std::unique_ptr<DragSession> session;
     };
 
+    /// What the person has chosen for all programs; light where that cannot be told.
+    Appearance systemAppearance();
     XPtr<xcb_query_pointer_reply_t> queryPointer();
     void menuEnded(EndedMenu ended);
     void dragEnded(EndedDrag ended);

@@ -33,7 +33,10 @@ class AtkUntouched {
 public:
     AtkUntouched() : util_(ATK_UTIL_CLASS(g_type_class_ref(ATK_TYPE_UTIL))), before_(*util_) {
         if (const char* set = std::getenv(kNoBridgeVariable)) variable_ = set;
-        setenv(kNoBridgeVariable, "1", 1);
+        // Where the bar's own bridge runs, GTK's would be the same one, which starts only once.
+        if (!before_.get_root) setenv(kNoBridgeVariable, "1", 1);
+        // GTK leaves a root alone that is there already, and then has none of its own.
+        util_->get_root = nullptr;
     }
     ~AtkUntouched() {
         gtkUtil = *util_;
@@ -87,9 +90,20 @@ public:
         return std::make_unique<FormWindow>(std::move(form));
     }
     void setDark(bool dark) override {
-        g_object_set(gtk_settings_get_default(), "gtk-application-prefer-dark-theme", gboolean{dark}, nullptr);
+        GtkSettings* const settings = gtk_settings_get_default();
+        g_object_set(settings, "gtk-application-prefer-dark-theme", gboolean{dark}, nullptr);
+        // A theme that is dark by itself stays so; the one that it is the dark half of is either.
+        const std::string_view kDarkHalf = "-dark";
+        gchar* name = nullptr;
+        g_object_get(settings, "gtk-theme-name", &name, nullptr);
+        std::string theme(name ? name : "");
+        g_free(name);
+        if (dark || !theme.ends_with(kDarkHalf)) return;
+        theme.resize(theme.size() - kDarkHalf.size());
+        g_object_set(settings, "gtk-theme-name", theme.c_str(), nullptr);
     }
     void* accessibleRoot() override {
+        g_type_class_ref(GTK_TYPE_WINDOW);  // whose signals the root listens to
         AtkObject* const root = gtkUtil.get_root();
         // GTK tells which window is the active one only once somebody has listened for that.
         const auto nobody = +[](GSignalInvocationHint*, guint, const GValue*, gpointer) -> gboolean { return TRUE; };
