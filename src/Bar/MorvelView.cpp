@@ -63,7 +63,7 @@ void MorvelView::placeSystemButtons() {
 NowPlayingControls MorvelView::nowPlayingControls() {
     return {&services_.mainLoop,
             [this](ui::View& button, const std::string& bundleID) { openNowPlaying(button, bundleID); },
-            [this] { nowPlayingPopover_.close(); }};
+            [this](const ui::View& button) { nowPlayingPopover_.closeBeside(button); }};
 }
 
 void MorvelView::openNowPlaying(ui::View& button, const std::string& bundleID) {
@@ -231,12 +231,7 @@ void MorvelView::rebuildRunning(std::vector<WindowSnapshot> filtered) {
                           systemStack_.intrinsicSize().width + 2 * running_.spacing());
 }
 
-void MorvelView::mouseDown(const ui::MouseEvent&) {
-    nowPlayingPopover_.close();
-}
-
 void MorvelView::rightMouseDown(const ui::MouseEvent& event) {
-    nowPlayingPopover_.close();
     if (!services_.actions.contextMenu) return;
     pinReveal();
     services_.toolkit.popUpMenu(services_.actions.contextMenu(), *this, event.location,

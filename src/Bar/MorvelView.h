@@ -58,7 +58,6 @@ public:
     std::function<void()> unpinReveal = [] {};
 
     bool acceptsMouse() const override { return true; }
-    void mouseDown(const ui::MouseEvent& event) override;
     void rightMouseDown(const ui::MouseEvent& event) override;
     /// Files that no button takes are pinned, wherever on the bar they are dropped.
     bool acceptsDrag(const ui::DragPasteboard& pasteboard) const override;

@@ -42,7 +42,7 @@ GroupedAppButton::GroupedAppButton(ButtonServices services, WindowID buttonID, s
       iconView_(services.iconCache),
       countBadge_(services.toolkit),
       nowPlayingOverlay_(services.icons),
-      nowPlayingHover_(bindings_.nowPlayingControls) {
+      nowPlayingHover_(*this, bindings_.nowPlayingControls) {
     setCornerRadius(ButtonGeometry::kCornerRadius);
     addSubview(iconView_);
     addSubview(countBadge_);
@@ -99,7 +99,7 @@ void GroupedAppButton::rightMouseDown(const ui::MouseEvent& event) {
 void GroupedAppButton::mouseEntered(const ui::MouseEvent&) {
     isHovered_ = true;
     applyAppearance();
-    if (isNowPlaying_) nowPlayingHover_.entered(*this, bundleID_);
+    if (isNowPlaying_) nowPlayingHover_.entered(bundleID_);
 }
 
 void GroupedAppButton::mouseExited() {

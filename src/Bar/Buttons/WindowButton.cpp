@@ -31,7 +31,7 @@ WindowButton::WindowButton(ButtonServices services, const WindowSnapshot& snapsh
       iconView_(services.iconCache),
       titleLabel_(services.toolkit, {.size = ButtonGeometry::kTitleFontSize}),
       nowPlayingOverlay_(services.icons),
-      nowPlayingHover_(bindings_.nowPlayingControls),
+      nowPlayingHover_(*this, bindings_.nowPlayingControls),
       isIconOnly_(isIconOnly) {
     setCornerRadius(ButtonGeometry::kCornerRadius);
     addSubview(iconView_);
@@ -164,7 +164,7 @@ void WindowButton::mouseEntered(const ui::MouseEvent&) {
     isHovered_ = true;
     applyAppearance();
     if (isNowPlaying_ && snapshot_.bundleID && !press_.isPending())
-        nowPlayingHover_.entered(*this, *snapshot_.bundleID);
+        nowPlayingHover_.entered(*snapshot_.bundleID);
 }
 
 void WindowButton::mouseExited() {
