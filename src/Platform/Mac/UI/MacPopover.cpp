@@ -40,7 +40,7 @@ CGSize cgSize(Size size) {
 
 }  // namespace
 
-MacPopover::MacPopover(ui::View& content, std::function<void()> closed, MainLoop& mainLoop, ui::PopoverKind focus)
+MacPopover::MacPopover(ui::View& content, std::function<void()> closed, MainLoop& mainLoop, ui::PopoverKind kind)
     : content_(content),
       kind_(kind),
       closed_(std::move(closed)),
