@@ -107,5 +107,4 @@ void count(int windows, int displays) {
 int main() {
     for (const int windows : {10, 100, 1000}) morvel::count(windows, 1);
     for (const int displays : {3, 6}) morvel::count(100, displays);
-    
 }
