@@ -25,11 +25,17 @@ MorvelView::MorvelView(const BarServices& services, DisplayID screenID, std::opt
       screenID_(screenID),
       spaceID_(spaceID),
       backgroundLayer_(*this),
-      systemButtons_(services, reveal(), [this] { placeSystemButtons(); }),
+      systemButtons_(
+          services, reveal(), [this] { closePopovers(); }, [this] { placeSystemButtons(); }),
       launchStrip_(services, screenID, reveal()),
       systemStack_(ui::StackView::Axis::Horizontal, kStripSpacing),
       nowPlayingPopover_({services.toolkit, services.icons, services.iconCache}),
       running_(services, screenID, reveal(), drops(), nowPlayingControls()) {
+    running_.onClick = [this] { launchStrip_.closeOverflow(); };
+    launchStrip_.onClick = [this] {
+        nowPlayingPopover_.close();
+        running_.closeGroupPopover();
+    };
     systemStack_.setInsets(0, kBarInset);
     divider_.setBackground(ui::kSeparatorColor);
     running_.stack().setClipsToBounds(true);
@@ -231,12 +237,20 @@ void MorvelView::rebuildRunning(std::vector<WindowSnapshot> filtered) {
                           systemStack_.intrinsicSize().width + 2 * running_.spacing());
 }
 
-void MorvelView::mouseDown(const ui::MouseEvent&) {
+/// A click on the bar takes away what is open beside it. A press on a button does not yet: it may begin a drag into the
+/// list of the pinned items.
+void MorvelView::closePopovers() {
     nowPlayingPopover_.close();
+    running_.closeGroupPopover();
+    launchStrip_.closeOverflow();
+}
+
+void MorvelView::mouseDown(const ui::MouseEvent&) {
+    closePopovers();
 }
 
 void MorvelView::rightMouseDown(const ui::MouseEvent& event) {
-    nowPlayingPopover_.close();
+    closePopovers();
     if (!services_.actions.contextMenu) return;
     pinReveal();
     services_.toolkit.popUpMenu(services_.actions.contextMenu(), *this, event.location,

@@ -78,6 +78,7 @@ private:
     void subscribeToSettings();
     void schedule(Rebuild rebuild);
     BarReveal reveal();
+    void closePopovers();
     void placeSystemButtons();
     RunningStrip::Drops drops();
     NowPlayingControls nowPlayingControls();
