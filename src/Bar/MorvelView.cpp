@@ -29,11 +29,14 @@ MorvelView::MorvelView(const BarServices& services, DisplayID screenID, std::opt
       screenID_(screenID),
       spaceID_(spaceID),
       backgroundLayer_(*this),
-      systemButtons_(services, reveal(), [this] { placeSystemButtons(); }),
+      systemButtons_(
+          services, reveal(), [this] { closeLists(); }, [this] { placeSystemButtons(); }),
       launchStrip_(services, screenID, reveal()),
       systemStack_(ui::StackView::Axis::Horizontal, kStripSpacing),
       nowPlayingPopover_({services.toolkit, services.icons, services.iconCache}),
       running_(services, screenID, reveal(), drops(), nowPlayingControls()) {
+    running_.onClick = [this] { launchStrip_.closeOverflow(); };
+    launchStrip_.onClick = [this] { running_.closeGroupPopover(); };
     systemStack_.setInsets(0, kBarInset);
     divider_.setBackground(ui::kSeparatorColor);
     running_.stack().setClipsToBounds(true);
@@ -270,7 +273,19 @@ void MorvelView::rebuildRunning(std::vector<WindowSnapshot> filtered) {
                           systemStack_.intrinsicSize().width + 2 * running_.spacing());
 }
 
+/// A click on the bar takes away the lists that are open beside it. A press on a button does not yet: it may begin a
+/// drag into the list of the pinned items.
+void MorvelView::closeLists() {
+    running_.closeGroupPopover();
+    launchStrip_.closeOverflow();
+}
+
+void MorvelView::mouseDown(const ui::MouseEvent&) {
+    closeLists();
+}
+
 void MorvelView::rightMouseDown(const ui::MouseEvent& event) {
+    closeLists();
     if (!services_.actions.contextMenu) return;
     pinReveal();
     services_.toolkit.popUpMenu(services_.actions.contextMenu(), *this, event.location,

@@ -59,6 +59,7 @@ public:
     std::function<void()> unpinReveal = [] {};
 
     bool acceptsMouse() const override { return true; }
+    void mouseDown(const ui::MouseEvent& event) override;
     void rightMouseDown(const ui::MouseEvent& event) override;
     /// Files that no button takes are pinned, wherever on the bar they are dropped.
     bool acceptsDrag(const ui::DragPasteboard& pasteboard) const override;
@@ -82,6 +83,7 @@ private:
     void rebuild(Rebuild due);
     void showTitles();
     BarReveal reveal();
+    void closeLists();
     void placeSystemButtons();
     RunningStrip::Drops drops();
     NowPlayingControls nowPlayingControls();

@@ -414,7 +414,7 @@ TEST_F(Toolkit, PopoversOpenMoveAndClose) {
     popover.show(first, ui::Edge::Top, {280, 36});
 }
 
-TEST_F(Toolkit, PopoversCloseAtAPressInAnotherWindow) {
+TEST_F(Toolkit, PopoversCloseAtAPressElsewhereAndListsLeaveItToTheirAnchorsWindow) {
     row.addSubview(first);
     row.addSubview(second);
     show();
@@ -436,8 +436,9 @@ TEST_F(Toolkit, PopoversCloseAtAPressInAnotherWindow) {
         EXPECT_EQ(closings, 0) << "its anchor decides for itself";
         notes.clear();
         click(native(row), {145, 16});
-        EXPECT_EQ(closings, 1);
+        EXPECT_EQ(closings, isTransient ? 1 : 0);
         EXPECT_EQ(notes.size(), 2U) << "the press is not lost";
+        popover.close();
         EXPECT_EQ(monitorCount(), 0U);
     }
 }

@@ -56,6 +56,7 @@ public:
     void show(ui::View& anchor, ui::Edge edge, Size size) override {
         EXPECT_TRUE(SimToolkit::surfaceOf(anchor)) << "a popover beside a view that is not shown";
         popover_.anchor = &anchor;
+        popover_.anchorSurface = SimToolkit::surfaceOf(anchor);
         popover_.edge = edge;
         popover_.size = size;
         popover_.isShown = true;
@@ -256,7 +257,9 @@ ui::TextField* SimToolkit::typedField() {
 
 void SimToolkit::closePopovers(const ui::View& pressed) {
     for (SimPopover* popover : std::vector(popovers_)) {
-        if (popover->isShown && surfaceOf(pressed) != &popover->surface && &pressed != popover->anchor)
+        const SimSurface* surface = surfaceOf(pressed);
+        const bool isLeftToOthers = popover->kind == ui::PopoverKind::List && surface == popover->anchorSurface;
+        if (popover->isShown && surface != &popover->surface && &pressed != popover->anchor && !isLeftToOthers)
             popover->close();
     }
 }

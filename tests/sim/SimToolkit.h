@@ -29,7 +29,8 @@ struct SimPanel {
 struct SimPopover {
     SimSurface surface;
     bool isShown = false;
-    ui::View* anchor = nullptr;  ///< only to be compared: it may be gone
+    ui::View* anchor = nullptr;                  ///< only to be compared: it may be gone
+    const SimSurface* anchorSurface = nullptr;  ///< the same
     ui::Edge edge = ui::Edge::Top;
     Size size = {};
     ui::PopoverKind kind = ui::PopoverKind::List;
@@ -144,7 +145,7 @@ private:
     SimSurface* pointAt(ui::View& view);
     bool isAlive(const SimSurface* surface) const;
     ui::TextField* typedField();
-    /// A popover closes at a press elsewhere; its anchor decides for itself.
+    /// A popover closes at a press elsewhere; its anchor decides for itself, and a list's whole window does.
     void closePopovers(const ui::View& pressed);
     const ui::Menu* menuAt(const std::vector<std::string>& path, size_t depth) const;
 

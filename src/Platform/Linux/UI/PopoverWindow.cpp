@@ -43,8 +43,9 @@ void PopoverWindow::show(ui::View& anchor, ui::Edge edge, Size size) {
                                   },
                               .wheelTurned = [this](int notches) { scrollBy(notches * kWheelStep); }});
     place(size);
-    presses_ = context_.observePresses([this](const ViewWindow& pressed, Point<RootSpace> at) {
-        if (&pressed != window_.get() && !anchor_.contains(at)) close();
+    presses_ = context_.observePresses([this, parent](const ViewWindow& pressed, Point<RootSpace> at) {
+        const bool isLeftToParent = &pressed == parent && (kind_ == ui::PopoverKind::List || anchor_.contains(at));
+        if (&pressed != window_.get() && !isLeftToParent) close();
     });
     if (kind_ == ui::PopoverKind::Search) takeKeyboard();
     window_->show();

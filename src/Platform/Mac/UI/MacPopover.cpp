@@ -91,7 +91,8 @@ void MacPopover::takeKeyboard() const {
 void MacPopover::pressed(const NSEvent& event, const NSView& anchor) {
     if (event.window() == tree_.rootView().window()) return;
     const CGPoint at = anchor.convertPointFrom(event.locationInWindow(), NSView());
-    if (event.window() == anchor.window() && contains(anchor.bounds(), at)) return;
+    const bool isBesideIt = event.window() == anchor.window();
+    if (isBesideIt && (kind_ == ui::PopoverKind::List || contains(anchor.bounds(), at))) return;
     close();
 }
 
