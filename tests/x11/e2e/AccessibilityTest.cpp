@@ -155,6 +155,7 @@ TEST_F(ScreenReader, FindsTheSettingsWindowAndItsControls) {
     openSettings();
     awaitObject("frame", kSettings);
     EXPECT_EQ(assistant->childrenOf(*assistant->application(kBar)).size(), 2U) << "with the bar, once each";
+    EXPECT_EQ(bar->log().find("CRITICAL"), std::string::npos) << bar->log();
 }
 
 TEST_F(ScreenReader, FindsASettingsWindowThatWasThereBefore) {

@@ -78,6 +78,8 @@ bool startToolkit() {
     gtk_disable_setlocale();  // the program's locale is not ours to change
     gdk_set_allowed_backends("x11");
     const AtkUntouched atk;
+    // Where the bar is known to assistive programs already, GTK looks for the signals of these as it starts.
+    for (const GType type : {GTK_TYPE_MENU_SHELL, GTK_TYPE_WINDOW}) g_type_class_ref(type);
     if (!gtk_init_check(nullptr, nullptr)) return false;
     survivesErrors(gdk_display_get_default());
     addStyle();
@@ -103,7 +105,6 @@ public:
         g_object_set(settings, "gtk-theme-name", theme.c_str(), nullptr);
     }
     void* accessibleRoot() override {
-        g_type_class_ref(GTK_TYPE_WINDOW);  // whose signals the root listens to
         AtkObject* const root = gtkUtil.get_root();
         // GTK tells which window is the active one only once somebody has listened for that.
         const auto nobody = +[](GSignalInvocationHint*, guint, const GValue*, gpointer) -> gboolean { return TRUE; };
