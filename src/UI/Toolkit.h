@@ -49,7 +49,7 @@ struct PanelOptions {
 };
 
 /// List: comes and goes at once, so that the press that closes it can show it at another button. Controls: comes and
-/// goes as the system animates popovers. Search: the same, and it takes the keyboard while it is shown, so that a person
+/// goes as the system animates popovers. Search: the same, and takes the keyboard while it is shown, so that a person
 /// can type into it; the application in front stays in front.
 enum class PopoverKind { List, Controls, Search };
 
