@@ -50,8 +50,8 @@ struct PanelOptions {
 
 /// List: comes and goes at once, so that the press that closes it can show it at another button, and leaves the presses
 /// in its anchor's window to that window, where a drag into the list may begin. Controls: comes and goes as the system
-/// animates popovers. Search: the same, and it takes the keyboard while it is shown, so that a person
-/// can type into it; the application in front stays in front.
+/// animates popovers. Search: the same, and it takes the keyboard while it is shown, so that a person can type into it;
+/// the application in front stays in front.
 enum class PopoverKind { List, Controls, Search };
 
 /// The platform's popover behind a `Popover`. It closes by itself before a press in another window of this program goes
