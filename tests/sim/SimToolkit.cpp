@@ -117,6 +117,22 @@ std::unique_ptr<ui::StatusItemPeer> SimToolkit::makeStatusItem(ui::Menu menu) {
     return std::make_unique<SimStatusItemPeer>(*this, std::move(menu));
 }
 
+class SimPromptPeer : public ui::PromptPeer {
+public:
+    SimPromptPeer(SimToolkit& toolkit, ui::Prompt prompt) : toolkit_(toolkit), prompt_(std::move(prompt)) {
+        toolkit_.prompts_.push_back(&prompt_);
+    }
+    ~SimPromptPeer() override { std::erase(toolkit_.prompts_, &prompt_); }
+
+private:
+    SimToolkit& toolkit_;
+    const ui::Prompt prompt_;
+};
+
+std::unique_ptr<ui::PromptPeer> SimToolkit::showPrompt(ui::Prompt prompt) {
+    return std::make_unique<SimPromptPeer>(*this, std::move(prompt));
+}
+
 std::unique_ptr<ui::PanelPeer> SimToolkit::makePanel(const ui::PanelOptions& options, ui::View& content) {
     return std::make_unique<SimPanelPeer>(*this, options, content);
 }
