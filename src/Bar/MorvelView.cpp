@@ -15,7 +15,8 @@ namespace {
 constexpr double kBarInset = 8;
 constexpr double kStripSpacing = 4;
 constexpr double kDividerWidth = 1;
-/// How far the divider stays clear of the bar's edges.
+/// How far the divider stays clear of the bar's edges, but no more than a quarter of the bar: one as low as the menu
+/// bar would have no more than a dot.
 constexpr double kDividerInset = 10;
 
 }  // namespace
@@ -337,8 +338,8 @@ void MorvelView::layout() {
     launchStrip_.stack().setFrame({0, 0, pinned, height});
     systemStack_.setFrame({width - system, 0, system, height});
     divider_.setHidden(launchStrip_.stack().arrangedSubviews().empty());
-    divider_.setFrame({pinned + (running_.spacing() - kDividerWidth) / 2, kDividerInset, kDividerWidth,
-                       std::max(height - 2 * kDividerInset, 0.0)});
+    const double inset = std::min(kDividerInset, height / 4);
+    divider_.setFrame({pinned + (running_.spacing() - kDividerWidth) / 2, inset, kDividerWidth, height - 2 * inset});
     const double runningWidth = std::max(width - pinned - system - 2 * running_.spacing(), 0.0);
     const double runningX = pinned + running_.spacing();
     running_.stack().setGap(notchIn(runningX));

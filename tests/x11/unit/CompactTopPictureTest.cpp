@@ -111,7 +111,9 @@ protected:
                                    .makeWorkQueue = p.makeWorkQueue,
                                    .installedApplications = p.installedApplications,
                                    .wallClock = p.wallClock,
-                                   .httpClient = p.httpClient});
+                                   .httpClient = p.httpClient,
+                                   .programVersion = std::nullopt,
+                                   .systemVersion = std::nullopt});
         delegate_->applicationDidFinishLaunching();
         desktop_.run(1s);
     }
