@@ -126,8 +126,8 @@ TEST(ReserveSpace, FollowsTheBarAndTheDisplays) {
     EXPECT_EQ(window.frame(), (Frame{100, 0, 600, 836})) << "while displays change nothing is moved";
     desktop.run(1s);
     EXPECT_EQ(window.frame(), (Frame{100, 0, 600, 636}));
-    for (const std::vector<sim::DisplaySpec>& none :
-         {std::vector<sim::DisplaySpec>{}, {{DisplayID{1}, "Without extent", {0, 0, 0, 0}, 0}}}) {
+    const std::vector<sim::DisplaySpec> withoutExtent{{DisplayID{1}, "Nothing", {0, 0, 0, 0}, 0}};
+    for (const auto& none : {std::vector<sim::DisplaySpec>{}, withoutExtent}) {
         desktop.rearrange(none);
         window.setFrame({100, 0, 600, 700.0 + double(none.size())});
         desktop.run(1s);
