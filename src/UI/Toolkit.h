@@ -26,7 +26,8 @@ class View;
 class PanelPeer {
 public:
     virtual ~PanelPeer() = default;
-    /// Moves and resizes the window; the caller resizes the content view.
+    /// Moves and resizes the window, unless it is there already, or gliding there; the caller resizes the content view.
+    /// Systems move windows themselves while displays are rearranged, so a frame may be set again to put it back.
     virtual void setFrame(const Rect<ScreenSpace>& frame) = 0;
     /// The same over `duration`, from where the window is now; a later frame takes over from what is reached by then.
     virtual void animateFrame(const Rect<ScreenSpace>& frame, Duration duration) = 0;
