@@ -1,3 +1,4 @@
+#!/usr/bin/env python3
 """Installs the package in a fresh Debian of its own, uses it there as a person would, and removes it without a trace.
 
 try_package.py morvel_1.2.3_amd64.deb
@@ -111,7 +112,8 @@ def colours(window_id, environment):
 
 
 def maps(system, process, part):
-    return part in (system.root / f"proc/{process.pid}/maps").read_text()
+    maps = (system.root / f"proc/{process.pid}/maps").read_text()
+    return re.search(rf" /usr/lib/\S*{re.escape(part)}$", maps, re.MULTILINE)
 
 
 def main():
@@ -136,7 +138,7 @@ def main():
         again = system.start(display, "morvel")
         settings = expect("the settings, by starting it again", lambda: window('"Morvel Settings"', environment))
         expect("their picture", lambda: colours(settings, environment) >= LEAST_COLOURS)
-        expect("the installed module in the program", lambda: maps(system, bar, "/usr/lib/morvel/morvel-forms.so"))
+        expect("the installed module in the program", lambda: maps(system, bar, "/morvel/morvel-forms.so"))
         if again.wait(PATIENCE) != 0:
             sys.exit("  NOT SEEN  the second start's good end")
         if stop(bar) != 0:
