@@ -262,7 +262,11 @@ void Tour::launcher() {
 }
 
 void Tour::settings() {
-    const int height = bar_->panels().at(0).box.height;
+    const auto height = [&] {
+        const auto panels = bar_->panels();
+        return panels.empty() ? 0 : panels[0].box.height;
+    };
+    const int before = height();
     world_.pointer.rightClick({kScreen.width - 40, kScreen.height - 20});
     clickPopupItem("Morvel Settings…");
     album_.expect("the settings in front", [&] { return desktop_.activeWindow() == window(kSettingsTitle); });
@@ -272,7 +276,7 @@ void Tour::settings() {
     desktop_.runFor(500ms);  // the search begins a little after the last letter
     world_.pointer.key(kKeyTab);
     for (int i = 0; i < 8; ++i) world_.pointer.key(e2e::kKeyRight);
-    album_.expect("a higher bar", [&] { return bar_->panels().at(0).box.height == height + 8; });
+    album_.expect("a higher bar", [&] { return height() == before + 8; });
     album_.close("settings", "The settings, searched by typing; the bar follows at once, here with its height");
 }
 
