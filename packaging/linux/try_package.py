@@ -117,7 +117,7 @@ def colours(window_id, environment):
 
 def maps(system, process, part):
     maps = (system.root / f"proc/{process.pid}/maps").read_text()
-    return re.search(rf" /usr/lib/\S*{re.escape(part)}$", maps, re.MULTILINE)
+    return re.search(rf"/usr/lib/\S*{re.escape(part)}$", maps, re.MULTILINE)
 
 
 def main():
