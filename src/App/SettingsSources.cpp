@@ -60,8 +60,8 @@ UpdateState stateOf(const UpdateController& controller) {
     if (std::holds_alternative<UpdateController::Failed>(status)) return {UpdateState::Kind::Failed};
     const auto* release = std::get_if<RemoteVersion>(&status);
     if (!release) return {UpdateState::Kind::Idle};
-    return {UpdateState::Kind::Available, release->version.description(), release->downloadURL, release->releaseNotesURL,
-            !controller.updateAvailable()};
+    return {UpdateState::Kind::Available, release->version.description(), release->build,
+            release->downloadURL,         release->releaseNotesURL,       !controller.updateAvailable()};
 }
 
 UpdateSource updatesOf(UpdateController& controller) {

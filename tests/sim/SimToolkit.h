@@ -29,10 +29,11 @@ struct SimPanel {
 struct SimPopover {
     SimSurface surface;
     bool isShown = false;
-    ui::View* anchor = nullptr;  ///< only to be compared: it may be gone
+    ui::View* anchor = nullptr;                  ///< only to be compared: it may be gone
+    const SimSurface* anchorSurface = nullptr;  ///< the same
     ui::Edge edge = ui::Edge::Top;
     Size size = {};
-    ui::PopoverFocus focus = ui::PopoverFocus::None;
+    ui::PopoverKind kind = ui::PopoverKind::List;
     std::function<void()> close = {};  ///< as the system does it
 };
 
@@ -54,7 +55,7 @@ public:
     void setAppearance(ui::Appearance wanted) override { appearance_ = wanted; }
     std::unique_ptr<ui::PanelPeer> makePanel(const ui::PanelOptions& options, ui::View& content) override;
     std::unique_ptr<ui::PopoverPeer> makePopover(ui::View& content, std::function<void()> closed,
-                                                 ui::PopoverFocus focus) override;
+                                                 ui::PopoverKind kind) override;
     void popUpMenu(ui::Menu menu, ui::View& anchor, Point<ViewSpace> locationInRoot,
                    std::function<void()> closed) override;
     void beginDrag(ui::View&, ui::DragItem item, std::function<void(ui::DragOperation)> ended) override {
@@ -144,8 +145,8 @@ private:
     SimSurface* pointAt(ui::View& view);
     bool isAlive(const SimSurface* surface) const;
     ui::TextField* typedField();
-    /// A popover with the keyboard closes at a press elsewhere; its anchor decides for itself.
-    void closeTransients(const ui::View& pressed);
+    /// A popover closes at a press elsewhere; its anchor decides for itself, and a list's whole window does.
+    void closePopovers(const ui::View& pressed);
     const ui::Menu* menuAt(const std::vector<std::string>& path, size_t depth) const;
 
     MainLoop& mainLoop_;

@@ -44,8 +44,8 @@ std::unique_ptr<ui::PanelPeer> XToolkit::makePanel(const ui::PanelOptions& optio
 }
 
 std::unique_ptr<ui::PopoverPeer> XToolkit::makePopover(ui::View& content, std::function<void()> closed,
-                                                       ui::PopoverFocus focus) {
-    return std::make_unique<PopoverWindow>(context_, content, std::move(closed), focus);
+                                                       ui::PopoverKind kind) {
+    return std::make_unique<PopoverWindow>(context_, content, std::move(closed), kind);
 }
 
 void XToolkit::popUpMenu(ui::Menu menu, ui::View& anchor, Point<ViewSpace> locationInRoot,

@@ -35,7 +35,7 @@ public:
 
     std::unique_ptr<ui::PanelPeer> makePanel(const ui::PanelOptions& options, ui::View& content) override;
     std::unique_ptr<ui::PopoverPeer> makePopover(ui::View& content, std::function<void()> closed,
-                                                 ui::PopoverFocus focus) override;
+                                                 ui::PopoverKind kind) override;
     void popUpMenu(ui::Menu menu, ui::View& anchor, Point<ViewSpace> locationInRoot,
                    std::function<void()> closed) override;
     void beginDrag(ui::View& view, ui::DragItem item, std::function<void(ui::DragOperation)> ended) override;
