@@ -26,7 +26,8 @@ class View;
 class PanelPeer {
 public:
     virtual ~PanelPeer() = default;
-    /// Moves and resizes the window; the caller resizes the content view.
+    /// Moves and resizes the window, unless it is there already, or gliding there; the caller resizes the content view.
+    /// Systems move windows themselves while displays are rearranged, so a frame may be set again to put it back.
     virtual void setFrame(const Rect<ScreenSpace>& frame) = 0;
     /// The same over `duration`, from where the window is now; a later frame takes over from what is reached by then.
     virtual void animateFrame(const Rect<ScreenSpace>& frame, Duration duration) = 0;
@@ -50,8 +51,8 @@ struct PanelOptions {
 
 /// List: comes and goes at once, so that the press that closes it can show it at another button, and leaves the presses
 /// in its anchor's window to that window, where a drag into the list may begin. Controls: comes and goes as the system
-/// animates popovers. Search: the same, and it takes the keyboard while it is shown, so that a person
-/// can type into it; the application in front stays in front.
+/// animates popovers. Search: the same, and it takes the keyboard while it is shown, so that a person can type into it;
+/// the application in front stays in front.
 enum class PopoverKind { List, Controls, Search };
 
 /// The platform's popover behind a `Popover`. It closes by itself before a press in another window of this program goes

@@ -22,8 +22,7 @@ public:
         std::erase(toolkit_.panels_, &panel_);
     }
     void setFrame(const Rect<ScreenSpace>& frame) override {
-        panel_.frame = frame;
-        ++panel_.moves;
+        if (std::exchange(panel_.frame, frame) != frame) ++panel_.moves;
     }
     void animateFrame(const Rect<ScreenSpace>& frame, Duration) override {
         setFrame(frame);
