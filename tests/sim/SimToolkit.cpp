@@ -22,8 +22,7 @@ public:
         std::erase(toolkit_.panels_, &panel_);
     }
     void setFrame(const Rect<ScreenSpace>& frame) override {
-        panel_.frame = frame;
-        ++panel_.moves;
+        if (std::exchange(panel_.frame, frame) != frame) ++panel_.moves;
     }
     void animateFrame(const Rect<ScreenSpace>& frame, Duration) override {
         setFrame(frame);
@@ -115,6 +114,22 @@ private:
 
 std::unique_ptr<ui::StatusItemPeer> SimToolkit::makeStatusItem(ui::Menu menu) {
     return std::make_unique<SimStatusItemPeer>(*this, std::move(menu));
+}
+
+class SimPromptPeer : public ui::PromptPeer {
+public:
+    SimPromptPeer(SimToolkit& toolkit, ui::Prompt prompt) : toolkit_(toolkit), prompt_(std::move(prompt)) {
+        toolkit_.prompts_.push_back(&prompt_);
+    }
+    ~SimPromptPeer() override { std::erase(toolkit_.prompts_, &prompt_); }
+
+private:
+    SimToolkit& toolkit_;
+    const ui::Prompt prompt_;
+};
+
+std::unique_ptr<ui::PromptPeer> SimToolkit::showPrompt(ui::Prompt prompt) {
+    return std::make_unique<SimPromptPeer>(*this, std::move(prompt));
 }
 
 std::unique_ptr<ui::PanelPeer> SimToolkit::makePanel(const ui::PanelOptions& options, ui::View& content) {

@@ -78,7 +78,8 @@ TEST_F(RealPlayer, IsBadgedShownAndControlled) {
     const Box title = popupItem("First Song");
     const Box art{title.x - 40 + 8, title.y + 8, 16, 16};
     EXPECT_TRUE(eventually([&] { return world.shoot().average(art) == kCoverColor; })) << "the cover beside the file";
-    EXPECT_GT(world.shoot().average({title.x - 40, title.y, 1, 1}).distance(kCoverColor), 20) << "its corners are round";
+    EXPECT_GT(world.shoot().average({title.x - 40, title.y, 1, 1}).distance(kCoverColor), 20)
+        << "its corners are round";
 
     pointer.click(popupItem("Pause").center());
     EXPECT_TRUE(controlsShow("Play"));

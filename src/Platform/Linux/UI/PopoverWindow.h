@@ -11,8 +11,8 @@
 
 namespace morvel::x11 {
 
-/// What is higher than the monitor has room for is turned with the wheel. An anchor that is in no window cannot be shown
-/// beside: the popover counts as closed then. Nothing here is animated, so that kinds differ by the keyboard alone.
+/// What is higher than the monitor has room for is turned with the wheel. Nothing can be shown beside an anchor that is
+/// in no window: the popover counts as closed then. Nothing is animated: the kinds differ by the keyboard alone.
 class PopoverWindow : public ui::PopoverPeer {
 public:
     /// The context and the content outlive it.

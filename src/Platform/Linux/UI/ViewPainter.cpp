@@ -95,7 +95,8 @@ void ViewPainter::paintItself(const ui::View& view, Point<ViewSpace> corner, con
         fill(palette_.material(static_cast<const ui::VisualEffectView&>(view).material(), isComposited_));
     if (!view.background().isClear()) fill(palette_.resolve(view.background()));
     if (view.kind() == ui::View::Kind::Label) paintLabel(static_cast<const ui::Label&>(view), corner, opacity);
-    if (view.kind() == ui::View::Kind::Image) paintImage(static_cast<const ui::ImageView&>(view), corner, pixels, opacity);
+    if (view.kind() == ui::View::Kind::Image)
+        paintImage(static_cast<const ui::ImageView&>(view), corner, pixels, opacity);
     if (view.kind() == ui::View::Kind::TextField)
         paintTextField(static_cast<const ui::TextField&>(view), pixels, opacity);
     if (view.borderWidth() > 0 && !view.borderColor().isClear()) paintBorder(view, pixels, opacity);

@@ -21,7 +21,7 @@ void XToolkit::setAppearance(ui::Appearance appearance) {
     Palette palette = context_.palette();
     switch (appearance) {
         case ui::Appearance::System:
-            palette.appearance = paletteFromEnvironment().appearance;
+            palette.appearance = systemAppearance();
             break;
         case ui::Appearance::Light:
             palette.appearance = Appearance::Light;
@@ -32,6 +32,17 @@ void XToolkit::setAppearance(ui::Appearance appearance) {
     }
     context_.setPalette(palette);
     if (forms_) forms_->setDark(palette.appearance == Appearance::Dark);
+}
+
+Appearance XToolkit::systemAppearance() {
+    if (const auto chosen = appearanceFromEnvironment()) return *chosen;
+    const auto theme = publishedTheme(context_.connection());
+    return theme ? appearanceOfTheme(*theme) : Appearance::Light;
+}
+
+void XToolkit::setAccessibilityBridge(AccessibilityBridge* bridge) {
+    context_.setAccessibilityBridge(bridge);
+    if (forms_) forms_->setAccessibilityBridge(bridge);
 }
 
 std::unique_ptr<ui::FormWindowPeer> XToolkit::makeFormWindow(ui::Form form) {

@@ -28,7 +28,7 @@ public:
     const Palette& palette() const { return context_.palette(); }
 
     /// From now on tells the bridge what the windows show; null ends it, which has to come before the bridge's end.
-    void setAccessibilityBridge(AccessibilityBridge* bridge) { context_.setAccessibilityBridge(bridge); }
+    void setAccessibilityBridge(AccessibilityBridge* bridge);
 
     /// Makes the form windows, which end before it.
     void setFormService(FormService* forms) { forms_ = forms; }
@@ -63,6 +63,8 @@ private:
         std::unique_ptr<DragSession> session;
     };
 
+    /// What the person has chosen for all programs; light where that cannot be told.
+    Appearance systemAppearance();
     XPtr<xcb_query_pointer_reply_t> queryPointer();
     void menuEnded(EndedMenu ended);
     void dragEnded(EndedDrag ended);

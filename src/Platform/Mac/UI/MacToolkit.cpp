@@ -33,7 +33,24 @@ const ui::View& rootOf(const ui::View& view) {
     return *root;
 }
 
+/// Empty for the system's own.
+NSAppearance nativeAppearance(ui::Appearance appearance) {
+    switch (appearance) {
+        case ui::Appearance::System:
+            break;
+        case ui::Appearance::Light:
+            return NSAppearance::named(NSString(NSAppearanceNameAqua));
+        case ui::Appearance::Dark:
+            return NSAppearance::named(NSString(NSAppearanceNameDarkAqua));
+    }
+    return {};
+}
+
 }  // namespace
+
+void MacToolkit::setAppearance(ui::Appearance appearance) {
+    NSApplication::shared().setAppearance(nativeAppearance(appearance));
+}
 
 std::unique_ptr<ui::PanelPeer> MacToolkit::makePanel(const ui::PanelOptions& options, ui::View& content) {
     return std::make_unique<MacPanel>(options, content);

@@ -12,6 +12,7 @@ public:
     /// The loop outlives the toolkit.
     explicit MacToolkit(MainLoop& mainLoop) : mainLoop_(mainLoop) {}
 
+    void setAppearance(ui::Appearance appearance) override;
     std::unique_ptr<ui::PanelPeer> makePanel(const ui::PanelOptions& options, ui::View& content) override;
     std::unique_ptr<ui::PopoverPeer> makePopover(ui::View& content, std::function<void()> closed,
                                                  ui::PopoverKind kind) override;

@@ -26,6 +26,7 @@ using dispatch_function_t = void (*)(void* context);
 inline constexpr dispatch_time_t DISPATCH_TIME_NOW = 0;
 inline constexpr dispatch_time_t DISPATCH_TIME_FOREVER = ~dispatch_time_t{0};
 inline constexpr std::uint32_t QOS_CLASS_UTILITY = 17;
+inline constexpr std::uint32_t QOS_CLASS_USER_INITIATED = 25;
 /// The folder was taken away.
 inline constexpr std::uint64_t DISPATCH_VNODE_DELETE = 1;
 /// Something was added to a folder or taken away.
