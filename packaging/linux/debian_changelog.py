@@ -7,6 +7,7 @@ left out. A line that is neither heading, item nor the continuation of one belon
 """
 import re
 import sys
+import textwrap
 from datetime import datetime, timezone
 
 AUTHOR = "The Morvel authors <morvel@example.org>"
@@ -14,7 +15,7 @@ RELEASE = re.compile(r"## \[(\d+\.\d+\.\d+)\] - (\d{4}-\d{2}-\d{2})$")
 
 
 def releases(lines):
-    """Yields (version, date, lines of the items) in the order of the file."""
+    """Yields (version, date, items) in the order of the file."""
     current = None
     for line in lines:
         if line.startswith("## "):
@@ -23,9 +24,9 @@ def releases(lines):
             found = RELEASE.match(line)
             current = found and (found[1], datetime.strptime(found[2], "%Y-%m-%d"), [])
         elif current and line.startswith("- "):
-            current[2].append("  * " + line[2:])
-        elif current and line.startswith("  "):
-            current[2].append("    " + line.strip())
+            current[2].append(line[2:])
+        elif current and current[2] and line.startswith("  "):
+            current[2][-1] += " " + line.strip()
     if current:
         yield current
 
@@ -38,7 +39,7 @@ def main():
     with open(sys.argv[2], "w", encoding="utf-8") as out:
         for version, date, items in found:
             stamp = date.replace(tzinfo=timezone.utc).strftime("%a, %d %b %Y %H:%M:%S +0000")
-            body = "\n".join(items)
+            body = "\n".join(textwrap.fill(item, 78, initial_indent="  * ", subsequent_indent="    ") for item in items)
             out.write(f"morvel ({version}) stable; urgency=medium\n\n{body}\n\n -- {AUTHOR}  {stamp}\n\n")
 
 

@@ -110,7 +110,9 @@ def window(pattern, environment):
 
 
 def colours(window_id, environment):
-    dump = output("xwd", "-silent", "-id", window_id, env=environment)
+    dump = subprocess.run(["xwd", "-silent", "-id", window_id], capture_output=True, env=environment).stdout
+    if not dump:
+        return 0  # it is not on the screen yet
     header, entries = struct.unpack_from(">I", dump)[0], struct.unpack_from(">I", dump, 76)[0]
     return len(set(struct.iter_unpack("<I", dump[header + 12 * entries:])))
 
