@@ -70,9 +70,8 @@ class Toolkit {
 public:
     virtual ~Toolkit() = default;
 
-    /// From now on everything is shown in this appearance, what is on the screen included. Ignored by hosts that know
-    /// only one.
-    virtual void setAppearance(Appearance) {}
+    /// From now on everything is shown in this appearance, what is on the screen included.
+    virtual void setAppearance(Appearance appearance) = 0;
 
     /// The content view fills the panel and outlives the peer.
     virtual std::unique_ptr<PanelPeer> makePanel(const PanelOptions& options, View& content) = 0;
@@ -89,13 +88,13 @@ public:
     /// Starts to drag the view, which is pressed and shows under the pointer as it looks now, until the button is
     /// released. `ended` is called once, in a later turn, with what the destination did; the view may be gone by then.
     /// Where a drag cannot be started it ends at once with None.
-    virtual void beginDrag(View&, DragItem, std::function<void(DragOperation)> ended) { ended(DragOperation::None); }
+    virtual void beginDrag(View& view, DragItem item, std::function<void(DragOperation)> ended) = 0;
 
     /// Shows a prompt, centred, in front and with the keyboard's focus. Null on hosts that have nothing to prompt for.
     virtual std::unique_ptr<PromptPeer> showPrompt(Prompt) { return nullptr; }
 
     /// A window of controls, not shown yet. Null where such windows cannot be shown, which the host has logged.
-    virtual std::unique_ptr<FormWindowPeer> makeFormWindow(Form) { return nullptr; }
+    virtual std::unique_ptr<FormWindowPeer> makeFormWindow(Form form) = 0;
 
     /// Asks the person, in front of everything and with nothing else of this program answering meanwhile. `answered` is
     /// called in a later turn, with the index of the chosen button, or with nothing when the question went away without

@@ -79,6 +79,7 @@ std::string describe(CGColorRef color) {
 void installAppearance(Runtime& runtime) {
     runtime.implement("NSAppearance",
                       "+appearanceNamed:", [](Invocation& i) { i.answerObject(appearance(textOf(i.object(0)))); });
+    runtime.implement("NSAppearance", "name", [](Invocation& i) { i.answerObject(makeString(nameOf(i.receiver()))); });
     runtime.implement("NSView", "effectiveAppearance", [](Invocation& i) {
         const RawObject own = property<RawObject>(i.receiver(), "effectiveAppearance");
         i.answerObject(own ? Id(own) : appearance(kDefault));
@@ -102,20 +103,9 @@ void installAppearance(Runtime& runtime) {
 
 namespace morvel::mac {
 
-namespace {
-
-objc::RawObject name(const char* text) {
-    return checked::runtime().makeImmortal(checked::makeString(text));
-}
-
-}  // namespace
-
 extern "C" {
 extern const double NSFontWeightRegular = 0;
 extern const double NSFontWeightSemibold = 0.3;
-extern const objc::RawObject NSFontAttributeName = name("NSFont");
-extern const objc::RawObject NSAccessibilityButtonRole = name("AXButton");
-extern const objc::RawObject NSSystemColorsDidChangeNotification = name("NSSystemColorsDidChangeNotification");
 }
 
 }  // namespace morvel::mac

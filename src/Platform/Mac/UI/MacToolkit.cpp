@@ -30,6 +30,19 @@ bool isPress(const NSEvent& event) {
     return type == NSEventTypeLeftMouseDown || type == NSEventTypeRightMouseDown || type == NSEventTypeOtherMouseDown;
 }
 
+/// Empty for the system's own choice.
+NSAppearance named(ui::Appearance appearance) {
+    switch (appearance) {
+        case ui::Appearance::Light:
+            return NSAppearance::named(NSString(NSAppearanceNameAqua));
+        case ui::Appearance::Dark:
+            return NSAppearance::named(NSString(NSAppearanceNameDarkAqua));
+        case ui::Appearance::System:
+            break;
+    }
+    return {};
+}
+
 const ui::View& rootOf(const ui::View& view) {
     const ui::View* root = &view;
     while (root->parent()) root = root->parent();
@@ -37,6 +50,10 @@ const ui::View& rootOf(const ui::View& view) {
 }
 
 }  // namespace
+
+void MacToolkit::setAppearance(ui::Appearance appearance) {
+    NSApplication::shared().setAppearance(named(appearance));
+}
 
 std::unique_ptr<ui::PanelPeer> MacToolkit::makePanel(const ui::PanelOptions& options, ui::View& content) {
     return std::make_unique<MacPanel>(options, content);
