@@ -12,15 +12,15 @@ struct DispatchQueue::Piece {
     std::function<void()> work;
 
     static void run(void* context) {
+        const objc::AutoreleasePool pool;  // first: it also takes what the end of the work leaves behind
         const std::unique_ptr<Piece> piece(static_cast<Piece*>(context));
-        const objc::AutoreleasePool pool;
         if (*piece->isQueueAlive) objc::guarded("background work", piece->work);
     }
 };
 
 DispatchQueue::DispatchQueue(const std::string& label)
-    : queue_(dispatch_queue_create(label.c_str(),
-                                   dispatch_queue_attr_make_with_qos_class(nullptr, QOS_CLASS_UTILITY, 0))),
+    : queue_(
+          dispatch_queue_create(label.c_str(), dispatch_queue_attr_make_with_qos_class(nullptr, QOS_CLASS_UTILITY, 0))),
       isAlive_(std::make_shared<std::atomic<bool>>(true)) {}
 
 DispatchQueue::~DispatchQueue() {
