@@ -1,6 +1,7 @@
 #include "Bar/MorvelView.h"
 
 #include <algorithm>
+#include <chrono>
 #include <utility>
 
 #include "Bar/Drag/RunningWindowDrag.h"
@@ -15,6 +16,9 @@ namespace {
 constexpr double kBarInset = 8;
 constexpr double kStripSpacing = 4;
 constexpr double kDividerWidth = 1;
+/// A window that changes its title ten times a second must not have all windows looked at each time. Their order and
+/// their Spaces, of which no notice tells, follow this much later.
+constexpr Duration kWholeLookDelay = std::chrono::seconds(1);
 /// How far the divider stays clear of the bar's edges.
 constexpr double kDividerInset = 10;
 
@@ -74,8 +78,9 @@ void MorvelView::openNowPlaying(ui::View& button, const std::string& bundleID) {
 }
 
 void MorvelView::subscribeToStore() {
-    subscriptions_.push_back(services_.store.windows().subscribe(
-        [this](const WindowMapRef&) { schedule(Rebuild::IfNeeded); }, Current::Skip));
+    subscriptions_.push_back(services_.store.observeEvents([this](const WindowEvent& event) { noteEvent(event); }));
+    subscriptions_.push_back(
+        services_.store.windows().subscribe([this](const WindowMapRef&) { windowsPublished(); }, Current::Skip));
     // After the launch strip, which has its new width then. Pinned applications may have placeholders no more.
     const auto follows = [this](const auto&) { schedule(Rebuild::IfNeeded); };
     subscriptions_.push_back(services_.pinned.pinnedItems().subscribe(follows, Current::Skip));
@@ -148,14 +153,48 @@ bool MorvelView::isCompactTopExpanded() const {
                                                    compactTop_.isExpanded);
 }
 
+void MorvelView::noteEvent(const WindowEvent& event) {
+    // Where the buttons are as wide as their titles, a title decides what fits.
+    const bool areTitlesWidths = services_.settings.windowButtonWidthMode.value() == WindowButtonWidthMode::Free;
+    const auto* change = areTitlesWidths ? nullptr : std::get_if<event::TitleChanged>(&event);
+    if (change) {
+        retitled_.insert(change->id);
+    } else if (!std::holds_alternative<event::Focused>(event)) {
+        isMoreThanRetitled_ = true;
+    }
+}
+
+void MorvelView::windowsPublished() {
+    schedule(isMoreThanRetitled_ ? Rebuild::IfNeeded : Rebuild::Titles);
+}
+
 void MorvelView::schedule(Rebuild rebuild) {
     if (std::exchange(scheduled_, std::max(scheduled_, rebuild)) != Rebuild::None) return;
-    services_.mainLoop.post(lifetime_.whileAlive([this] {
-        const Rebuild due = std::exchange(scheduled_, Rebuild::None);
-        launchStrip_.windowsChanged(*services_.store.windows().value());
-        if (due == Rebuild::Forced) return forceRebuildRunning();
-        rebuildRunningIfNeeded(*services_.store.windows().value());
-    }));
+    services_.mainLoop.post(
+        lifetime_.whileAlive([this] { this->rebuild(std::exchange(scheduled_, Rebuild::None)); }));
+}
+
+void MorvelView::rebuild(Rebuild due) {
+    showTitles();
+    if (due == Rebuild::Titles) {
+        if (wholeLook_) return;
+        wholeLook_ = services_.mainLoop.after(kWholeLookDelay, [this] { this->rebuild(Rebuild::IfNeeded); });
+        return;
+    }
+    wholeLook_.reset();
+    launchStrip_.windowsChanged(*services_.store.windows().value());
+    if (due == Rebuild::Forced) return forceRebuildRunning();
+    rebuildRunningIfNeeded(*services_.store.windows().value());
+}
+
+void MorvelView::showTitles() {
+    isMoreThanRetitled_ = false;
+    const WindowMap& windows = *services_.store.windows().value();
+    for (const WindowID& id : std::exchange(retitled_, {})) {
+        const auto window = windows.find(id);
+        if (window != windows.end()) running_.retitle(window->second);
+        lastRunningProjection_.reset();  // it has the former title, which may come back
+    }
 }
 
 void MorvelView::rebuildRunningIfNeeded(const WindowMap& windows) {

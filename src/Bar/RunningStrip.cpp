@@ -116,6 +116,14 @@ void RunningStrip::apply(const RunningStripContent& content, bool iconOnly) {
     runningStack_.contentsChanged();
 }
 
+void RunningStrip::retitle(const WindowSnapshot& window) {
+    const auto button = windowButtons_.find(window.id);
+    if (button != windowButtons_.end()) button->second->update(window);
+    const auto group = isGrouped_ ? groupedButtons_.find(RunningZoneLayout::groupKey(window)) : groupedButtons_.end();
+    if (group != groupedButtons_.end()) group->second->retitle(window);
+    groupPopover_.retitle(window);
+}
+
 bool RunningStrip::shows(const WindowID& id) const {
     return windowButtons_.contains(id) || std::ranges::count(shownWindows_, id) > 0;
 }

@@ -46,6 +46,8 @@ public:
 
     /// Shows the content; `iconOnly` is how its placeholders look.
     void apply(const RunningStripContent& content, bool iconOnly);
+    /// Shows a window's new title, if it is shown here; the order stays.
+    void retitle(const WindowSnapshot& window);
     /// Marks the focused window's button, and no other.
     void applyFocus(const std::optional<WindowID>& focused);
     /// Badges the buttons of this application, and no others.

@@ -60,6 +60,11 @@ void GroupedAppButton::update(std::vector<WindowSnapshot> windows) {
     iconView_.show(first.bundleID, first.pid);
 }
 
+void GroupedAppButton::retitle(const WindowSnapshot& window) {
+    const auto found = std::ranges::find(windows_, window.id, &WindowSnapshot::id);
+    if (found != windows_.end()) *found = window;
+}
+
 void GroupedAppButton::setNowPlaying(bool nowPlaying) {
     if (std::exchange(isNowPlaying_, nowPlaying) == nowPlaying) return;
     nowPlayingOverlay_.setVisible(nowPlaying);

@@ -44,6 +44,8 @@ public:
 
     /// The group's windows, in the order in which the popover lists them.
     void update(std::vector<WindowSnapshot> windows);
+    /// Takes the record of one of the group's windows, which has a new title.
+    void retitle(const WindowSnapshot& window);
     void setNowPlaying(bool nowPlaying);
     /// Restyles from the providers.
     void applyAppearance();
