@@ -79,7 +79,6 @@ std::string describe(CGColorRef color) {
 void installAppearance(Runtime& runtime) {
     runtime.implement("NSAppearance",
                       "+appearanceNamed:", [](Invocation& i) { i.answerObject(appearance(textOf(i.object(0)))); });
-    runtime.implement("NSAppearance", "name", [](Invocation& i) { i.answerObject(makeString(nameOf(i.receiver()))); });
     runtime.implement("NSView", "effectiveAppearance", [](Invocation& i) {
         const RawObject own = property<RawObject>(i.receiver(), "effectiveAppearance");
         i.answerObject(own ? Id(own) : appearance(kDefault));

@@ -23,7 +23,9 @@ public:
         return nullptr;
     }
     void popUpMenu(ui::Menu, ui::View&, Point<ViewSpace>, std::function<void()>) override {}
-    void beginDrag(ui::View&, ui::DragItem, std::function<void(ui::DragOperation)>) override {}
+    void beginDrag(ui::View&, ui::DragItem, std::function<void(ui::DragOperation)> ended) override {
+        ended(ui::DragOperation::None);
+    }
     std::unique_ptr<ui::FormWindowPeer> makeFormWindow(ui::Form) override { return nullptr; }
     Size textSize(std::string_view, const ui::Font&) override { return {}; }
     std::optional<Point<ScreenSpace>> pointerLocation() override { return std::nullopt; }

@@ -30,29 +30,29 @@ bool isPress(const NSEvent& event) {
     return type == NSEventTypeLeftMouseDown || type == NSEventTypeRightMouseDown || type == NSEventTypeOtherMouseDown;
 }
 
-/// Empty for the system's own choice.
-NSAppearance named(ui::Appearance appearance) {
-    switch (appearance) {
-        case ui::Appearance::Light:
-            return NSAppearance::named(NSString(NSAppearanceNameAqua));
-        case ui::Appearance::Dark:
-            return NSAppearance::named(NSString(NSAppearanceNameDarkAqua));
-        case ui::Appearance::System:
-            break;
-    }
-    return {};
-}
-
 const ui::View& rootOf(const ui::View& view) {
     const ui::View* root = &view;
     while (root->parent()) root = root->parent();
     return *root;
 }
 
+/// Empty for the system's own.
+NSAppearance nativeAppearance(ui::Appearance appearance) {
+    switch (appearance) {
+        case ui::Appearance::System:
+            break;
+        case ui::Appearance::Light:
+            return NSAppearance::named(NSString(NSAppearanceNameAqua));
+        case ui::Appearance::Dark:
+            return NSAppearance::named(NSString(NSAppearanceNameDarkAqua));
+    }
+    return {};
+}
+
 }  // namespace
 
 void MacToolkit::setAppearance(ui::Appearance appearance) {
-    NSApplication::shared().setAppearance(named(appearance));
+    NSApplication::shared().setAppearance(nativeAppearance(appearance));
 }
 
 std::unique_ptr<ui::PanelPeer> MacToolkit::makePanel(const ui::PanelOptions& options, ui::View& content) {

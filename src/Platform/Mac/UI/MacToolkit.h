@@ -12,7 +12,6 @@ public:
     /// The loop outlives the toolkit.
     explicit MacToolkit(MainLoop& mainLoop) : mainLoop_(mainLoop) {}
 
-    /// The application's: windows that name no appearance of their own, as ours, follow it at once.
     void setAppearance(ui::Appearance appearance) override;
     std::unique_ptr<ui::PanelPeer> makePanel(const ui::PanelOptions& options, ui::View& content) override;
     std::unique_ptr<ui::PopoverPeer> makePopover(ui::View& content, std::function<void()> closed,
