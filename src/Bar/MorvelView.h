@@ -35,8 +35,6 @@ public:
     /// What the compact mode leaves of the display's width, and how.
     void setCompactTop(const CompactTopState& state);
     bool isCompactTopExpanded() const;
-    /// Told the width that the contents of all strips need, in points, after each rebuild of the running strip.
-    std::function<void(double width)> onContentWidthChanged;
 
     /// Projects the windows onto this bar and rebuilds the running strip if the projection changed.
     void rebuildRunningIfNeeded(const WindowMap& windows);
@@ -83,6 +81,7 @@ private:
     void rebuild(Rebuild due);
     void showTitles();
     BarReveal reveal();
+    void closeLists();
     void placeSystemButtons();
     RunningStrip::Drops drops();
     NowPlayingControls nowPlayingControls();

@@ -40,6 +40,9 @@ public:
     double spacing() const { return runningStack_.spacing(); }
 
     void setScreenID(DisplayID screenID) { screenID_ = screenID; }
+    /// A button is clicked, before that does anything.
+    std::function<void()> onClick = [] {};
+    void closeGroupPopover() { groupPopover_.close(); }
 
     /// Whether the window, or placeholder, has a button or a row here.
     bool shows(const WindowID& id) const;

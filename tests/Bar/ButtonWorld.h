@@ -81,7 +81,7 @@ public:
     void setAppearance(ui::Appearance) override {}
     std::unique_ptr<ui::PanelPeer> makePanel(const ui::PanelOptions&, ui::View&) override { return nullptr; }
     std::unique_ptr<ui::PopoverPeer> makePopover(ui::View& content, std::function<void()> closed,
-                                                 ui::PopoverFocus) override {
+                                                 ui::PopoverKind) override {
         return std::make_unique<Peer>(*this, content, std::move(closed));
     }
     void popUpMenu(ui::Menu menu, ui::View&, Point<ViewSpace>, std::function<void()> closed) override {

@@ -42,7 +42,7 @@ GroupedAppButton::GroupedAppButton(ButtonServices services, WindowID buttonID, s
       iconView_(services.iconCache),
       countBadge_(services.toolkit),
       nowPlayingOverlay_(services.icons),
-      nowPlayingHover_(bindings_.nowPlayingControls) {
+      nowPlayingHover_(*this, bindings_.nowPlayingControls) {
     setCornerRadius(ButtonGeometry::kCornerRadius);
     addSubview(iconView_);
     addSubview(countBadge_);
@@ -72,7 +72,7 @@ void GroupedAppButton::setNowPlaying(bool nowPlaying) {
 }
 
 void GroupedAppButton::applyAppearance() {
-    apply(appButtonAppearance(isHovered_, bindings_.bordersProvider()), *this);
+    apply(appButtonAppearance(isHovered(), bindings_.bordersProvider()), *this);
     countBadge_.setColor(bindings_.accentProvider());
 }
 
@@ -101,15 +101,13 @@ void GroupedAppButton::rightMouseDown(const ui::MouseEvent& event) {
     });
 }
 
-void GroupedAppButton::mouseEntered(const ui::MouseEvent&) {
-    isHovered_ = true;
-    applyAppearance();
-    if (isNowPlaying_) nowPlayingHover_.entered(*this, bundleID_);
+void GroupedAppButton::mouseEntered(const ui::MouseEvent& event) {
+    ButtonView::mouseEntered(event);
+    if (isNowPlaying_) nowPlayingHover_.entered(bundleID_);
 }
 
 void GroupedAppButton::mouseExited() {
-    isHovered_ = false;
-    applyAppearance();
+    ButtonView::mouseExited();
     nowPlayingHover_.cancel();
 }
 

@@ -17,7 +17,7 @@ public:
     explicit MeasuringToolkit(TextLayouts& layouts) : layouts_(layouts) {}
     void setAppearance(ui::Appearance) override {}
     std::unique_ptr<ui::PanelPeer> makePanel(const ui::PanelOptions&, ui::View&) override { return nullptr; }
-    std::unique_ptr<ui::PopoverPeer> makePopover(ui::View&, std::function<void()>, ui::PopoverFocus) override {
+    std::unique_ptr<ui::PopoverPeer> makePopover(ui::View&, std::function<void()>, ui::PopoverKind) override {
         return nullptr;
     }
     void popUpMenu(ui::Menu, ui::View&, Point<ViewSpace>, std::function<void()>) override {}

@@ -22,9 +22,6 @@ namespace morvel::mac {
 
 namespace {
 
-constexpr NSUInteger kAnyPress = NSEventMaskLeftMouseDown | NSEventMaskRightMouseDown | NSEventMaskOtherMouseDown;
-static_assert(kAnyPress == 0x200000a);
-
 bool isPress(const NSEvent& event) {
     const NSUInteger type = event.type();
     return type == NSEventTypeLeftMouseDown || type == NSEventTypeRightMouseDown || type == NSEventTypeOtherMouseDown;
@@ -60,8 +57,8 @@ std::unique_ptr<ui::PanelPeer> MacToolkit::makePanel(const ui::PanelOptions& opt
 }
 
 std::unique_ptr<ui::PopoverPeer> MacToolkit::makePopover(ui::View& content, std::function<void()> closed,
-                                                         ui::PopoverFocus focus) {
-    return std::make_unique<MacPopover>(content, std::move(closed), mainLoop_, focus);
+                                                         ui::PopoverKind kind) {
+    return std::make_unique<MacPopover>(content, std::move(closed), mainLoop_, kind);
 }
 
 void MacToolkit::popUpMenu(ui::Menu menu, ui::View& anchor, Point<ViewSpace> locationInRoot,
