@@ -41,6 +41,7 @@ inline constexpr auto mouseDragged = "mouseDragged:"_sel;
 inline constexpr auto mouseUp = "mouseUp:"_sel;
 inline constexpr auto mouseEntered = "mouseEntered:"_sel;
 inline constexpr auto mouseExited = "mouseExited:"_sel;
+inline constexpr auto mouseMoved = "mouseMoved:"_sel;
 inline constexpr auto rightMouseDown = "rightMouseDown:"_sel;
 inline constexpr auto otherMouseDown = "otherMouseDown:"_sel;
 inline constexpr auto otherMouseDragged = "otherMouseDragged:"_sel;
