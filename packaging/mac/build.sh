@@ -6,14 +6,15 @@
 #   build.sh                 build, package, check
 #   build.sh --update-stubs  also rewrite the linker stubs from the symbols in use
 set -eu
-here=$(cd "$(dirname "$0")" && pwd)
-root=$(cd "$here/../.." && pwd)
-work=$root/build/mac
-app=$root/dist/Morvel.app
-facts=$root/tests/apple/facts
+cd "$(dirname "$0")/../.."
+# From here on all paths are relative, so that the folder's own may have spaces.
+here=packaging/mac
+work=build/mac
+app=dist/Morvel.app
+facts=tests/apple/facts
 jobs=${MORVEL_JOBS:-2}
-version=$(sed -n 's/^project(Morvel VERSION \([0-9.]*\).*/\1/p' "$root/CMakeLists.txt")
-default_host=$(sed -n 's/^set(MORVEL_UPDATE_HOST "\([^"]*\)".*/\1/p' "$root/CMakeLists.txt")
+version=$(sed -n 's/^project(Morvel VERSION \([0-9.]*\).*/\1/p' CMakeLists.txt)
+default_host=$(sed -n 's/^set(MORVEL_UPDATE_HOST "\([^"]*\)".*/\1/p' CMakeLists.txt)
 update_host=${MORVEL_UPDATE_HOST:-$default_host}  # where new releases are announced
 
 toolchain=$work/toolchain
@@ -39,7 +40,12 @@ export ZIG_GLOBAL_CACHE_DIR=$work/zig-cache ZIG_LOCAL_CACHE_DIR=$work/zig-cache
 
 # The one library that the core uses is headers alone. It is reached by a folder of its own: beside it lie headers of
 # this system, which are not for Apple's.
-if $on_a_mac; then json=$(brew --prefix nlohmann-json)/include/nlohmann; else json=/usr/include/nlohmann; fi
+prefixes=/usr
+if $on_a_mac; then prefixes="/opt/homebrew /usr/local /opt/local"; fi
+for prefix in $prefixes; do
+    json=$prefix/include/nlohmann
+    [ ! -e "$json/json.hpp" ] || break
+done
 [ -e "$json/json.hpp" ] || { echo "nlohmann/json is not installed: there is no $json/json.hpp." >&2; exit 1; }
 mkdir -p "$work/include"
 ln -sfn "$json" "$work/include/nlohmann"
@@ -47,24 +53,29 @@ ln -sfn "$json" "$work/include/nlohmann"
 # Objects are kept while neither a header nor the way of building changes; a changed source rebuilds its own.
 mkdir -p "$work"
 echo "$version $update_host $(cat "$here/build.sh" "$here/package-lock.json" | cksum)" > "$work/recipe.new"
-newest_header=$(find "$root/src" -name '*.h' -newer "$work/recipe" 2>/dev/null | head -n 1)
+newest_header=$(find src -name '*.h' -newer "$work/recipe" 2>/dev/null | head -n 1)
 if [ -n "$newest_header" ] || ! cmp -s "$work/recipe.new" "$work/recipe"; then rm -rf "$work/objects"; fi
 mv "$work/recipe.new" "$work/recipe"
 # The core that main links joins here: every source but those of the other hosts.
-sources=$(cd "$root/src" && find . -name '*.cpp' ! -path './Platform/Linux/*' | sort)
+sources=$(find src -name '*.cpp' ! -path 'src/Platform/Linux/*' | sort)
 
 for cpu in aarch64 x86_64; do
     objects=$work/objects/$cpu
     mkdir -p "$objects"
     flags="$(target $cpu) -std=c++20 -Os -DNDEBUG -fvisibility=hidden -ffunction-sections -fdata-sections"
-    flags="$flags -Wall -Wextra -I$root/src -isystem $work/include '-DMORVEL_VERSION=\"$version\"'"
+    flags="$flags -Wall -Wextra -Isrc -isystem $work/include '-DMORVEL_VERSION=\"$version\"'"
     flags="$flags '-DMORVEL_UPDATE_HOST=\"$update_host\"'"
     for source in $sources; do
-        object=$objects/$(echo "$source" | sed 's|^\./||; s|/|_|g; s|\.cpp$|.o|')
-        if [ ! -e "$object" ] || [ "$root/src/$source" -nt "$object" ]; then
-            printf '%s\0%s\0' "$root/src/$source" "$object"
-        fi
-    done | xargs -0 -r -n 2 -P "$jobs" sh -c "$compiler $flags"' -c "$0" -o "$1"'
+        object=$objects/$(echo "${source#src/}" | sed 's|/|_|g; s|\.cpp$|.o|')
+        echo "$object"
+        if [ ! -e "$object" ] || [ "$source" -nt "$object" ]; then echo "$source $object" >&3; fi
+    done >"$work/wanted" 3>"$work/stale"
+    # Not every xargs starts nothing when it is given nothing.
+    if [ -s "$work/stale" ]; then
+        xargs -n 2 -P "$jobs" sh -c "$compiler $flags"' -c "$0" -o "$1"' <"$work/stale"
+    fi
+    # What is left of sources that are gone or have another name.
+    find "$objects" -name '*.o' | grep -Fvx -f "$work/wanted" | xargs rm -f
 done
 
 if [ "${1:-}" = --update-stubs ]; then
@@ -80,8 +91,8 @@ for cpu in aarch64 x86_64; do
     $strip "$work/Morvel-$cpu"
 done
 
-if [ ! -e "$work/Morvel.icns" ] || [ "$root/packaging/make_icon.py" -nt "$work/Morvel.icns" ]; then
-    python3 "$root/packaging/make_icon.py" "$work/Morvel.icns"
+if [ ! -e "$work/Morvel.icns" ] || [ "packaging/make_icon.py" -nt "$work/Morvel.icns" ]; then
+    python3 "packaging/make_icon.py" "$work/Morvel.icns"
 fi
 rm -rf "$app"
 mkdir -p "$app/Contents/MacOS" "$app/Contents/Resources"
@@ -89,12 +100,12 @@ sed "s/@VERSION@/$version/" "$here/Info.plist.in" > "$app/Contents/Info.plist"
 printf 'APPL????' > "$app/Contents/PkgInfo"
 cp "$work/Morvel.icns" "$app/Contents/Resources/Morvel.icns"
 python3 "$here/sign.py" "$app" app.morvel.Morvel "$work/Morvel-x86_64" "$work/Morvel-aarch64"
-python3 "$here/make_zip.py" "$app" "$root/dist/Morvel-$version.zip"
+python3 "$here/make_zip.py" "$app" "dist/Morvel-$version.zip"
 $on_a_mac && exec codesign --verify --strict "$app"
-set -- "$app" "$here/stubs" "$zig_folder/lib/libc/darwin/libSystem.tbd" "$root/dist/Morvel-$version.zip"
+set -- "$app" "$here/stubs" "$zig_folder/lib/libc/darwin/libSystem.tbd" "dist/Morvel-$version.zip"
 python3 "$here/check_product.py" "$@"
 for cpu in aarch64 x86_64; do
-    $compiler $(target $cpu) -std=c++20 -Os -DNDEBUG -g0 -fvisibility=hidden "-I$root/src" -S -o "$work/send-$cpu.s" \
+    $compiler $(target $cpu) -std=c++20 -Os -DNDEBUG -g0 -fvisibility=hidden -Isrc -S -o "$work/send-$cpu.s" \
         "$here/SendProbe.cpp"
 done
 python3 "$here/check_send.py" "$work"/send-*.s

@@ -68,36 +68,9 @@ AXError AXUIElementSetMessagingTimeout(AXUIElementRef element, float seconds) {
     accessibility().log.push_back("time-out " + std::to_string(seconds));
     return kAXErrorSuccess;
 }
-AXError AXUIElementCopyAttributeNames(AXUIElementRef element, CFArrayRef* names) {
-    const auto* const identity = identityOf(element, "AXUIElementCopyAttributeNames");
-    if (!identity) return kAXErrorIllegalArgument;
-    if (const AXError error = accessibility().errorFor(*identity, "")) return error;
-    Elements found;
-    for (const auto& name : accessibility().attributeNames(*identity)) found.push_back(makeString(name));
-    *names = static_cast<CFArrayRef>(handOver(makeArray(std::move(found))));
-    return kAXErrorSuccess;
-}
 AXError AXUIElementCopyAttributeValue(AXUIElementRef element, CFStringRef attribute, CFTypeRef* value) {
     const auto* const identity = identityOf(element, "AXUIElementCopyAttributeValue");
     return identity ? copyAttribute(*identity, textOf(attribute), value) : kAXErrorIllegalArgument;
-}
-AXError AXUIElementCopyMultipleAttributeValues(AXUIElementRef element, CFArrayRef attributes, std::uint32_t,
-                                               CFArrayRef* values) {
-    const auto* const identity = identityOf(element, "AXUIElementCopyMultipleAttributeValues");
-    if (!identity) return kAXErrorIllegalArgument;
-    if (const AXError error = accessibility().errorFor(*identity, "")) return error;
-    Elements found;
-    for (CFIndex i = 0; i < CFArrayGetCount(attributes); ++i) {
-        CFTypeRef value = nullptr;
-        const auto name = static_cast<CFStringRef>(CFArrayGetValueAtIndex(attributes, i));
-        AXError error = copyAttribute(*identity, textOf(name), &value);
-        // What could not be read is an error wrapped as a value.
-        constexpr AXValueType kAXValueTypeAXError = 5;
-        if (error) value = AXValueCreate(kAXValueTypeAXError, &error);
-        found.emplace_back(objc::kAdopt, objectOf(value));
-    }
-    *values = static_cast<CFArrayRef>(handOver(makeArray(std::move(found))));
-    return kAXErrorSuccess;
 }
 AXError AXUIElementSetAttributeValue(AXUIElementRef element, CFStringRef attribute, CFTypeRef value) {
     const auto* const identity = identityOf(element, "AXUIElementSetAttributeValue");
@@ -138,25 +111,14 @@ AXError AXObserverAddNotification(AXObserverRef observer, AXUIElementRef element
     state->subscriptions.push_back({*identity, name, context});
     return kAXErrorSuccess;
 }
-AXError AXObserverRemoveNotification(AXObserverRef observer, AXUIElementRef element, CFStringRef notification) {
-    auto* const state = payloadOf<AccessibilityWorld::Observer>(objectOf(observer));
-    const auto* const identity = identityOf(element, "AXObserverRemoveNotification");
-    if (!state || !identity) return kAXErrorIllegalArgument;
-    std::erase_if(state->subscriptions, [&](const auto& known) {
-        return known.element == *identity && known.notification == textOf(notification);
-    });
-    return kAXErrorSuccess;
-}
 CFRunLoopSourceRef AXObserverGetRunLoopSource(AXObserverRef observer) {
     const auto* const state = payloadOf<AccessibilityWorld::Observer>(objectOf(observer));
     return state ? reinterpret_cast<CFRunLoopSourceRef>(state->source.raw()) : nullptr;
 }
 
 AXValueRef AXValueCreate(AXValueType type, const void* value) {
-    constexpr AXValueType kAXValueTypeAXError = 5;
     const auto* const bytes = static_cast<const unsigned char*>(value);
-    const std::size_t size = type == kAXValueTypeAXError ? sizeof(AXError) : sizeOfType(type);
-    Id made = runtime().make("__AXValue", WrappedValue{type, {bytes, bytes + size}});
+    Id made = runtime().make("__AXValue", WrappedValue{type, {bytes, bytes + sizeOfType(type)}});
     return reinterpret_cast<AXValueRef>(made.giveUp());
 }
 AXValueType AXValueGetType(AXValueRef value) {

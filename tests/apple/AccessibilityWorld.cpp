@@ -72,11 +72,6 @@ void AccessibilityWorld::write(const ElementIdentity& element, const std::string
     states_[element.serial].attributes[name] = value;
     if (written) written(element, name);
 }
-std::vector<std::string> AccessibilityWorld::attributeNames(const ElementIdentity& element) {
-    std::vector<std::string> names;
-    for (const auto& [name, value] : states_[element.serial].attributes) names.push_back(name);
-    return names;
-}
 
 AXError AccessibilityWorld::subscriptionError(std::int32_t pid, const std::string& notification) {
     const auto found = refusals_.find(std::to_string(pid) + " " + notification);

@@ -70,7 +70,6 @@ public:
     Id attribute(const ElementIdentity& element, const std::string& name);
     void write(const ElementIdentity& element, const std::string& name, const Id& value);
     AXError subscriptionError(std::int32_t pid, const std::string& notification);
-    std::vector<std::string> attributeNames(const ElementIdentity& element);
     std::uint32_t windowNumber(const ElementIdentity& element) { return states_[element.serial].windowNumber; }
     ElementIdentity applicationIdentity(std::int32_t pid);
     void addObserver(RawObject observer) { observers_.push_back(observer); }

@@ -102,20 +102,9 @@ void installAppearance(Runtime& runtime) {
 
 namespace morvel::mac {
 
-namespace {
-
-objc::RawObject name(const char* text) {
-    return checked::runtime().makeImmortal(checked::makeString(text));
-}
-
-}  // namespace
-
 extern "C" {
 extern const double NSFontWeightRegular = 0;
 extern const double NSFontWeightSemibold = 0.3;
-extern const objc::RawObject NSFontAttributeName = name("NSFont");
-extern const objc::RawObject NSAccessibilityButtonRole = name("AXButton");
-extern const objc::RawObject NSSystemColorsDidChangeNotification = name("NSSystemColorsDidChangeNotification");
 }
 
 }  // namespace morvel::mac

@@ -1,22 +1,15 @@
 // Panels that slide, strips that wait for the pointer, and bars that hide at a whole Mac's edges.
 #include "Animations.h"
-#include "App/AppDelegate.h"
-#include "Application.h"
 #include "Drags.h"
-#include "MacDesktop.h"
-#include "Platform/Mac/MacHost.h"
+#include "HostStory.h"
+#include "Platform/Mac/System/MacDefaults.h"
 #include "Platform/Mac/System/MacMainLoop.h"
 #include "Platform/Mac/UI/MacToolkit.h"
 #include "Platform/Mac/UI/ViewTree.h"
-#include "Platform/Mac/objc/AutoreleasePool.h"
-#include "Properties.h"
-#include "RuntimeTest.h"
 #include "UI/Panel.h"
 
 namespace morvel::mac::checked {
 namespace {
-
-using namespace std::chrono_literals;
 
 void pointAt(CGPoint location) {
     runtime().script("NSEvent", "+mouseLocation", [location](Invocation& i) { i.answer<CGPoint>(location); });
@@ -111,21 +104,11 @@ TEST_F(PanelSlides, ThePointerAtTheVeryTopIsOnTheDisplay) {
     EXPECT_TRUE(toolkit.reducesMotion());
 }
 
-class AutoHideHost : public RuntimeTest {
+class AutoHideHost : public HostStory {
 protected:
-    void run(const std::function<void()>& story) {
-        const objc::AutoreleasePool pool;
+    AutoHideHost() {
         pointAt({700, 400});
-        MacHost host;
-        host.platform().defaults.set("autoHide", DefaultsValue(true));
-        morvel::AppDelegate application(host.platform());
-        whileRunning([&] {
-            dispatch().runFor(1s);
-            story();
-            dispatch().runFor(0s);
-        });
-        host.run({.launched = [&] { application.applicationDidFinishLaunching(); },
-                  .quitting = [&] { application.applicationWillTerminate(); }});
+        MacDefaults().set("autoHide", {true});
     }
     static std::vector<NSPanel> panels(bool areStrips) {
         std::vector<NSPanel> found = MacDesktop::bars();
@@ -134,8 +117,6 @@ protected:
     }
     static NSPanel bar() { return panels(false).at(0); }
     static double shownAt() { return slideTarget(bar()).origin.y; }
-
-    MacDesktop mac;
 };
 
 TEST_F(AutoHideHost, ABarComesToThePointerAndGoes) {

@@ -105,7 +105,6 @@ extern "C" {
 extern const CFBooleanRef kCFBooleanTrue = constantBoolean(true);
 extern const CFBooleanRef kCFBooleanFalse = constantBoolean(false);
 extern const CFStringRef kCFRunLoopDefaultMode = constantString("kCFRunLoopDefaultMode");
-extern const CFStringRef kCFRunLoopCommonModes = constantString("kCFRunLoopCommonModes");
 extern const CFStringRef kAXTrustedCheckOptionPrompt = constantString("AXTrustedCheckOptionPrompt");
 extern const CFStringRef kCGWindowNumber = constantString("kCGWindowNumber");
 extern const CFStringRef kCGWindowLayer = constantString("kCGWindowLayer");
@@ -155,9 +154,6 @@ CFTypeID CFDictionaryGetTypeID() {
 }
 CFTypeID AXUIElementGetTypeID() {
     return kElement;
-}
-CFTypeID AXObserverGetTypeID() {
-    return kObserver;
 }
 CFTypeID AXValueGetTypeID() {
     return kAXValue;
@@ -247,12 +243,10 @@ CFStringRef CFUUIDCreateString(CFAllocatorRef, CFUUIDRef uuid) {
     return static_cast<CFStringRef>(handOver(makeString(text ? *text : "")));
 }
 
-CFRunLoopRef CFRunLoopGetMain() {
+CFRunLoopRef CFRunLoopGetCurrent() {
+    // There is one thread.
     static const RawObject main = runtime().makeImmortal(runtime().make("__CFRunLoop", 0));
     return reinterpret_cast<CFRunLoopRef>(main);
-}
-CFRunLoopRef CFRunLoopGetCurrent() {
-    return CFRunLoopGetMain();  // there is one thread
 }
 void CFRunLoopAddSource(CFRunLoopRef, CFRunLoopSourceRef source, CFStringRef mode) {
     auto* const state = typed<RunLoopSource>(source, kRunLoopSource, "CFRunLoopAddSource");

@@ -8,15 +8,6 @@
 #include "Platform/Mac/objc/Subclass.h"
 #include "Properties.h"
 
-namespace morvel::mac {
-
-extern "C" {
-extern const objc::RawObject NSPasteboardURLReadingFileURLsOnlyKey =
-    checked::runtime().makeImmortal(checked::makeString("NSPasteboardURLReadingFileURLsOnlyKey"));
-}
-
-}  // namespace morvel::mac
-
 namespace morvel::mac::checked {
 
 namespace {

@@ -145,9 +145,6 @@ extern const DispatchSourceTypeTag _dispatch_source_type_vnode{};
 void dispatch_async_f(dispatch_queue_t queue, void* context, dispatch_function_t work) {
     dispatch().enqueue(dispatch().resolve(DISPATCH_TIME_NOW), queue, context, work);
 }
-void dispatch_after_f(dispatch_time_t when, dispatch_queue_t queue, void* context, dispatch_function_t work) {
-    dispatch().enqueue(dispatch().resolve(when), queue, context, work);
-}
 dispatch_time_t dispatch_time(dispatch_time_t when, std::int64_t nanoseconds) {
     if (when == DISPATCH_TIME_FOREVER) return when;
     return dispatch().resolve(when) + static_cast<std::uint64_t>(nanoseconds);

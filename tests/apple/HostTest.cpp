@@ -1,92 +1,63 @@
 // The whole macOS host in the checked runtime: stories of a person at a Mac with two screens.
-#include "Platform/Mac/MacHost.h"
-
 #include <csignal>
 
-#include "App/AppDelegate.h"
-#include "Application.h"
 #include "Drags.h"
-#include "MacDesktop.h"
+#include "HostStory.h"
 #include "Platform/Mac/Applications/SingleInstance.h"
 #include "Platform/Mac/System/MacDefaults.h"
-#include "Platform/Mac/objc/AutoreleasePool.h"
-#include "Properties.h"
-#include "RuntimeTest.h"
 
 namespace morvel::mac::checked {
 namespace {
 
-using namespace std::chrono_literals;
-using Texts = std::vector<std::string>;
-
-class Host : public RuntimeTest {
-protected:
-    /// Runs the program from its launch; `story` is what happens until it ends.
-    void run(const std::function<void()>& story) {
-        const objc::AutoreleasePool pool;
-        MacHost host;
-        morvel::AppDelegate application(host.platform());
-        running = &application;
-        settings_ = [&]() -> SettingsStore& { return *application.settings(); };
-        whileRunning([&] {
-            dispatch().runFor(1s);
-            story();
-            dispatch().runFor(0s);  // what was posted last still runs before the program ends
-        });
-        host.run({.launched = [&] { application.applicationDidFinishLaunching(); },
-                  .quitting = [&] { application.applicationWillTerminate(); }});
-    }
-    /// Of the program that runs.
-    SettingsStore& settings() { return settings_(); }
-    static void wait(std::chrono::nanoseconds time = 2s) { dispatch().runFor(time); }
-    /// The buttons of windows and groups.
-    static Texts shown(std::size_t bar) {
-        const objc::AutoreleasePool pool;
-        const auto bars = MacDesktop::bars();
-        if (bar >= bars.size()) return {"no such bar"};
-        display(bars[bar].contentView());
-        Texts buttons = MacDesktop::buttons(bars[bar]);
-        std::erase(buttons, "Apps");
-        return buttons;
-    }
-    static NSView content(std::size_t bar) { return MacDesktop::bars().at(bar).contentView(); }
-    static CGPoint middle(std::size_t bar, const std::string& button) {
-        const auto at = MacDesktop::middleOfButton(content(bar), button);
-        EXPECT_TRUE(at) << "no button " << button;
-        return at.value_or(CGPoint{});
-    }
-    static bool isMinimized(const Id& window) {
-        const auto* const value = payloadOf<Number>(accessibility().value(window, "AXMinimized").raw());
-        return value && std::get<bool>(*value);
-    }
-
-    MacDesktop mac;
-    morvel::AppDelegate* running = nullptr;  // the one that `run` runs
-
-private:
-    std::function<SettingsStore&()> settings_;
-};
+class Host : public HostStory {};
 
 TEST_F(Host, WaitsForThePermissionAndThenShowsABarOnEachScreen) {
     accessibility().isTrusted = false;
     mac.launch(42, "Editor");
     mac.open(42, "notes.txt", {100, 100});
+    std::vector<bool> hadPrompted;
+    runtime().script("NSApplication", "activateIgnoringOtherApps:", [&](Invocation&) {
+        hadPrompted.push_back(accessibility().hasPrompted);
+    });
     run([&] {
+        const Texts inOrder = {"setDelegate:", "setActivationPolicy:", "run",
+                               "makeKeyAndOrderFront:", "activateIgnoringOtherApps:"};
+        EXPECT_EQ(callsOf(inOrder), inOrder);
         EXPECT_TRUE(MacDesktop::bars().empty());
         EXPECT_TRUE(accessibility().hasPrompted);
-        const auto calls = runtime().calls();
-        const auto made = std::ranges::find(calls, "makeKeyAndOrderFront:", &Call::selector);
-        ASSERT_NE(made, calls.end());
-        const NSWindow prompt{Id(made->receiver)};
+        EXPECT_EQ(hadPrompted, std::vector<bool>{false}) << "the system's own prompt comes over our window";
+        const NSWindow prompt = keyWindow();
         EXPECT_TRUE(prompt.isVisible());
         accessibility().isTrusted = true;
-        wait();
+        wait(900ms);
+        EXPECT_TRUE(prompt.isVisible()) << "asked each second";
+        wait(200ms);
         EXPECT_FALSE(prompt.isVisible());
         ASSERT_EQ(MacDesktop::bars().size(), 2U);
         EXPECT_EQ(MacDesktop::bars()[0].frame().origin, (CGPoint{0, 0}));
         EXPECT_EQ(MacDesktop::bars()[1].frame().origin, (CGPoint{1440, 0}));
         EXPECT_EQ(shown(0), Texts{"notes.txt"});
         EXPECT_EQ(shown(1), Texts{});
+    });
+}
+
+TEST_F(Host, ShowsItsWindowAgainWhenThePermissionIsTakenAway) {
+    mac.launch(42, "Editor");
+    const Id notes = mac.open(42, "notes.txt", {100, 100});
+    run([&] {
+        EXPECT_FALSE(keyWindow());
+        accessibility().isTrusted = false;
+        accessibility().post(notes, "AXTitleChanged");
+        wait();
+        const NSWindow prompt = keyWindow();
+        ASSERT_TRUE(prompt);
+        EXPECT_TRUE(prompt.isVisible());
+        accessibility().isTrusted = true;
+        wait();
+        EXPECT_FALSE(prompt.isVisible());
+        mac.rename(notes, "draft.txt");
+        wait();
+        EXPECT_EQ(shown(0), Texts{"draft.txt"});
     });
 }
 
@@ -123,10 +94,14 @@ TEST_F(Host, AClickRaisesAndASecondOneMinimizes) {
     mac.focus(inbox);
     run([&] {
         accessibility().log.clear();
+        accessibility().written = [](const ElementIdentity&, const std::string&) {
+            EXPECT_EQ(workspace().frontmost().processIdentifier(), 42) << "its application comes first";
+        };
         ASSERT_TRUE(MacDesktop::clickButton(content(0), "notes.txt"));
         wait();
         EXPECT_EQ(workspace().frontmost().processIdentifier(), 42);
-        EXPECT_EQ(std::ranges::count(accessibility().log, "perform AXRaise"), 1);
+        std::erase_if(accessibility().log, [](const std::string& deed) { return deed.starts_with("time-out"); });
+        EXPECT_EQ(accessibility().log, (Texts{"set AXMinimized", "set AXMain", "set AXFocused", "perform AXRaise"}));
         EXPECT_FALSE(isMinimized(notes));
         ASSERT_TRUE(MacDesktop::clickButton(content(0), "notes.txt"));
         wait();
@@ -179,11 +154,9 @@ TEST_F(Host, ACrowdedBarGroupsAndAPopoverListsAGroup) {
         const Texts groups = shown(0);
         ASSERT_EQ(groups.size(), 2U);
         ASSERT_TRUE(MacDesktop::clickButton(content(0), groups[1]));
-        const auto calls = runtime().calls();
-        const auto opened = std::ranges::find(calls, "showRelativeToRect:ofView:preferredEdge:", &Call::selector);
-        ASSERT_NE(opened, calls.end());
-        const RawObject popover = opened->receiver;
-        const NSView rows{send<Id>(send<Id>(popover, "contentViewController"_sel), "view"_sel)};
+        const RawObject popover = lastPopover();
+        ASSERT_TRUE(popover);
+        const NSView rows = contentOf(popover);
         EXPECT_EQ(rows.frame().size, (CGSize{280, 24 * 36}));
         EXPECT_EQ(property<NSUInteger>(popover, "preferredEdge"), NSRectEdgeMaxY);
         display(rows);
@@ -224,12 +197,10 @@ TEST_F(Host, TheStartButtonListsApplicationsAndOpensOne) {
     run([&] {
         ASSERT_TRUE(MacDesktop::clickButton(content(0), "Apps"));
         wait();
-        const auto calls = runtime().calls();
-        const auto shows = std::ranges::find(calls, "showRelativeToRect:ofView:preferredEdge:", &Call::selector);
-        ASSERT_NE(shows, calls.end());
-        const RawObject popover = shows->receiver;
+        const RawObject popover = lastPopover();
+        ASSERT_TRUE(popover);
         EXPECT_EQ(property<NSUInteger>(popover, "preferredEdge"), NSRectEdgeMaxY);
-        const NSView launcher{send<Id>(send<Id>(popover, "contentViewController"_sel), "view"_sel)};
+        const NSView launcher = contentOf(popover);
         EXPECT_EQ(launcher.frame().size, (CGSize{320, 400}));
         display(launcher);
         EXPECT_EQ(MacDesktop::buttonsIn(launcher), Texts{"Notes"});
@@ -253,6 +224,7 @@ TEST_F(Host, BarsShowTheWindowsOfTheSpace) {
         wait();
         EXPECT_EQ(shown(0), Texts{"draft.txt"});
         mac.showSpace(1);
+        windowServer().spaceChanged(1327);
         wait();
         EXPECT_EQ(shown(0), Texts{"notes.txt"});
     });

@@ -61,38 +61,3 @@ void post(Center center, RawObject name, const Id& object, Entries userInfo) {
 }
 
 }  // namespace morvel::mac::checked
-
-namespace morvel::mac {
-
-namespace {
-
-objc::RawObject name(const char* text) {
-    return checked::runtime().makeImmortal(checked::makeString(text));
-}
-
-}  // namespace
-
-extern "C" {
-extern const objc::RawObject NSWorkspaceDidLaunchApplicationNotification =
-    name("NSWorkspaceDidLaunchApplicationNotification");
-extern const objc::RawObject NSWorkspaceDidTerminateApplicationNotification =
-    name("NSWorkspaceDidTerminateApplicationNotification");
-extern const objc::RawObject NSWorkspaceDidActivateApplicationNotification =
-    name("NSWorkspaceDidActivateApplicationNotification");
-extern const objc::RawObject NSWorkspaceActiveSpaceDidChangeNotification =
-    name("NSWorkspaceActiveSpaceDidChangeNotification");
-extern const objc::RawObject NSWorkspaceScreensDidSleepNotification = name("NSWorkspaceScreensDidSleepNotification");
-extern const objc::RawObject NSWorkspaceScreensDidWakeNotification = name("NSWorkspaceScreensDidWakeNotification");
-extern const objc::RawObject NSWorkspaceSessionDidBecomeActiveNotification =
-    name("NSWorkspaceSessionDidBecomeActiveNotification");
-extern const objc::RawObject NSWorkspaceSessionDidResignActiveNotification =
-    name("NSWorkspaceSessionDidResignActiveNotification");
-extern const objc::RawObject NSWorkspaceApplicationKey = name("NSWorkspaceApplicationKey");
-extern const objc::RawObject NSApplicationDidChangeScreenParametersNotification =
-    name("NSApplicationDidChangeScreenParametersNotification");
-extern const objc::RawObject NSViewBoundsDidChangeNotification = name("NSViewBoundsDidChangeNotification");
-extern const objc::RawObject NSAppearanceNameAqua = name("NSAppearanceNameAqua");
-extern const objc::RawObject NSAppearanceNameDarkAqua = name("NSAppearanceNameDarkAqua");
-}
-
-}  // namespace morvel::mac

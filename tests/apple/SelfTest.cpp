@@ -129,6 +129,7 @@ struct WrongOverrides {
     int canBecomeKey() { return 0; }
     void misspelt() {}
     void setTitle(NSString) {}
+    bool launched(NSNotification) { return true; }
 };
 
 TEST_F(SelfTest, WrongOverrides) {
@@ -140,6 +141,11 @@ TEST_F(SelfTest, WrongOverrides) {
     EXPECT_EQ(takenKinds(), Kinds{FaultKind::WrongOverride}) << "nothing to override";
     cls.adds<&WrongOverrides::setTitle>("setTitle:"_sel);
     EXPECT_EQ(takenKinds(), Kinds{FaultKind::WrongOverride}) << "an action that hides a method";
+    cls.overrides<&WrongOverrides::launched>("applicationDidFinishLaunching:"_sel);
+    EXPECT_EQ(takenKinds(), Kinds{FaultKind::WrongOverride}) << "of a protocol that the class does not adopt";
+    cls.adopts("NSApplicationDelegate");
+    cls.overrides<&WrongOverrides::launched>("applicationWillTerminate:"_sel);
+    EXPECT_EQ(takenKinds(), Kinds{FaultKind::WrongOverride}) << "another result than the protocol's";
     cls.adds<&WrongOverrides::misspelt>("openSettings"_sel);
     EXPECT_EQ(takenKinds(), Kinds{});
 }
@@ -168,6 +174,27 @@ TEST_F(SelfTest, OverRelease) {
         // The pool and the wrapper each still hold one that is no longer there.
     }
     EXPECT_EQ(takenKinds(), Kinds{FaultKind::OverRelease});
+}
+
+TEST_F(SelfTest, NothingIsAutoreleasedWithoutAPool) {
+    void* const outermost = reinterpret_cast<void*>(std::uintptr_t{1});  // the test's own
+    objc::objc_autoreleasePoolPop(outermost);
+    EXPECT_EQ(takenKinds(), Kinds{});
+    const NSNumber number = NSNumber::from(1.5);
+    EXPECT_EQ(takenKinds(), Kinds{FaultKind::NoPool});
+    objc::objc_autoreleasePoolPop(outermost);
+    EXPECT_EQ(takenKinds(), Kinds{FaultKind::BadCall}) << "a pool that is gone";
+    objc::objc_release(number.raw());  // what the pool would have done
+}
+
+TEST_F(SelfTest, CoreFoundationReferencesAreCounted) {
+    CFRelease(CFRetain(cfString("text").get()));
+    EXPECT_EQ(takenKinds(), Kinds{});
+    CFRetain(cfString("text").get());
+    window = NSWindow();
+    const auto faults = endOfTest();
+    ASSERT_EQ(faults.size(), 1U);
+    EXPECT_EQ(faults[0].kind, FaultKind::Leak);
 }
 
 TEST_F(SelfTest, BlocksAreCounted) {

@@ -3,35 +3,20 @@
 
 #include <cmath>
 
-#include "App/AppDelegate.h"
-#include "Application.h"
 #include "Forms.h"
-#include "MacDesktop.h"
-#include "Platform/Mac/MacHost.h"
+#include "HostStory.h"
 #include "Platform/Mac/apple/AppKit/NSFormControls.h"
-#include "Platform/Mac/objc/AutoreleasePool.h"
-#include "Properties.h"
-#include "RuntimeTest.h"
 
 namespace morvel::mac::checked {
 namespace {
 
-using namespace std::chrono_literals;
-
-class SettingsWindowOnAMac : public RuntimeTest {
+class SettingsWindowOnAMac : public HostStory {
 protected:
     void run(const std::function<void(SettingsStore&)>& story) {
-        const objc::AutoreleasePool pool;
-        MacHost host;
-        morvel::AppDelegate application(host.platform());
-        whileRunning([&] {
-            dispatch().runFor(1s);
+        HostStory::run([&] {
             openFromMenu();
-            story(*application.settings());
-            dispatch().runFor(0s);
+            story(settings());
         });
-        host.run({.launched = [&] { application.applicationDidFinishLaunching(); },
-                  .quitting = [&] { application.applicationWillTerminate(); }});
     }
     static void openFromMenu() {
         whenMenuPopsUp([&](const NSMenu& menu) { EXPECT_TRUE(choose(itemTitled(menu, "Morvel Settings…"))); });
@@ -39,12 +24,7 @@ protected:
                   "rightMouseDown:", mouseEvent(NSEventTypeRightMouseDown, {1300, 10}));
         dispatch().runFor(10ms);
     }
-    static NSWindow window() {
-        NSWindow found;
-        for (const Call& call : runtime().calls())
-            if (call.selector == "makeKeyAndOrderFront:") found = NSWindow(Id(call.receiver));
-        return found;
-    }
+    static NSWindow window() { return keyWindow(); }
     static NSView content() { return window().contentView(); }
     static NSSegmentedControl tabs() { return NSSegmentedControl(viewsOfClass(content(), "NSSegmentedControl").at(0)); }
     static void showTab(NSInteger tab) {
@@ -75,8 +55,6 @@ protected:
             if (NSTextField(view).stringValue().text().find(part) != std::string::npos) return true;
         return false;
     }
-
-    MacDesktop mac;
 };
 
 TEST_F(SettingsWindowOnAMac, OpensOnceInFrontOfEverything) {

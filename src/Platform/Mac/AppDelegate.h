@@ -14,7 +14,7 @@ public:
     struct Callbacks {
         std::function<void()> launched;
         std::function<void()> quitting;
-        std::function<void()> reopened;  ///< the person opened the application that runs already
+        std::function<void()> reopened = {};  ///< the person opened the application that runs already
     };
 
     /// The delegate object; the application does not retain it, so the caller keeps it as long as the application runs.

@@ -12,8 +12,8 @@ struct DispatchQueue::Piece {
     std::function<void()> work;
 
     static void run(void* context) {
+        const objc::AutoreleasePool pool;  // first: it also takes what the end of the work leaves behind
         const std::unique_ptr<Piece> piece(static_cast<Piece*>(context));
-        const objc::AutoreleasePool pool;
         if (*piece->isQueueAlive) objc::guarded("background work", piece->work);
     }
 };

@@ -33,9 +33,9 @@ struct Watch {
 
     static void fired(void* context) {
         const objc::AutoreleasePool pool;
-        auto& watch = *static_cast<Watch*>(context);
-        const std::function<void()> changed = watch.changed;  // it may end the token
-        if (!watch.isEnded) objc::guarded("folder watch", changed);
+        // What was cancelled is gone in a later turn at the earliest, so the handler may end the token.
+        const auto& watch = *static_cast<const Watch*>(context);
+        if (!watch.isEnded) objc::guarded("folder watch", watch.changed);
     }
     static void cancelled(void* context) {
         const std::unique_ptr<Watch> watch(static_cast<Watch*>(context));

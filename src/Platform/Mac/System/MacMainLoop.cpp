@@ -28,8 +28,8 @@ public:
 
 private:
     static void turn(void* context) {
-        const std::unique_ptr<std::weak_ptr<Posted>> owned(static_cast<std::weak_ptr<Posted>*>(context));
         const objc::AutoreleasePool pool;
+        const std::unique_ptr<std::weak_ptr<Posted>> owned(static_cast<std::weak_ptr<Posted>*>(context));
         if (const auto posted = owned->lock()) posted->run();
     }
 

@@ -40,6 +40,10 @@ NSView makeImageView(const ui::ImageView& image) {
     return NSView(view.raw());
 }
 
+static_assert(NSInteger(ui::Material::Popover) == NSVisualEffectMaterialPopover);
+static_assert(NSInteger(ui::Material::Sidebar) == NSVisualEffectMaterialSidebar);
+static_assert(NSInteger(ui::Material::HUDWindow) == NSVisualEffectMaterialHUDWindow);
+
 NSView makeEffectView(const ui::VisualEffectView& effect) {
     const NSVisualEffectView view = NSVisualEffectView::make({});
     view.setMaterial(static_cast<NSInteger>(effect.material()));
@@ -66,6 +70,21 @@ NSView makeScrollView() {
     view.setVerticalScrollElasticity(NSScrollElasticityNone);
     view.contentView().setPostsBoundsChanged(true);
     return NSView(view.raw());
+}
+
+/// Empty for what is not spoken of.
+NSString roleOf(ui::AccessibilityRole role) {
+    switch (role) {
+        case ui::AccessibilityRole::Button:
+            return NSString(NSAccessibilityButtonRole);
+        case ui::AccessibilityRole::List:
+            return NSString(NSAccessibilityListRole);
+        case ui::AccessibilityRole::ListItem:
+            return NSString(NSAccessibilityGroupRole);
+        case ui::AccessibilityRole::None:
+            break;
+    }
+    return {};
 }
 
 NSView makeNative(ui::View& view) {
@@ -186,11 +205,11 @@ void NativePeer::showTexts(const ui::View& view) const {
     };
     native_.setToolTip(text(view.tooltip()));
     native_.setAccessibilityLabel(text(view.accessibilityLabel()));
-    // A view without a label is a container, also where it takes the presses that its contents leave. A text field says
-    // by itself that it is one.
-    if (kind_ == ui::View::Kind::TextField || !view.acceptsMouse() || view.accessibilityLabel().empty()) return;
+    // What is a mere part of something is looked through, and stock views say by themselves what they are.
+    const NSString role = roleOf(view.accessibilityRole());
+    if (!role) return;
     native_.setAccessibilityElement(true);
-    native_.setAccessibilityRole(NSString(NSAccessibilityButtonRole));
+    native_.setAccessibilityRole(role);
 }
 
 void NativePeer::resolveColors(const ui::View& view) const {

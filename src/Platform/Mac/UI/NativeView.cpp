@@ -211,12 +211,8 @@ void NativeView::viewDidChangeEffectiveAppearance(objc::Self self) {
     if (view_ && !view_->parent()) ViewTree::resolveColors(*view_);
 }
 
-bool NativeView::accessibilityPerformPress(objc::Self) {
-    if (!view_ || !view_->acceptsMouse()) return false;
-    const ui::MouseEvent click{ui::MouseButton::Left, view_->boundsInRoot().center()};
-    view_->mouseDown(click);
-    if (view_) view_->mouseUp(click);
-    return true;
+bool NativeView::accessibilityPerformPress() {
+    return view_ && view_->accessibilityPress();
 }
 
 NSUInteger NativeView::draggingEntered(objc::Self self, NSDraggingInfo info) {

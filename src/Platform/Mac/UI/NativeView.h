@@ -45,7 +45,7 @@ public:
     void updateTrackingAreas(objc::Self self);
     void layout(objc::Self self);
     void viewDidChangeEffectiveAppearance(objc::Self self);
-    bool accessibilityPerformPress(objc::Self self);
+    bool accessibilityPerformPress();
     // Drags, of which only a root is told.
     NSUInteger draggingEntered(objc::Self self, NSDraggingInfo info);
     NSUInteger draggingUpdated(objc::Self self, NSDraggingInfo info);

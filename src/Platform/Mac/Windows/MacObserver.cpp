@@ -2,6 +2,7 @@
 #include "Platform/Mac/Windows/MacObserver.h"
 
 #include "Platform/Mac/Windows/MacElement.h"
+#include "Platform/Mac/objc/AutoreleasePool.h"
 #include "Platform/Mac/objc/Guard.h"
 
 namespace morvel::mac {
@@ -45,6 +46,7 @@ morvel::AXError MacObserver::addNotification(const AXElement& element, std::stri
 }
 
 void MacObserver::received(AXObserverRef, AXUIElementRef element, CFStringRef notification, void* context) {
+    const objc::AutoreleasePool pool;
     objc::guarded("accessibility notice", [&] {
         const auto name = stringFrom(notification);
         if (!cfCast<AXUIElementRef>(element) || !name) return;

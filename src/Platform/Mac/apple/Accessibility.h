@@ -48,17 +48,12 @@ AXUIElementRef AXUIElementCreateApplication(std::int32_t pid);
 AXUIElementRef AXUIElementCreateSystemWide();
 AXError AXUIElementGetPid(AXUIElementRef element, std::int32_t* pid);
 AXError AXUIElementSetMessagingTimeout(AXUIElementRef element, float seconds);
-AXError AXUIElementCopyAttributeNames(AXUIElementRef element, CFArrayRef* names);
 AXError AXUIElementCopyAttributeValue(AXUIElementRef element, CFStringRef attribute, CFTypeRef* value);
-AXError AXUIElementCopyMultipleAttributeValues(AXUIElementRef element, CFArrayRef attributes, std::uint32_t options,
-                                               CFArrayRef* values);
 AXError AXUIElementSetAttributeValue(AXUIElementRef element, CFStringRef attribute, CFTypeRef value);
 AXError AXUIElementPerformAction(AXUIElementRef element, CFStringRef action);
-CFTypeID AXObserverGetTypeID();
 AXError AXObserverCreate(std::int32_t pid, AXObserverCallback callback, AXObserverRef* observer);
 AXError AXObserverAddNotification(AXObserverRef observer, AXUIElementRef element, CFStringRef notification,
                                   void* context);
-AXError AXObserverRemoveNotification(AXObserverRef observer, AXUIElementRef element, CFStringRef notification);
 CFRunLoopSourceRef AXObserverGetRunLoopSource(AXObserverRef observer);
 CFTypeID AXValueGetTypeID();
 AXValueRef AXValueCreate(AXValueType type, const void* value);

@@ -90,14 +90,12 @@ const void* CFDictionaryGetValue(CFDictionaryRef dictionary, const void* key);
 CFStringRef CFUUIDCreateString(CFAllocatorRef allocator, CFUUIDRef uuid);
 
 CFRunLoopRef CFRunLoopGetCurrent();
-CFRunLoopRef CFRunLoopGetMain();
 void CFRunLoopAddSource(CFRunLoopRef loop, CFRunLoopSourceRef source, CFStringRef mode);
 void CFRunLoopRemoveSource(CFRunLoopRef loop, CFRunLoopSourceRef source, CFStringRef mode);
 
 extern const CFBooleanRef kCFBooleanTrue;
 extern const CFBooleanRef kCFBooleanFalse;
 extern const CFStringRef kCFRunLoopDefaultMode;
-extern const CFStringRef kCFRunLoopCommonModes;
 extern const CFArrayCallBacks kCFTypeArrayCallBacks;
 extern const CFDictionaryKeyCallBacks kCFTypeDictionaryKeyCallBacks;
 extern const CFDictionaryValueCallBacks kCFTypeDictionaryValueCallBacks;

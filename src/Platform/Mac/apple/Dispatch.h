@@ -36,7 +36,6 @@ inline constexpr std::uint64_t DISPATCH_VNODE_RENAME = 32;
 
 extern "C" {
 void dispatch_async_f(dispatch_queue_t queue, void* context, dispatch_function_t work);
-void dispatch_after_f(dispatch_time_t when, dispatch_queue_t queue, void* context, dispatch_function_t work);
 dispatch_time_t dispatch_time(dispatch_time_t when, std::int64_t nanoseconds);
 dispatch_queue_attr_t dispatch_queue_attr_make_with_qos_class(dispatch_queue_attr_t attributes, std::uint32_t qosClass,
                                                               std::int32_t relativePriority);

@@ -30,10 +30,6 @@ public:
     using Id::Id;
     /// Explicit, for wrappers inherit it: a window must not pass for a view.
     explicit NSObject(const Id& other) : Id(other) {}
-
-    bool isEqual(const Id& other) const { return send<bool>(*this, "isEqual:"_sel, other); }
-    NSUInteger hash() const { return send<NSUInteger>(*this, "hash"_sel); }
-    bool respondsTo(Selector selector) const { return send<bool>(*this, "respondsToSelector:"_sel, selector); }
 };
 
 }  // namespace morvel::mac

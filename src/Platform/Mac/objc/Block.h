@@ -1,11 +1,9 @@
 // Blocks: C++ callables as the system takes them, and the system's blocks as C++ callables.
 //
 // - `StackBlock<void(NSNotification)> block(callable)` is a block in the C++ object itself, for calls that use it
-// before
-//   they return. A callee that keeps it copies it to the heap, which copies the callable.
+//   before they return. A callee that keeps it copies it to the heap, which copies the callable.
 // - `Block<void(NSNotification)>` is a reference to a block on the heap: made from a callable, or wrapped around one
-// that
-//   the system handed us. It can be called, and it is what completion handlers in our overrides arrive as.
+//   that the system handed us. It can be called, and it is what completion handlers in our overrides arrive as.
 //
 // The callable is destroyed with the last copy, on whichever thread releases it. Exceptions end at the block's border.
 #pragma once
@@ -66,12 +64,13 @@ struct BlockLiteral<R(Args...)> {
             }
         });
     }
-    // The runtime has moved the bytes already; this makes the callable a real copy of its own.
-    static void copy(void* copied, const void* original) {
-        auto& source = static_cast<BlockLiteral*>(const_cast<void*>(original))->callable();
-        new (static_cast<BlockLiteral*>(copied)->storage) std::function<R(Args...)>(source);
+    // The runtime has moved the bytes already; this makes the callable a real copy of its own. If what it holds cannot
+    // be copied it stays empty, and so each call of the copy ends at the block's border.
+    static void copy(void* copied, const void* original) noexcept {
+        auto* const target = new (static_cast<BlockLiteral*>(copied)->storage) std::function<R(Args...)>();
+        guarded("block copy", [&] { *target = static_cast<BlockLiteral*>(const_cast<void*>(original))->callable(); });
     }
-    static void dispose(const void* block) {
+    static void dispose(const void* block) noexcept {
         std::destroy_at(&static_cast<BlockLiteral*>(const_cast<void*>(block))->callable());
     }
 

@@ -38,7 +38,7 @@ public:
     [[nodiscard]] RawObject giveUp() { return std::exchange(raw_, nullptr); }
 
     explicit operator bool() const { return raw_ != nullptr; }
-    /// The same object; whether two objects are equal is `isEqual`.
+    /// The same object, not an equal one.
     friend bool operator==(const Id& left, const Id& right) { return left.raw_ == right.raw_; }
 
 private:

@@ -1,5 +1,4 @@
-// How a C++ type of ours travels through the runtime: wrappers as plain object pointers, bool as BOOL, selectors as
-// SEL.
+// How a C++ type of ours travels through the runtime: wrappers as object pointers, bool as BOOL, selectors as SEL.
 #pragma once
 
 #include <cstddef>

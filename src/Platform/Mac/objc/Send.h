@@ -2,8 +2,7 @@
 // dispatcher on Apple systems: no allocation, no look-up; elsewhere it goes to the checked runtime with its encodings.
 //
 // - The encodings come from the C++ types of R and of the arguments, so an NSInteger parameter must be a std::int64_t
-// or
-//   a long, never an int. The wrappers' signatures see to that; the rest of the host calls wrappers.
+//   or a long, never an int. The wrappers' signatures see to that; the rest of the host calls wrappers.
 // - A result that is a wrapper is retained. Use `sendOwned` for methods that hand over their result (new, copy), and
 //   `create` for alloc and init.
 // - Variadic methods are not supported: their arguments travel differently on arm64.
@@ -117,7 +116,7 @@ NativeType<R> sendRaw(RawObject receiver, RawSelector selector, const Args&... a
     if (!receiver) return NativeType<R>();
     using Types = MessageEncoding<R, Args...>;
 #if defined(__APPLE__)
-    verifyMessage(receiver, selector, Types::kTypes);
+    verifyMessage(receiver, nullptr, selector, Types::kTypes);
     return detail::dispatch<NativeType<R>, NativeType<Args>...>(receiver, selector,
                                                                 Native<Args>::toNative(arguments)...);
 #else
@@ -165,6 +164,7 @@ R sendSuper(RawObject self, RawClass implementer, SelectorName<kName> selector, 
     static_assert(SelectorName<kName>::kArity == sizeof...(Args), "the selector takes another number of arguments");
     const auto native = [&]() -> NativeType<R> {
 #if defined(__APPLE__)
+        verifyMessage(self, implementer, selector.get(), MessageEncoding<R, Args...>::kTypes);
         return detail::dispatchSuper<NativeType<R>, NativeType<Args>...>(self, implementer, selector.get(),
                                                                          Native<Args>::toNative(arguments)...);
 #else

@@ -9,8 +9,7 @@
 //         .overrides<&BarPanel::canBecomeKey>("canBecomeKeyWindow"_sel)
 //         .overrides<&BarPanel::close>("close"_sel)
 //         .registered();
-//     NSPanel panel = Subclass<BarPanel>::create<NSPanel>(std::make_unique<BarPanel>(), "initWithContentRect:…"_sel,
-//     …);
+//     NSPanel panel = Subclass<BarPanel>::create<NSPanel>(std::make_unique<BarPanel>(), "initWithFrame:"_sel, frame);
 //
 // Each instance owns one C++ object. It is in place before the initialiser runs, because AppKit calls overrides from
 // there, and it is destroyed with the instance; messages that come after (from the superclass's dealloc) answer zero.

@@ -2,8 +2,10 @@
 #include "Platform/Mac/objc/TypeCheck.h"
 
 #include <cctype>
+#include <cstdlib>
 #include <set>
 #include <string>
+#include <utility>
 
 #include "Platform/Mac/apple/SystemLog.h"
 
@@ -26,8 +28,6 @@ std::string plainEncoding(std::string_view recorded) {
 }
 
 #if defined(__APPLE__) && !defined(NDEBUG)
-namespace {
-
 struct MethodDescription {
     RawSelector name;
     const char* types;
@@ -38,8 +38,9 @@ const char* method_getTypeEncoding(MethodRecord* method);
 RawProtocol* class_copyProtocolList(RawClass cls, unsigned int* count);
 MethodDescription protocol_getMethodDescription(RawProtocol protocol, RawSelector name, NativeBool isRequired,
                                                 NativeBool isInstance);
-void free(void* memory);
 }
+
+namespace {
 
 /// The types under which one of the class's protocols declares the method; empty when none does.
 std::string protocolEncoding(RawClass cls, RawSelector name) {
@@ -49,14 +50,16 @@ std::string protocolEncoding(RawClass cls, RawSelector name) {
     for (unsigned int i = 0; i < count && found.empty(); ++i) {
         for (const NativeBool isRequired : {NativeBool(1), NativeBool(0)}) {
             const auto description = protocol_getMethodDescription(protocols[i], name, isRequired, 1);
-            if (description.types) found = plainEncoding(description.types);
+            if (description.types) found = description.types;
         }
     }
-    free(protocols);
+    std::free(protocols);
     return found;
 }
 
-void compare(RawSelector selector, const std::string& ours, const std::string& systems) {
+void compare(RawSelector selector, std::string_view oursRecorded, std::string_view systemsRecorded) {
+    const std::string ours = plainEncoding(oursRecorded);
+    const std::string systems = plainEncoding(systemsRecorded);
     if (ours == systems) return;
     const std::string both = ours + " is ours, the system has " + systems;
     logFormatted(LogType::Fault, "types differ", sel_getName(selector), both.c_str());
@@ -64,22 +67,21 @@ void compare(RawSelector selector, const std::string& ours, const std::string& s
 
 }  // namespace
 
-void verifyMessage(RawObject receiver, RawSelector selector, const MessageTypes& types) {
-    thread_local std::set<RawSelector> verified;
-    if (!verified.insert(selector).second) return;
-    MethodRecord* const method = class_getInstanceMethod(object_getClass(receiver), selector);
+void verifyMessage(RawObject receiver, RawClass superOf, RawSelector selector, const MessageTypes& types) {
+    const RawClass cls = superOf ? class_getSuperclass(superOf) : object_getClass(receiver);
+    thread_local std::set<std::pair<RawClass, RawSelector>> verified;
+    if (!verified.emplace(cls, selector).second) return;
+    MethodRecord* const method = class_getInstanceMethod(cls, selector);
     if (!method) return;  // forwarded: nothing to compare with
     std::string ours = std::string(types.result) + "@:";
     for (std::size_t i = 0; i < types.count; ++i) ours += types.arguments[i];
-    compare(selector, plainEncoding(ours), plainEncoding(method_getTypeEncoding(method)));
+    compare(selector, ours, method_getTypeEncoding(method));
 }
 
 void verifyOverride(RawClass cls, RawSelector name, const char* types) {
     MethodRecord* const inherited = class_getInstanceMethod(class_getSuperclass(cls), name);
-    const std::string declared =
-        inherited ? plainEncoding(method_getTypeEncoding(inherited)) : protocolEncoding(cls, name);
-    // Optional methods of protocols that no loaded image mentions cannot be looked up; they are left to the tests.
-    if (!declared.empty()) compare(name, plainEncoding(types), declared);
+    const std::string declared = inherited ? method_getTypeEncoding(inherited) : protocolEncoding(cls, name);
+    if (!declared.empty()) compare(name, types, declared);
 }
 #endif
 

@@ -10,12 +10,14 @@
 namespace morvel::mac::objc {
 
 #if defined(__APPLE__) && !defined(NDEBUG)
-/// Logs a fault, once per selector, when the receiver's method has other types.
-void verifyMessage(RawObject receiver, RawSelector selector, const MessageTypes& types);
-/// Logs a fault when `cls` inherits and adopts nothing called `name`, or something of other types.
+/// Logs a fault, once per class and selector, when the receiver's method has other types. `superOf` is null, or the
+/// class whose superclass the message is meant for.
+void verifyMessage(RawObject receiver, RawClass superOf, RawSelector selector, const MessageTypes& types);
+/// Logs a fault when what `cls` inherits or adopts as `name` has other types. Nothing is said of a name that is found
+/// nowhere: a protocol that no loaded image mentions is unknown at run time.
 void verifyOverride(RawClass cls, RawSelector name, const char* types);
 #else
-inline void verifyMessage(RawObject, RawSelector, const MessageTypes&) {}
+inline void verifyMessage(RawObject, RawClass, RawSelector, const MessageTypes&) {}
 inline void verifyOverride(RawClass, RawSelector, const char*) {}
 #endif
 

@@ -10,7 +10,6 @@ namespace morvel::mac {
 using NSApplicationActivationPolicy = NSInteger;
 inline constexpr NSApplicationActivationPolicy NSApplicationActivationPolicyRegular = 0;
 inline constexpr NSApplicationActivationPolicy NSApplicationActivationPolicyAccessory = 1;
-inline constexpr NSApplicationActivationPolicy NSApplicationActivationPolicyProhibited = 2;
 
 class NSApplication : public NSObject {
 public:

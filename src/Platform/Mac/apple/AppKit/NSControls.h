@@ -48,7 +48,6 @@ public:
     void setUsesSingleLineMode(bool uses) const { send(*this, "setUsesSingleLineMode:"_sel, uses); }
     /// Not retained.
     void setDelegate(const Id& delegate) const { send(*this, "setDelegate:"_sel, delegate); }
-    CGSize intrinsicContentSize() const { return send<CGSize>(*this, "intrinsicContentSize"_sel); }
 };
 
 class NSImageSymbolConfiguration : public NSObject {

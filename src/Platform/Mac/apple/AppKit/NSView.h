@@ -49,6 +49,8 @@ public:
 
 extern "C" {
 extern const objc::RawObject NSAccessibilityButtonRole;
+extern const objc::RawObject NSAccessibilityGroupRole;
+extern const objc::RawObject NSAccessibilityListRole;
 }
 
 class NSView : public NSObject {
@@ -94,7 +96,6 @@ public:
     void setClipsToBounds(bool clips) const { send(*this, "setClipsToBounds:"_sel, clips); }
     /// Before the next display, `layout` is called.
     void setNeedsLayout(bool needs) const { send(*this, "setNeedsLayout:"_sel, needs); }
-    void setNeedsDisplay(bool needs) const { send(*this, "setNeedsDisplay:"_sel, needs); }
     /// Pixels that fit a part of the view; empty for a part without any.
     NSBitmapImageRep bitmapForCachingDisplay(CGRect part) const {
         return send<NSBitmapImageRep>(*this, "bitmapImageRepForCachingDisplayInRect:"_sel, part);

@@ -20,7 +20,6 @@ inline constexpr auto applicationShouldHandleReopen = "applicationShouldHandleRe
 // Windows.
 inline constexpr auto canBecomeKeyWindow = "canBecomeKeyWindow"_sel;
 inline constexpr auto canBecomeMainWindow = "canBecomeMainWindow"_sel;
-inline constexpr auto windowWillClose = "windowWillClose:"_sel;
 inline constexpr auto performKeyEquivalent = "performKeyEquivalent:"_sel;
 inline constexpr auto performClose = "performClose:"_sel;
 inline constexpr auto performMiniaturize = "performMiniaturize:"_sel;
@@ -37,7 +36,6 @@ inline constexpr auto isFlipped = "isFlipped"_sel;
 inline constexpr auto hitTest = "hitTest:"_sel;
 inline constexpr auto updateTrackingAreas = "updateTrackingAreas"_sel;
 inline constexpr auto viewDidChangeEffectiveAppearance = "viewDidChangeEffectiveAppearance"_sel;
-inline constexpr auto viewDidMoveToWindow = "viewDidMoveToWindow"_sel;
 inline constexpr auto mouseDown = "mouseDown:"_sel;
 inline constexpr auto mouseDragged = "mouseDragged:"_sel;
 inline constexpr auto mouseUp = "mouseUp:"_sel;
