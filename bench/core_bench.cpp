@@ -1,4 +1,4 @@
-// What one change of a window costs the core, from the store's event to the strip's new content.
+// What the core costs: one change of a window, from the store's event to the strip's new content, and the launcher.
 #include <benchmark/benchmark.h>
 
 #include <string>
@@ -6,6 +6,7 @@
 #include "Bar/Layout/RunningStripArranger.h"
 #include "Bar/Layout/RunningZoneWidths.h"
 #include "Bar/Layout/WindowProjection.h"
+#include "Launcher/InstalledAppsLoader.h"
 #include "Launcher/LauncherFilter.h"
 #include "Util/LowerCase.h"
 #include "WindowSource/WindowStore.h"
@@ -107,6 +108,54 @@ void launcherKey(benchmark::State& state) {
     benchmark::DoNotOptimize(listed);
 }
 BENCHMARK(launcherKey)->Arg(100)->Arg(1000)->Unit(benchmark::kMicrosecond);
+
+/// Folders that answer at once, so that what is measured is ours.
+class Shelf : public InstalledApplications {
+public:
+    explicit Shelf(int64_t count) {
+        // Neither in order nor in the opposite one; 7919 is a prime.
+        for (int64_t i = 0; i < count; ++i)
+            names_.push_back("Application " + std::to_string(i * 7919 % count) + ".app");
+    }
+    std::vector<std::string> folders() override { return {"/Applications", "/Users/me/Applications"}; }
+    std::string_view suffix() override { return ".app"; }
+    std::optional<std::vector<std::string>> list(const std::string&) override { return names_; }
+    std::optional<ApplicationBundle> bundle(const std::string& path) override {
+        const std::string name = path.substr(path.rfind('/') + 1);
+        return ApplicationBundle{.identifier = "com.example." + name, .displayName = std::nullopt, .name = name};
+    }
+    int compareNames(const std::string& a, const std::string& b) override {
+        return lowerCased(a).compare(lowerCased(b));
+    }
+    Subscription observeChanges(std::function<void()>) override { return {}; }
+
+private:
+    std::vector<std::string> names_;
+};
+
+/// One scan of two folders with the same applications. It runs on a thread of its own; no frame waits for it.
+void installedScan(benchmark::State& state) {
+    Shelf shelf(state.range(0));
+    for (auto _ : state) {
+        const auto apps = InstalledAppsLoader::scan(shelf);
+        if (apps.size() != static_cast<size_t>(state.range(0))) state.SkipWithError("each application is listed once");
+    }
+}
+BENCHMARK(installedScan)->Arg(500)->Arg(5000)->Unit(benchmark::kMicrosecond);
+
+/// What the main thread does with the answer, which a frame does wait for: the list is kept, handed over and made
+/// ready for searching.
+void installedAnswer(benchmark::State& state) {
+    Shelf shelf(state.range(0));
+    const auto apps = InstalledAppsLoader::scan(shelf);
+    for (auto _ : state) {
+        const InstalledAppsLoader::Apps kept = apps, handedOver = kept;
+        std::vector<std::string> names;
+        for (const InstalledApp& app : handedOver) names.push_back(lowerCased(app.displayName));
+        benchmark::DoNotOptimize(LauncherFilter::filtered("", names));
+    }
+}
+BENCHMARK(installedAnswer)->Arg(500)->Arg(5000)->Unit(benchmark::kMicrosecond);
 
 }  // namespace
 }  // namespace morvel

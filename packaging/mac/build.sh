@@ -80,8 +80,8 @@ for cpu in aarch64 x86_64; do
     $strip "$work/Morvel-$cpu"
 done
 
-if [ ! -e "$work/Morvel.icns" ] || [ "$here/make_icon.py" -nt "$work/Morvel.icns" ]; then
-    python3 "$here/make_icon.py" "$work/Morvel.icns"
+if [ ! -e "$work/Morvel.icns" ] || [ "$root/packaging/make_icon.py" -nt "$work/Morvel.icns" ]; then
+    python3 "$root/packaging/make_icon.py" "$work/Morvel.icns"
 fi
 rm -rf "$app"
 mkdir -p "$app/Contents/MacOS" "$app/Contents/Resources"

@@ -130,13 +130,13 @@ void AppDelegate::startClamping() {
 }
 
 void AppDelegate::subscribeToSettings() {
+    if (platform_.loginItem)
+        subscriptions_.push_back(
+            settings_->startAtLogin.subscribe([this](bool starts) { platform_.loginItem->setRegistered(starts); }));
     subscriptions_.push_back(settings_->nowPlayingEnabled.subscribe(
         [this](bool enabled) { enabled ? nowPlaying_->start() : nowPlaying_->stop(); }, Current::Skip));
     subscriptions_.push_back(
         settings_->theme.subscribe([this](Theme theme) { platform_.toolkit.setAppearance(appearanceOf(theme)); }));
-    if (platform_.loginItem)
-        subscriptions_.push_back(
-            settings_->startAtLogin.subscribe([this](bool starts) { platform_.loginItem->setRegistered(starts); }));
 }
 
 void AppDelegate::changeSystem() {
@@ -202,7 +202,11 @@ void AppDelegate::pinApplication(ProcessID pid) {
 }
 
 void AppDelegate::openSettings() {
-    if (!settings_) return;
+    if (!settings_) {
+        // What the person has to do first; they may have closed its window.
+        if (permissionWindow_) permissionWindow_->show();
+        return;
+    }
     if (!settingsWindow_)
         settingsWindow_ = std::make_unique<SettingsWindow>(
             platform_.toolkit, platform_.mainLoop,

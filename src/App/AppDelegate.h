@@ -39,7 +39,8 @@ public:
 
     /// The menu of an empty area of a bar, made afresh each time.
     ui::Menu buildSystemMenu();
-    /// The settings window, which is made when it is first asked for. Only once the core has started.
+    /// The settings window, which is made when it is first asked for. Before the core has started there are no
+    /// settings: the permission window comes to the front instead.
     void openSettings();
 
     /// The following exist once the core has started, and are null before.

@@ -1,6 +1,8 @@
 #include "App/SettingsSources.h"
 
 #include <filesystem>
+#include <map>
+#include <memory>
 
 namespace morvel {
 
@@ -60,8 +62,8 @@ UpdateState stateOf(const UpdateController& controller) {
     if (std::holds_alternative<UpdateController::Failed>(status)) return {UpdateState::Kind::Failed};
     const auto* release = std::get_if<RemoteVersion>(&status);
     if (!release) return {UpdateState::Kind::Idle};
-    return {UpdateState::Kind::Available, release->version.description(), release->downloadURL, release->releaseNotesURL,
-            !controller.updateAvailable()};
+    return {UpdateState::Kind::Available, release->version.description(), release->build,
+            release->downloadURL,         release->releaseNotesURL,       !controller.updateAvailable()};
 }
 
 UpdateSource updatesOf(UpdateController& controller) {
@@ -77,7 +79,15 @@ UpdateSource updatesOf(UpdateController& controller) {
 
 SettingsSources settingsSources(const Platform& platform, SettingsStore& settings, PinnedAppsStore& pinnedItems,
                                 ClampingBlacklist& clampingBlacklist, UpdateController& updates) {
-    const auto name = [&platform](const std::string& bundleID) { return nameOf(platform, bundleID); };
+    // The window asks for all names with each change in it, and telling one may read a file. Of what is not known yet,
+    // the name may be known later.
+    const auto name = [&platform,
+                       known = std::make_shared<std::map<std::string, std::string>>()](const std::string& bundleID) {
+        if (const auto found = known->find(bundleID); found != known->end()) return found->second;
+        std::string told = nameOf(platform, bundleID);
+        if (told != bundleID) (*known)[bundleID] = told;
+        return told;
+    };
     const auto openPage = [&platform](const std::string& page) { platform.workspace.openPage(page); };
     return {settings,
             platform.features,

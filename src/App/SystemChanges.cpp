@@ -109,12 +109,14 @@ void SystemChanges::start() {
 }
 
 void SystemChanges::follow(const Change& change) {
-    const auto flagSet = [this, &change](bool isWanted) {
-        noteWhatIsInForce();
-        run(shellLine(isWanted ? change.apply : change.undo));
+    const Setting<bool>& flag = settings_.*change.isWanted;
+    // Saying the same once more must not restart the Dock.
+    const auto flagSet = [this, &change, wasWanted = flag.value()](bool isWanted) mutable {
+        if (std::exchange(wasWanted, isWanted) == isWanted) return;
+        makeFollow(change);
         if (system_.changed) system_.changed();
     };
-    subscriptions_.push_back((settings_.*change.isWanted).subscribe(flagSet, Current::Skip));
+    subscriptions_.push_back(flag.subscribe(flagSet, Current::Skip));
 }
 
 void SystemChanges::makeOffers(std::function<void()> done) {
@@ -136,14 +138,14 @@ void SystemChanges::offer(const Change& change, std::function<void()> next) {
     Setting<bool>& isWanted = settings_.*change.isWanted;
     Setting<bool>& wasAsked = settings_.*change.wasAsked;
     if (wasAsked.value()) {
-        if (isWanted.value()) {
-            noteWhatIsInForce();
-            run(shellLine(change.apply));
-        }
+        if (isWanted.value()) makeFollow(change);
         return next();
     }
-    ask(change.question, [&isWanted, &wasAsked, next = std::move(next)](std::optional<size_t> button) {
-        if (button == kAccept) isWanted.set(true);  // whoever follows the flag makes the change
+    ask(change.question, [this, &change, &isWanted, &wasAsked, next = std::move(next)](std::optional<size_t> button) {
+        // Whoever follows the flag makes the change, unless it was set in the settings of a run in which the question
+        // was passed over.
+        if (button == kAccept && isWanted.value()) makeFollow(change);
+        if (button == kAccept) isWanted.set(true);
         if (button == kAccept || button == kNeverAskAgain) wasAsked.set(true);
         next();
     });
@@ -157,6 +159,11 @@ void SystemChanges::revert() {
     if (settings_.dockChangedByUs.value()) run(shellLine(kDockRevert));
     if (settings_.spacesPrefsChangedByUs.value()) run(shellLine(kSpacesRevert));
     system_.defaults.remove(kInForceKey);
+}
+
+void SystemChanges::makeFollow(const Change& change) {
+    noteWhatIsInForce();
+    run(shellLine((settings_.*change.isWanted).value() ? change.apply : change.undo));
 }
 
 /// Before a change is made, so that a crash in between is noticed too.

@@ -47,6 +47,8 @@ private:
     void offer(const Change& change, std::function<void()> next);
     void askWhetherToUndo(std::function<void()> next);
     void ask(ui::Alert alert, std::function<void(std::optional<size_t>)> answered);
+    /// Makes or undoes the change, as its flag says.
+    void makeFollow(const Change& change);
     void run(const std::string& line);
     void noteWhatIsInForce();
 

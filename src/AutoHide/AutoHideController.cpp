@@ -47,7 +47,7 @@ void AutoHideController::start() {
     for (const AutoHidePanel& panel : panels_) installPanelTracking(panel);
     isShown_ = false;
     place(Animate::No);
-    trigger_->setArmed(true);
+    armTrigger();
 }
 
 void AutoHideController::stop() {
@@ -65,6 +65,12 @@ void AutoHideController::updateGeometry() {
     layoutPanelTracking();
 }
 
+void AutoHideController::setAway(bool isAway) {
+    if (std::exchange(isAway_, isAway) == isAway) return;
+    place(Animate::No);
+    armTrigger();
+}
+
 void AutoHideController::pinReveal() {
     ++revealPinCount_;
     reveal();
@@ -79,14 +85,14 @@ void AutoHideController::unpinReveal() {
 void AutoHideController::reveal() {
     if (isShown_) return;
     isShown_ = true;
-    trigger_->setArmed(false);
+    armTrigger();
     place(Animate::Yes);
 }
 
 void AutoHideController::hide() {
     isShown_ = false;
     place(Animate::Yes);
-    trigger_->setArmed(true);
+    armTrigger();
 }
 
 /// The pointer may be gone again before the bar has come under it, and the bar would then wait for it for ever.
@@ -116,7 +122,7 @@ void AutoHideController::countdownEnded() {
 
 void AutoHideController::place(Animate animate) {
     const std::optional<double> distance = slideDistance();
-    const bool isOut = !isShown_ && !distance;
+    const bool isOut = isAway_ || (!isShown_ && !distance);
     const bool slides = animate == Animate::Yes && distance && !services_.toolkit.reducesMotion();
     if (isOut && std::exchange(presence_, Presence::OrderedOut) != Presence::OrderedOut)
         for (const AutoHidePanel& p : panels_) p.panel.orderOut();
@@ -127,6 +133,10 @@ void AutoHideController::place(Animate animate) {
     }
     if (!isOut && std::exchange(presence_, Presence::OnScreen) != Presence::OnScreen)
         for (const AutoHidePanel& p : panels_) p.panel.orderFront();
+}
+
+void AutoHideController::armTrigger() {
+    if (trigger_) trigger_->setArmed(!isShown_ && !isAway_);
 }
 
 std::optional<double> AutoHideController::slideDistance() const {

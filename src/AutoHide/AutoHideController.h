@@ -36,8 +36,8 @@ public:
     AutoHideController(const AutoHideServices& services, MorvelEdge edge, AutoHidePanel panel,
                        std::optional<AutoHidePanel> secondary = std::nullopt);
 
-    /// Another secondary panel, or none any more; after `start` or `stop`. It is put to where the bar's panel is, shown or
-    /// hidden as that one.
+    /// Another secondary panel, or none any more; after `start` or `stop`. It is put to where the bar's panel is, shown
+    /// or hidden as that one.
     void setSecondary(std::optional<AutoHidePanel> secondary);
 
     /// Hides the bar at once.
@@ -46,6 +46,9 @@ public:
     void stop();
     /// The frames may have changed: what is shown and what is hidden is put where it belongs now, without sliding.
     void updateGeometry();
+
+    /// Nothing is shown and no pointer waited for, whatever else is asked for, while the display is gone.
+    void setAway(bool isAway);
 
     /// Holds the bar shown, until as many `unpinReveal`s have followed. Counted while stopped too.
     void pinReveal();
@@ -71,6 +74,7 @@ private:
     void scheduleRehide();
     void countdownEnded();
     void place(Animate animate);
+    void armTrigger();
     /// How far the panels move to be out of sight; nothing where that would be in the sight of another display.
     std::optional<double> slideDistance() const;
     bool isPointerOverPanels() const;
@@ -85,6 +89,7 @@ private:
     Timer rehideTimer_;
     Presence presence_ = Presence::NotYet;
     bool isShown_ = true;
+    bool isAway_ = false;
     bool isPointerInside_ = false;  // as the panels told it last
     int revealPinCount_ = 0;
 };

@@ -8,13 +8,16 @@
 
 namespace morvel {
 
-/// The strip's view: the pointer in it, or something that is dragged, wants the bar.
+/// The strip's view: the pointer in it, or something that is dragged, wants the bar. A pointer that was there before
+/// the strip does not enter it, but it moves.
 class TriggerView : public ui::View {
 public:
     explicit TriggerView(std::function<void()> onEnter) : onEnter_(std::move(onEnter)) {}
 
     bool tracksHover() const override { return true; }
+    bool tracksMoves() const override { return true; }
     void mouseEntered(const ui::MouseEvent&) override { onEnter_(); }
+    void mouseMoved(const ui::MouseEvent&) override { onEnter_(); }
     void windowDragEntered(const ui::DragInfo&) override { onEnter_(); }
 
 private:
@@ -26,8 +29,8 @@ class EdgeRevealTrigger {
 public:
     using FrameProvider = std::function<Rect<ScreenSpace>()>;
 
-    /// Not armed yet. `onEnter` is called when the pointer comes into the strip, dragging something or not, and may
-    /// disarm it; the toolkit outlives the trigger.
+    /// Not armed yet. `onEnter` is called when the pointer comes into the strip, dragging something or not, or moves in
+    /// it, and may disarm it; the toolkit outlives the trigger.
     EdgeRevealTrigger(ui::Toolkit& toolkit, ui::Edge edge, FrameProvider frameProvider, std::function<void()> onEnter)
         : frameProvider_(std::move(frameProvider)),
           view_(std::move(onEnter)),

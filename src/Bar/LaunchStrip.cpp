@@ -128,17 +128,18 @@ LaunchStrip::Button LaunchStrip::makeButton(const PinnedItem& item) {
     SettingsStore& settings = services_.settings;
     PinnedAppButtonBindings b;
     b.actions.onClick = [this, item] {
-        overflowPopover_.close();
+        onClick();
+        closeOverflow();
         if (services_.actions.onClickPinnedItem) services_.actions.onClickPinnedItem(item, screenID_);
     };
     b.actions.onUnpin = [&store = services_.pinned, itemID = item.id()] { store.unpin(itemID); };
     if (const auto launch = launchNewInstance()) b.actions.onLaunchNewInstance = [launch, item] { launch(item); };
     b.actions.onShow = [show = showInFinder(), item] { show(item); };
+    b.actions.pinReveal = reveal_.pin;
+    b.actions.unpinReveal = reveal_.unpin;
     b.bordersProvider = [&settings] { return settings.showButtonBorders.value(); };
     b.accentProvider = [&settings] { return AccentResolver::resolved(settings); };
     b.onFileDrop = [this](const ui::DragInfo& info) { return filesDropped(info); };
-    b.pinReveal = reveal_.pin;
-    b.unpinReveal = reveal_.unpin;
     return std::make_unique<PinnedAppButton>(buttonServices(), item, processOf(item), std::move(b));
 }
 
@@ -223,6 +224,7 @@ bool LaunchStrip::demote(const std::string& itemID) {
 }
 
 void LaunchStrip::overflowClicked() {
+    onClick();
     isSprungOpen_ = false;
     if (overflowPopover_.isShown()) return overflowPopover_.close();
     overflowPopover_.show(overflowButton_);

@@ -26,6 +26,9 @@ public:
     ui::StackView& stack() { return pinnedStack_; }
     const ui::StackView& stack() const { return pinnedStack_; }
     void setScreenID(DisplayID screenID);
+    /// A button is clicked, before that does anything.
+    std::function<void()> onClick = [] {};
+    void closeOverflow() { overflowPopover_.close(); }
     /// The buttons before the pinned items, which their maker owns; in place of the former ones.
     void setSystemButtons(std::vector<ui::View*> buttons);
 

@@ -69,6 +69,7 @@ void MorvelController::update(const Screen& screen, std::optional<SpaceID> space
     screen_ = screen;
     view_.setDisplay(*screen.displayID, spaceID);
     reframe();
+    autoHide_.setAway(false);
 }
 
 void MorvelController::reframe() {
@@ -86,32 +87,36 @@ void MorvelController::setCompactTopExpanded(bool expanded) {
 
 CompactTopState MorvelController::measured() const {
     CompactTopState state;
-    if (!isCompactTop()) return state;
     const SettingsStore& settings = services_.settings;
+    if (settings.barEdge.value() != MorvelEdge::Top) return state;
     state.notch = notchOf(screen_);
-    if (!hasMenuBar(screen_)) return state;
+    if (!isCompactTop() || !hasMenuBar(screen_)) return state;
     const bool detectsTitles = settings.autoDetectMacOSMenuWidth.value();  // else nobody is asked
     const auto titlesEnd = detectsTitles ? menuBar_.rightmostMenuTitleX(screen_) : std::nullopt;
     const int count = settings.compactTopCollapsedItemCount.value();
     state.leftReserve = CompactTopLeftBuffer::effective(screen_, settings, titlesEnd);
     state.rightReserve =
         CompactTopBuffer::effective(screen_, settings, menuBar_.statusItems(screen_, count), isExpanded_);
-    if (state.notch && state.notch->end <= state.leftReserve) state.notch.reset();  // the bar begins beyond it
     state.toggleWidth = kCompactTopStripWidth;
     state.isExpanded = isExpanded_;
-    return state;
+    return clearOfNotch(state, screen_.frame.width);
 }
 
 std::unique_ptr<CompactTopRightStripController> MorvelController::makeRightStrip() {
     if (compactTop_.toggleWidth == 0) return nullptr;
-    return std::make_unique<CompactTopRightStripController>(services_.toolkit, services_.icons,
-                                                            compactTopStripFrame(frame()),
+    return std::make_unique<CompactTopRightStripController>(services_.toolkit, services_.icons, rightStripFrame(),
                                                             [this] { setCompactTopExpanded(!isExpanded_); });
 }
 
 std::optional<AutoHidePanel> MorvelController::rightStripPanel() {
     if (!rightStrip_) return std::nullopt;
-    return AutoHidePanel{rightStrip_->panel(), [this] { return compactTopStripFrame(frame()); }};
+    return AutoHidePanel{rightStrip_->panel(), [this] { return rightStripFrame(); }};
+}
+
+Rect<ScreenSpace> MorvelController::rightStripFrame() const {
+    Rect<ScreenSpace> seen = frame();
+    seen.width -= compactTop_.unseenEnd;
+    return compactTopStripFrame(seen);
 }
 
 /// There is one while the screen has a menu bar.

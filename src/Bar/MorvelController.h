@@ -24,6 +24,8 @@ public:
 
     /// Takes the screen as it is now and the Space it shows now.
     void update(const Screen& screen, std::optional<SpaceID> spaceID);
+    /// The display is gone, perhaps for a moment: nothing is shown until the next `update`, or it would be on another.
+    void displayWentAway() { autoHide_.setAway(true); }
     /// Computes the frame anew from what the menu bar tells; the panel is touched only when it differs.
     void reframe();
     /// Hides the bar at its edge until the pointer comes there, or shows it for good.
@@ -44,6 +46,7 @@ private:
     CompactTopState measured() const;
     std::unique_ptr<CompactTopRightStripController> makeRightStrip();
     std::optional<AutoHidePanel> rightStripPanel();
+    Rect<ScreenSpace> rightStripFrame() const;
     void updateRightStrip();
     void applyReservedSpace();
 

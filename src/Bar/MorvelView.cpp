@@ -1,6 +1,7 @@
 #include "Bar/MorvelView.h"
 
 #include <algorithm>
+#include <chrono>
 #include <utility>
 
 #include "Bar/Drag/RunningWindowDrag.h"
@@ -15,7 +16,11 @@ namespace {
 constexpr double kBarInset = 8;
 constexpr double kStripSpacing = 4;
 constexpr double kDividerWidth = 1;
-/// How far the divider stays clear of the bar's edges.
+/// A window that changes its title ten times a second must not have all windows looked at each time. Their order and
+/// their Spaces, of which no notice tells, follow this much later.
+constexpr Duration kWholeLookDelay = std::chrono::seconds(1);
+/// How far the divider stays clear of the bar's edges, but no more than a quarter of the bar: one as low as the menu
+/// bar would have no more than a dot.
 constexpr double kDividerInset = 10;
 
 }  // namespace
@@ -25,11 +30,14 @@ MorvelView::MorvelView(const BarServices& services, DisplayID screenID, std::opt
       screenID_(screenID),
       spaceID_(spaceID),
       backgroundLayer_(*this),
-      systemButtons_(services, reveal(), [this] { placeSystemButtons(); }),
+      systemButtons_(
+          services, reveal(), [this] { closeLists(); }, [this] { placeSystemButtons(); }),
       launchStrip_(services, screenID, reveal()),
       systemStack_(ui::StackView::Axis::Horizontal, kStripSpacing),
       nowPlayingPopover_({services.toolkit, services.icons, services.iconCache}),
       running_(services, screenID, reveal(), drops(), nowPlayingControls()) {
+    running_.onClick = [this] { launchStrip_.closeOverflow(); };
+    launchStrip_.onClick = [this] { running_.closeGroupPopover(); };
     systemStack_.setInsets(0, kBarInset);
     divider_.setBackground(ui::kSeparatorColor);
     running_.stack().setClipsToBounds(true);
@@ -63,7 +71,7 @@ void MorvelView::placeSystemButtons() {
 NowPlayingControls MorvelView::nowPlayingControls() {
     return {&services_.mainLoop,
             [this](ui::View& button, const std::string& bundleID) { openNowPlaying(button, bundleID); },
-            [this] { nowPlayingPopover_.close(); }};
+            [this](const ui::View& button) { nowPlayingPopover_.closeBeside(button); }};
 }
 
 void MorvelView::openNowPlaying(ui::View& button, const std::string& bundleID) {
@@ -74,8 +82,9 @@ void MorvelView::openNowPlaying(ui::View& button, const std::string& bundleID) {
 }
 
 void MorvelView::subscribeToStore() {
-    subscriptions_.push_back(services_.store.windows().subscribe(
-        [this](const WindowMapRef&) { schedule(Rebuild::IfNeeded); }, Current::Skip));
+    subscriptions_.push_back(services_.store.observeEvents([this](const WindowEvent& event) { noteEvent(event); }));
+    subscriptions_.push_back(
+        services_.store.windows().subscribe([this](const WindowMapRef&) { windowsPublished(); }, Current::Skip));
     // After the launch strip, which has its new width then. Pinned applications may have placeholders no more.
     const auto follows = [this](const auto&) { schedule(Rebuild::IfNeeded); };
     subscriptions_.push_back(services_.pinned.pinnedItems().subscribe(follows, Current::Skip));
@@ -136,7 +145,8 @@ void MorvelView::setDisplay(DisplayID screenID, std::optional<SpaceID> spaceID) 
 void MorvelView::setCompactTop(const CompactTopState& state) {
     if (compactTop_ == state) return;
     const bool wasExpanded = std::exchange(compactTop_, state).isExpanded;
-    systemStack_.setInsets(0, kBarInset + state.toggleWidth);
+    systemStack_.setInsets(0, kBarInset + state.toggleWidth + state.unseenEnd);
+    launchStrip_.stack().setGap(notchIn(0));
     setNeedsLayout();
     if (wasExpanded != state.isExpanded) return forceRebuildRunning();
     rebuildRunningIfNeeded(*services_.store.windows().value());
@@ -148,14 +158,48 @@ bool MorvelView::isCompactTopExpanded() const {
                                                    compactTop_.isExpanded);
 }
 
+void MorvelView::noteEvent(const WindowEvent& event) {
+    // Where the buttons are as wide as their titles, a title decides what fits.
+    const bool areTitlesWidths = services_.settings.windowButtonWidthMode.value() == WindowButtonWidthMode::Free;
+    const auto* change = areTitlesWidths ? nullptr : std::get_if<event::TitleChanged>(&event);
+    if (change) {
+        retitled_.insert(change->id);
+    } else if (!std::holds_alternative<event::Focused>(event)) {
+        isMoreThanRetitled_ = true;
+    }
+}
+
+void MorvelView::windowsPublished() {
+    schedule(isMoreThanRetitled_ ? Rebuild::IfNeeded : Rebuild::Titles);
+}
+
 void MorvelView::schedule(Rebuild rebuild) {
     if (std::exchange(scheduled_, std::max(scheduled_, rebuild)) != Rebuild::None) return;
-    services_.mainLoop.post(lifetime_.whileAlive([this] {
-        const Rebuild due = std::exchange(scheduled_, Rebuild::None);
-        launchStrip_.windowsChanged(*services_.store.windows().value());
-        if (due == Rebuild::Forced) return forceRebuildRunning();
-        rebuildRunningIfNeeded(*services_.store.windows().value());
-    }));
+    services_.mainLoop.post(
+        lifetime_.whileAlive([this] { this->rebuild(std::exchange(scheduled_, Rebuild::None)); }));
+}
+
+void MorvelView::rebuild(Rebuild due) {
+    showTitles();
+    if (due == Rebuild::Titles) {
+        if (wholeLook_) return;
+        wholeLook_ = services_.mainLoop.after(kWholeLookDelay, [this] { this->rebuild(Rebuild::IfNeeded); });
+        return;
+    }
+    wholeLook_.reset();
+    launchStrip_.windowsChanged(*services_.store.windows().value());
+    if (due == Rebuild::Forced) return forceRebuildRunning();
+    rebuildRunningIfNeeded(*services_.store.windows().value());
+}
+
+void MorvelView::showTitles() {
+    isMoreThanRetitled_ = false;
+    const WindowMap& windows = *services_.store.windows().value();
+    for (const WindowID& id : std::exchange(retitled_, {})) {
+        const auto window = windows.find(id);
+        if (window != windows.end()) running_.retitle(window->second);
+        lastRunningProjection_.reset();  // it has the former title, which may come back
+    }
 }
 
 void MorvelView::rebuildRunningIfNeeded(const WindowMap& windows) {
@@ -199,19 +243,27 @@ SpaceQueryCache MorvelView::makeSpaceQueryCache() const {
 }
 
 double MorvelView::availableWidth() const {
+    const SettingsStore& settings = services_.settings;
     const std::vector<Screen> screens = services_.screens.screens();
     const auto screen = std::ranges::find(screens, std::optional(screenID_), &Screen::displayID);
     RunningZoneLayout::RunningZoneRoom room;
     room.baseWidth = screen != screens.end() ? screen->frame.width : bounds().width;
-    room.edge = services_.settings.barEdge.value();
-    room.compactAtTop = services_.settings.compactAtTop.value();
+    room.edge = settings.barEdge.value();
     room.leftReserve = compactTop_.leftReserve;
     room.rightReserve = compactTop_.rightReserve;
-    room.notch = compactTop_.notch;
     room.pinnedWidth = launchStrip_.stack().intrinsicSize().width;
     room.systemWidth = systemStack_.intrinsicSize().width;
     room.spacing = running_.spacing();
-    return RunningZoneLayout::availableRunningWidth(room);
+    // The pinned strip has been pushed past what it shares with the notch.
+    const auto notch = notchIn(room.pinnedWidth + room.spacing);
+    if (notch && notch->end > 0) room.notch = {std::max(notch->start, 0.0), notch->end};
+    // A bar over the menu bar reserves nothing, but has the notch to avoid as well.
+    room.compactAtTop = settings.compactAtTop.value() || room.notch;
+    const auto buttonWidth = RunningZoneLayout::resolveWindowButtonWidth(settings.windowButtonWidthMode.value(),
+                                                                         settings.windowButtonCustomWidth.value());
+    const double wasted =
+        room.notch ? RunningZoneLayout::wastedBeforeNotch(room.notch->start, buttonWidth, room.spacing) : 0;
+    return std::max(RunningZoneLayout::availableRunningWidth(room) - wasted, RunningZoneLayout::kMinAvailableWidth);
 }
 
 void MorvelView::rebuildRunning(std::vector<WindowSnapshot> filtered) {
@@ -226,17 +278,21 @@ void MorvelView::rebuildRunning(std::vector<WindowSnapshot> filtered) {
     auto plan = RunningZoneLayout::planRunningZone(std::move(filtered), rule, lastAvailableWidth_, mode,
                                                    settings.windowlessDisplayMode.value());
     running_.apply(arranger_.arrange(std::move(plan.decision), std::move(plan.windowless)), plan.windowlessIconOnly);
-    if (!onContentWidthChanged) return;
-    onContentWidthChanged(launchStrip_.stack().intrinsicSize().width + running_.stack().intrinsicSize().width +
-                          systemStack_.intrinsicSize().width + 2 * running_.spacing());
+}
+
+/// A click on the bar takes away the lists that are open beside it. A press on a button does not yet: it may begin a
+/// drag into the list of the pinned items.
+void MorvelView::closeLists() {
+    running_.closeGroupPopover();
+    launchStrip_.closeOverflow();
 }
 
 void MorvelView::mouseDown(const ui::MouseEvent&) {
-    nowPlayingPopover_.close();
+    closeLists();
 }
 
 void MorvelView::rightMouseDown(const ui::MouseEvent& event) {
-    nowPlayingPopover_.close();
+    closeLists();
     if (!services_.actions.contextMenu) return;
     pinReveal();
     services_.toolkit.popUpMenu(services_.actions.contextMenu(), *this, event.location,
@@ -331,15 +387,15 @@ void MorvelView::layout() {
     launchStrip_.stack().setFrame({0, 0, pinned, height});
     systemStack_.setFrame({width - system, 0, system, height});
     divider_.setHidden(launchStrip_.stack().arrangedSubviews().empty());
-    divider_.setFrame({pinned + (running_.spacing() - kDividerWidth) / 2, kDividerInset, kDividerWidth,
-                       std::max(height - 2 * kDividerInset, 0.0)});
+    const double inset = std::min(kDividerInset, height / 4);
+    divider_.setFrame({pinned + (running_.spacing() - kDividerWidth) / 2, inset, kDividerWidth, height - 2 * inset});
     const double runningWidth = std::max(width - pinned - system - 2 * running_.spacing(), 0.0);
     const double runningX = pinned + running_.spacing();
     running_.stack().setGap(notchIn(runningX));
     running_.stack().setFrame({runningX, 0, runningWidth, height});
 }
 
-/// The camera housing in the space of a strip that begins at this x. The bar begins where the left reserve ends.
+/// The notch in the space of a strip that begins at this x. The bar begins where the left reserve ends.
 std::optional<ui::StackView::Gap> MorvelView::notchIn(double stripX) const {
     if (!compactTop_.notch) return std::nullopt;
     const double origin = compactTop_.leftReserve + stripX;

@@ -4,6 +4,7 @@
 #include <functional>
 #include <memory>
 #include <optional>
+#include <unordered_set>
 
 #include "Bar/BarBackgroundLayer.h"
 #include "Bar/BarServices.h"
@@ -34,8 +35,6 @@ public:
     /// What the compact mode leaves of the display's width, and how.
     void setCompactTop(const CompactTopState& state);
     bool isCompactTopExpanded() const;
-    /// Told the width that the contents of all strips need, in points, after each rebuild of the running strip.
-    std::function<void(double width)> onContentWidthChanged;
 
     /// Projects the windows onto this bar and rebuilds the running strip if the projection changed.
     void rebuildRunningIfNeeded(const WindowMap& windows);
@@ -72,12 +71,17 @@ protected:
     void layout() override;
 
 private:
-    enum class Rebuild { None, IfNeeded, Forced };
+    enum class Rebuild { None, Titles, IfNeeded, Forced };
 
     void subscribeToStore();
     void subscribeToSettings();
+    void noteEvent(const WindowEvent& event);
+    void windowsPublished();
     void schedule(Rebuild rebuild);
+    void rebuild(Rebuild due);
+    void showTitles();
     BarReveal reveal();
+    void closeLists();
     void placeSystemButtons();
     RunningStrip::Drops drops();
     NowPlayingControls nowPlayingControls();
@@ -110,6 +114,9 @@ private:
     std::optional<RunningProjection> lastRunningProjection_;
     double lastAvailableWidth_ = 0;      // what the last rebuild had for the running zone; a display may be resized
     Rebuild scheduled_ = Rebuild::None;  // for a later turn, which is posted unless None
+    std::unordered_set<WindowID> retitled_;  // since the last turn that rebuilt anything
+    bool isMoreThanRetitled_ = false;        // since then something else happened, too
+    Timer wholeLook_;                        // what only titles have deferred
     Subscriptions subscriptions_;
 };
 

@@ -64,7 +64,7 @@ DragHoverActions RunningStrip::dragHoverActions() {
         const auto button = groupedButtons_.find(bundleID);
         if (button != groupedButtons_.end()) openGroupPopover(*button->second);
     };
-    a.closeGroupPopover = [this] { groupPopover_.close(); };
+    a.closeGroupPopover = [this] { closeGroupPopover(); };
     a.pinReveal = reveal_.pin;
     a.unpinReveal = reveal_.unpin;
     return a;
@@ -116,6 +116,14 @@ void RunningStrip::apply(const RunningStripContent& content, bool iconOnly) {
     runningStack_.contentsChanged();
 }
 
+void RunningStrip::retitle(const WindowSnapshot& window) {
+    const auto button = windowButtons_.find(window.id);
+    if (button != windowButtons_.end()) button->second->update(window);
+    const auto group = isGrouped_ ? groupedButtons_.find(RunningZoneLayout::groupKey(window)) : groupedButtons_.end();
+    if (group != groupedButtons_.end()) group->second->retitle(window);
+    groupPopover_.retitle(window);
+}
+
 bool RunningStrip::shows(const WindowID& id) const {
     return windowButtons_.contains(id) || std::ranges::count(shownWindows_, id) > 0;
 }
@@ -165,6 +173,7 @@ GroupedAppButton& RunningStrip::groupedButton(const RunningZoneLayout::Group& gr
 }
 
 void RunningStrip::groupClicked(GroupedAppButton& button) {
+    onClick();
     const bool isItsListOpen = groupPopover_.isShown() && popoverGroup_ == button.bundleID();
     if (isItsListOpen) return groupPopover_.close();
     if (button.windows().size() > 1) return openGroupPopover(button);
@@ -181,7 +190,11 @@ WindowButtonBindings RunningStrip::bindings(const WindowSnapshot& snapshot) {
     const BarActions& actions = services_.actions;
     SettingsStore& settings = services_.settings;
     WindowButtonBindings b;
-    b.onClick = bound(actions.onClickRunningWindow, snapshot.id);
+    if (const auto click = bound(actions.onClickRunningWindow, snapshot.id))
+        b.onClick = [this, click] {
+            onClick();
+            click();
+        };
     b.onMinimize = bound(actions.onMinimizeWindow, snapshot.id);
     b.onClose = bound(actions.onClose, snapshot.id);
     if (snapshot.bundleID) b.onPin = bound(actions.onPinApp, snapshot.pid);

@@ -40,12 +40,17 @@ public:
     double spacing() const { return runningStack_.spacing(); }
 
     void setScreenID(DisplayID screenID) { screenID_ = screenID; }
+    /// A button is clicked, before that does anything.
+    std::function<void()> onClick = [] {};
+    void closeGroupPopover() { groupPopover_.close(); }
 
     /// Whether the window, or placeholder, has a button or a row here.
     bool shows(const WindowID& id) const;
 
     /// Shows the content; `iconOnly` is how its placeholders look.
     void apply(const RunningStripContent& content, bool iconOnly);
+    /// Shows a window's new title, if it is shown here; the order stays.
+    void retitle(const WindowSnapshot& window);
     /// Marks the focused window's button, and no other.
     void applyFocus(const std::optional<WindowID>& focused);
     /// Badges the buttons of this application, and no others.

@@ -4,11 +4,17 @@
 
 namespace morvel {
 
-SystemButtons::SystemButtons(const BarServices& services, BarReveal reveal, std::function<void()> changed)
+SystemButtons::SystemButtons(const BarServices& services, BarReveal reveal, std::function<void()> pressed,
+                             std::function<void()> changed)
     : services_(services),
-      startButton_(services.icons, StartButton::Kind::Start, [this](ui::View&) { startClicked(); }),
+      startButton_(services.icons, StartButton::Kind::Start,
+                   [this, pressed](ui::View&) {
+                       pressed();
+                       startClicked();
+                   }),
       appleMenuButton_(services.icons, StartButton::Kind::AppleMenu,
-                       [&actions = services.actions](ui::View&) {
+                       [&actions = services.actions, pressed](ui::View&) {
+                           pressed();
                            actions.onAppleMenu();
                        }),
       launcherPopover_(services.toolkit, services.iconCache,

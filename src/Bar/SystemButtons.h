@@ -14,8 +14,9 @@ namespace morvel {
 /// Main thread only. The settings decide which are shown; the bar places them.
 class SystemButtons {
 public:
-    /// `changed` is called when other buttons are to be shown than before.
-    SystemButtons(const BarServices& services, BarReveal reveal, std::function<void()> changed);
+    /// `pressed` is called before a button acts; `changed` when other buttons are to be shown than before.
+    SystemButtons(const BarServices& services, BarReveal reveal, std::function<void()> pressed,
+                  std::function<void()> changed);
 
     /// In their order from the leading end.
     std::vector<ui::View*> shown();

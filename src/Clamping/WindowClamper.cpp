@@ -26,7 +26,12 @@ WindowClamper::WindowClamper(System system, const WindowStore& store, const Clam
 void WindowClamper::start() {
     const auto looks = [this](const auto&) { lookSoon(); };
     const auto reexamines = [this](const auto&) { reexamine(); };
-    subscriptions_.push_back(store_.windows().subscribe(looks));
+    lookSoon();
+    subscriptions_.push_back(store_.observeEvents([this](const WindowEvent& event) {
+        const bool isOfPlaces = !std::holds_alternative<event::TitleChanged>(event) &&
+                                !std::holds_alternative<event::Focused>(event);
+        if (isOfPlaces) lookSoon();
+    }));
     subscriptions_.push_back(settings_.barEdge.subscribe(reexamines, Current::Skip));
     subscriptions_.push_back(settings_.barHeight.subscribe(reexamines, Current::Skip));
     subscriptions_.push_back(settings_.compactAtTop.subscribe(reexamines, Current::Skip));

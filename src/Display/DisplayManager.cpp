@@ -10,8 +10,8 @@ namespace {
 constexpr Duration kScreensSettleDelay = std::chrono::milliseconds(200);
 /// The notice of a Space switch comes before the switch's animation ends, when the answers still name the old Space.
 constexpr Duration kSpaceSettleDelay = std::chrono::milliseconds(300);
-/// An application that comes to the front while it starts builds its menus after the notice, and one that starts or ends
-/// adds or takes its status item away a moment later, when the others move.
+/// An application that comes to the front while it starts builds its menus after the notice, and one that starts or
+/// ends adds or takes its status item away a moment later, when the others move.
 constexpr Duration kMenuBarSettleDelay = std::chrono::milliseconds(500);
 
 }  // namespace
@@ -146,10 +146,14 @@ void DisplayManager::reconcile(Missing missing) {
             controller = std::make_unique<MorvelController>(services_, menuBar_, screen, current);
         }
     }
-    if (missing == Missing::Keep) return;
     const auto isGone = [&](const auto& entry) {
         return std::ranges::find(connected, std::optional(entry.first), &Screen::displayID) == connected.end();
     };
+    if (missing == Missing::Keep) {
+        for (const auto& entry : controllers_)
+            if (isGone(entry)) entry.second->displayWentAway();
+        return;
+    }
     std::erase_if(uuids_, isGone);
     std::erase_if(controllers_, isGone);
 }

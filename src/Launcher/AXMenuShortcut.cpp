@@ -1,9 +1,9 @@
 #include "Launcher/AXMenuShortcut.h"
 
-#include <algorithm>
 #include <string>
 
 #include "Platform/AXNames.h"
+#include "Util/LowerCase.h"
 #include "WindowSource/AXReader.h"
 
 namespace morvel::AXMenuShortcut {
@@ -15,17 +15,10 @@ constexpr int kEndOfDepth = 7;
 // for stands in one of the first menus.
 constexpr int kMostElements = 4000;
 
-std::string lowercased(std::string_view text) {
-    std::string out(text);
-    std::ranges::transform(out, out.begin(),
-                           [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; });
-    return out;
-}
-
 class Search {
 public:
     Search(Accessibility& accessibility, std::string_view character, std::string_view titleNeedle)
-        : reader_(accessibility), character_(lowercased(character)), titleNeedle_(lowercased(titleNeedle)) {}
+        : reader_(accessibility), character_(lowerCased(character)), titleNeedle_(lowerCased(titleNeedle)) {}
 
     std::optional<AXElement> findInMenuBar(const AXElement& application) {
         const auto menuBar = reader_.readElement(application, ax::kMenuBar);
@@ -45,10 +38,10 @@ private:
 
     bool matches(const AXElement& element) {
         const auto character = reader_.readString(element, ax::kMenuItemCmdChar);
-        if (!character || lowercased(*character) != character_) return false;
+        if (!character || lowerCased(*character) != character_) return false;
         if (reader_.readNumber(element, ax::kMenuItemCmdModifiers) != 0.0) return false;
         const auto title = reader_.readString(element, ax::kTitle);
-        return title && lowercased(*title).find(titleNeedle_) != std::string::npos;
+        return title && lowerCased(*title).find(titleNeedle_) != std::string::npos;
     }
 
     AXReader reader_;

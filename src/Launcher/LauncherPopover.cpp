@@ -17,7 +17,7 @@ LauncherPopover::LauncherPopover(ui::Toolkit& toolkit, IconCache& icons, Launche
       icons_(icons),
       bindings_(std::move(bindings)),
       popover_(
-          toolkit, content_, [this] { didClose(); }, ui::PopoverFocus::Keyboard) {}
+          toolkit, content_, [this] { didClose(); }, ui::PopoverKind::Search) {}
 
 void LauncherPopover::show(ui::View& anchor, MorvelEdge barEdge) {
     const bool wasShown = popover_.isShown();

@@ -16,7 +16,7 @@ constexpr double kCornerRadius = 5;  // of the highlight
 }  // namespace
 
 LauncherRow::LauncherRow(ui::Toolkit& toolkit, IconCache& icons, std::function<void(const LauncherRow&)> onClick)
-    : icons_(icons), onClick_(std::move(onClick)), nameLabel_(toolkit, {.size = 13}) {
+    : onClick_(std::move(onClick)), iconView_(icons), nameLabel_(toolkit, {.size = 13}) {
     setCornerRadius(kCornerRadius);
     addSubview(iconView_);
     addSubview(nameLabel_);
@@ -26,10 +26,7 @@ void LauncherRow::show(const std::string& name, const std::string& path, RowStat
     state_ = state;
     nameLabel_.setText(name);
     setAccessibilityLabel(name);
-    if (std::exchange(path_, path) != path) {
-        iconView_.setImage(nullptr);  // rather than the icon of another application
-        request_ = icons_.fileIcon(path, [this](const ui::ImageRef& icon) { iconView_.setImage(icon); });
-    }
+    iconView_.showFile(path);
     applyAppearance();
 }
 
@@ -37,27 +34,17 @@ void LauncherRow::applyAppearance() {
     const bool isSelected = state_ == RowState::Selected;
     nameLabel_.setColor(isSelected ? ui::kWhiteColor : ui::kLabelColor);
     if (isSelected) return setBackground(ui::kControlAccentColor);
-    apply(rowAppearance(isHovered_), *this);
+    apply(rowAppearance(isHovered()), *this);
 }
 
 void LauncherRow::mouseUp(const ui::MouseEvent& event) {
-    if (event.button == ui::MouseButton::Left && bounds().contains(fromRoot(event.location))) accessibilityPress();
+    if (isReleasedInside(event)) accessibilityPress();
 }
 
 bool LauncherRow::accessibilityPress() {
     const auto click = onClick_;  // closes the popover and with it destroys this row
     click(*this);
     return true;
-}
-
-void LauncherRow::mouseEntered(const ui::MouseEvent&) {
-    isHovered_ = true;
-    applyAppearance();
-}
-
-void LauncherRow::mouseExited() {
-    isHovered_ = false;
-    applyAppearance();
 }
 
 void LauncherRow::layout() {

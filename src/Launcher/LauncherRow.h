@@ -4,8 +4,8 @@
 #include <functional>
 #include <string>
 
-#include "Theme/IconCache.h"
-#include "UI/ImageView.h"
+#include "Bar/Buttons/AppIconView.h"
+#include "UI/ButtonView.h"
 #include "UI/Label.h"
 
 namespace morvel {
@@ -13,7 +13,7 @@ namespace morvel {
 enum class RowState { Plain, Selected };
 
 /// Shows one application after another as the list is scrolled.
-class LauncherRow : public ui::View {
+class LauncherRow : public ui::ButtonView {
 public:
     static constexpr double kHeight = 28;  ///< in points
     static constexpr double kMargin = 4;   ///< between the highlight and the list's edges
@@ -28,28 +28,18 @@ public:
     const ui::ImageView& iconView() const { return iconView_; }
     RowState state() const { return state_; }
 
-    bool acceptsMouse() const override { return true; }
-    bool tracksHover() const override { return true; }
     void mouseUp(const ui::MouseEvent& event) override;
-    void mouseEntered(const ui::MouseEvent& event) override;
-    void mouseExited() override;
-    ui::AccessibilityRole accessibilityRole() const override { return ui::AccessibilityRole::Button; }
     bool accessibilityPress() override;
 
 protected:
+    void applyAppearance() override;
     void layout() override;
 
 private:
-    void applyAppearance();
-
-    IconCache& icons_;
     std::function<void(const LauncherRow&)> onClick_;
-    ui::ImageView iconView_;
+    AppIconView iconView_;
     ui::Label nameLabel_;
-    std::string path_;
     RowState state_ = RowState::Plain;
-    bool isHovered_ = false;
-    Subscription request_;  // last member, so that nothing is delivered to a half-dead row
 };
 
 }  // namespace morvel

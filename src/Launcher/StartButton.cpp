@@ -47,17 +47,8 @@ bool StartButton::accessibilityPress() {
     return true;
 }
 
-void StartButton::mouseEntered(const ui::MouseEvent&) {
-    setHovered(true);
-}
-
-void StartButton::mouseExited() {
-    setHovered(false);
-}
-
-void StartButton::setHovered(bool isHovered) {
-    isHovered_ = isHovered;
-    apply(startButtonAppearance(isHovered_), *this);
+void StartButton::applyAppearance() {
+    apply(startButtonAppearance(isHovered()), *this);
 }
 
 void StartButton::layout() {

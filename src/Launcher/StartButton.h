@@ -5,13 +5,14 @@
 #include <string>
 
 #include "Platform/Icons.h"
+#include "UI/ButtonView.h"
 #include "UI/ImageView.h"
 
 namespace morvel {
 
 /// Acts when it is pressed, without waiting for the release. Files dropped on it are left to the strip around it, which
 /// pins them: a drag goes to the deepest view that accepts it, and this one accepts none.
-class StartButton : public ui::View {
+class StartButton : public ui::ButtonView {
 public:
     enum class Kind { Start, AppleMenu };
 
@@ -23,26 +24,18 @@ public:
     using View::tooltip;
 
     const ui::ImageView& iconView() const { return iconView_; }
-    bool isHovered() const { return isHovered_; }
 
     Size intrinsicSize() const override;
-    bool acceptsMouse() const override { return true; }
-    bool tracksHover() const override { return true; }
     void mouseDown(const ui::MouseEvent& event) override;
-    void mouseEntered(const ui::MouseEvent& event) override;
-    void mouseExited() override;
-    ui::AccessibilityRole accessibilityRole() const override { return ui::AccessibilityRole::Button; }
     bool accessibilityPress() override;
 
 protected:
+    void applyAppearance() override;
     void layout() override;
 
 private:
-    void setHovered(bool isHovered);
-
     std::function<void(ui::View&)> onClick_;
     ui::ImageView iconView_{ui::ImageScaling::None};
-    bool isHovered_ = false;
 };
 
 }  // namespace morvel

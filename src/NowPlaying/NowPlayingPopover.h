@@ -12,7 +12,7 @@
 
 namespace morvel {
 
-/// One per bar, owned by it. Closes with a press outside this program's windows, and when nothing plays any more.
+/// One per bar, owned by it. Closes with a press anywhere else, and when nothing plays any more.
 class NowPlayingPopover {
 public:
     explicit NowPlayingPopover(ButtonServices services);
@@ -22,7 +22,8 @@ public:
     /// Opens beside `anchor`, on the side away from the screen edge, and follows the store while it is open. Open
     /// already, it moves there. The store outlives the popover.
     void show(ui::View& anchor, const NowPlayingState& state, NowPlayingStore& store, MorvelEdge barEdge);
-    void close() { popover_.close(); }
+    /// Does nothing while it is open beside another view.
+    void closeBeside(const ui::View& anchor);
     bool isShown() const { return popover_.isShown(); }
 
     /// The player whose button it is anchored to. Empty while closed.
@@ -40,6 +41,7 @@ private:
     ui::View root_;  // what the popover shows, around a content that is new each time
     std::unique_ptr<NowPlayingPopoverContentView> content_;
     std::optional<std::string> anchoredBundleID_;
+    const ui::View* anchor_ = nullptr;  // only compared; null while closed
     Subscription subscription_;
     Subscription outsidePresses_;
     ui::Popover popover_;  // last, so that it is destroyed first and never calls a half-dead object

@@ -28,11 +28,13 @@ void NowPlayingPopoverContentView::TransportButton::show(Icons& icons, const std
                                                          const std::string& meaning) {
     imageView().setImage(icons.symbol(symbol, kSymbolSize));
     setAccessibilityLabel(meaning);
+    setNeedsLayout();
 }
 
 void NowPlayingPopoverContentView::TransportButton::layout() {
+    const Size size = imageView().image() ? imageView().image()->size() : Size{};
     imageView().setFrame(
-        {(frame().width - kSymbolSize) / 2, (frame().height - kSymbolSize) / 2, kSymbolSize, kSymbolSize});
+        {(frame().width - size.width) / 2, (frame().height - size.height) / 2, size.width, size.height});
 }
 
 NowPlayingPopoverContentView::NowPlayingPopoverContentView(ButtonServices services, NowPlayingStore& store,
@@ -59,13 +61,22 @@ void NowPlayingPopoverContentView::update(const NowPlayingState& state) {
     artistLabel_.setText(state.artist);
     iconRequest_.reset();
     if (state.artwork) {
-        artworkView_.setImage(state.artwork);
+        showArtwork(state.artwork);
     } else {
         iconRequest_ = services_.iconCache.icon(state.bundleID, kNoProcess,
-                                                [this](const ui::ImageRef& icon) { artworkView_.setImage(icon); });
+                                                [this](const ui::ImageRef& icon) { showArtwork(icon); });
     }
     toggleButton_.show(services_.icons, state.isPlaying ? "pause.fill" : "play.fill",
                        state.isPlaying ? "Pause" : "Play");
+}
+
+// The view shows pictures as large as they are; so they come to it as large as it is, with their proportions.
+void NowPlayingPopoverContentView::showArtwork(const ui::ImageRef& picture) {
+    const Size size = picture->size();
+    const double longest = std::max({size.width, size.height, 1.0});
+    const ui::ImageRef fitting =
+        services_.icons.baked(picture, {size.width * kArtworkSize / longest, size.height * kArtworkSize / longest});
+    artworkView_.setImage(fitting ? fitting : picture);
 }
 
 void NowPlayingPopoverContentView::layout() {

@@ -30,6 +30,8 @@ protected:
     void layout() override;
 
 private:
+    void showArtwork(const ui::ImageRef& picture);
+
     /// A symbol in the middle of a larger area that takes presses.
     class TransportButton : public ui::ImageButton {
     public:
@@ -40,7 +42,7 @@ private:
     };
 
     ButtonServices services_;
-    ui::ImageView artworkView_;
+    ui::ImageView artworkView_{ui::ImageScaling::None};
     ui::Label titleLabel_;
     ui::Label artistLabel_;
     TransportButton prevButton_;

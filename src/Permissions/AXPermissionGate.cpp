@@ -9,6 +9,7 @@ constexpr Duration kPollInterval = std::chrono::seconds(1);
 }  // namespace
 
 void AXPermissionGate::startPollingUntilGranted(std::function<void()> onGranted) {
+    poll_.reset();  // only the last one who asks waits
     if (isTrusted()) return onGranted();
     poll_ = mainLoop_.every(kPollInterval, kPollInterval, [this, onGranted = std::move(onGranted)] {
         if (!isTrusted()) return;

@@ -3,17 +3,15 @@
 #include <algorithm>
 
 #include "Pinned/PinnedItemsCoding.h"
+#include "Util/LowerCase.h"
 
 namespace morvel::PinnedDrop {
 
 namespace {
 
-char lower(char c) {
-    return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
-}
-
+/// Whether it does in capitals or small letters, of which `end` has none but small ones.
 bool endsIgnoringCase(std::string_view text, std::string_view end) {
-    return text.size() > end.size() && std::ranges::equal(text.substr(text.size() - end.size()), end, {}, lower, lower);
+    return text.size() > end.size() && lowerCased(text.substr(text.size() - end.size())) == end;
 }
 
 std::string lastComponent(const std::string& path) {
@@ -27,7 +25,7 @@ PinnedItem read(const std::string& path, InstalledApplications& applications) {
     const std::string_view suffix = applications.suffix();
     const bool isNamedSo = endsIgnoringCase(name, suffix);
     const auto bundle = isNamedSo ? applications.bundle(path) : std::nullopt;
-    if (!bundle || !bundle->identifier) return PinnedItem::folder(path, name);
+    if (!bundle || bundle->identifier.value_or("").empty()) return PinnedItem::folder(path, name);
     std::string displayName = name.substr(0, name.size() - suffix.size());
     if (bundle->name) displayName = *bundle->name;
     if (bundle->displayName) displayName = *bundle->displayName;

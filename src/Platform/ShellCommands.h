@@ -17,7 +17,8 @@ class ShellCommands {
 public:
     virtual ~ShellCommands() = default;
 
-    /// Runs the line with `/bin/sh -c` and waits for its end, ten seconds at most: then it is killed.
+    /// Runs the line with `/bin/sh -c` and waits for its end, ten seconds at most: then it is killed, with what it
+    /// has started.
     virtual ShellResult run(const std::string& line) = 0;
 };
 

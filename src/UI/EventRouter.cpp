@@ -22,6 +22,9 @@ void EventRouter::pointerMoved(Point<ViewSpace> location) {
     inside_ = true;
     location_ = location;
     updateHover();
+    // A window has one such view at most.
+    const auto mover = std::ranges::find_if(hovered_, &View::tracksMoves);
+    if (mover != hovered_.end()) (*mover)->mouseMoved({MouseButton::Left, location});
     if (pressed_) pressed_->mouseDragged({pressedButton_, location});
 }
 

@@ -8,7 +8,6 @@ Panel::Panel(Toolkit& toolkit, const PanelOptions& options, View& content) : con
 }
 
 void Panel::setFrame(const Rect<ScreenSpace>& frame) {
-    if (frame_ == frame) return;
     frame_ = frame;
     peer_->setFrame(frame);
     content_.setFrame({0, 0, frame.width, frame.height});

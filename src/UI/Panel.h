@@ -15,7 +15,7 @@ public:
 
     const Rect<ScreenSpace>& frame() const { return frame_; }
     View& content() { return content_; }
-    /// Does nothing when the frame is the same.
+    /// Does nothing where the window is there already, or is on its way there.
     void setFrame(const Rect<ScreenSpace>& frame);
     /// The same, gliding; the content gets its new size at once.
     void animateFrame(const Rect<ScreenSpace>& frame, Duration duration);

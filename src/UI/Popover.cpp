@@ -2,14 +2,14 @@
 
 namespace morvel::ui {
 
-Popover::Popover(Toolkit& toolkit, View& content, std::function<void()> closed, PopoverFocus focus)
+Popover::Popover(Toolkit& toolkit, View& content, std::function<void()> closed, PopoverKind kind)
     : content_(content), closed_(std::move(closed)), peer_(toolkit.makePopover(
                                                                       content,
                                                                       [this] {
                                                                           shown_ = false;
                                                                           if (closed_) closed_();
                                                                       },
-                                                                      focus)) {}
+                                                                      kind)) {}
 
 void Popover::show(View& anchor, Edge edge, Size contentSize) {
     shown_ = true;

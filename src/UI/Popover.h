@@ -12,7 +12,7 @@ namespace morvel::ui {
 class Popover {
 public:
     /// The content outlives the popover and is resized to what is shown. `closed` is called after each closing.
-    Popover(Toolkit& toolkit, View& content, std::function<void()> closed, PopoverFocus focus = PopoverFocus::None);
+    Popover(Toolkit& toolkit, View& content, std::function<void()> closed, PopoverKind kind = PopoverKind::List);
 
     bool isShown() const { return shown_; }
     /// Shows it beside `anchor`, on its `edge` side. Shown already, it moves there.

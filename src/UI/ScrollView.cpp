@@ -1,6 +1,7 @@
 #include "UI/ScrollView.h"
 
 #include <algorithm>
+#include <cmath>
 #include <utility>
 
 namespace morvel::ui {
@@ -42,7 +43,7 @@ void ScrollView::scrollToVisible(double top, double bottom) {
 }
 
 bool ScrollView::scrollWheel(const WheelEvent& event) {
-    if (isHostScrolling_) return false;
+    if (isHostScrolling_ || !std::isfinite(event.notches)) return false;
     const double before = offset_;
     scrollTo(offset_ + event.notches * kWheelStep);
     return offset_ != before;

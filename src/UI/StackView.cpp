@@ -13,23 +13,27 @@ void StackView::setInsets(double leading, double trailing) {
 void StackView::setGap(const std::optional<Gap>& gap) {
     if (gap_ == gap) return;
     gap_ = gap;
-    setNeedsLayout();
+    intrinsicSizeChanged();
 }
 
 Size StackView::intrinsicSize() const {
-    double along = 0;
+    double along = leading_;
     double across = 0;
-    int shown = 0;
+    double position = leading_;
     for (const View* view : subviews()) {
         if (view->isHidden()) continue;
         const Size size = view->intrinsicSize();
-        along += axis_ == Axis::Horizontal ? size.width : size.height;
+        const double length = axis_ == Axis::Horizontal ? size.width : size.height;
+        along = clearOfGap(position, length) + length;
+        position = along + spacing_;
         across = std::max(across, axis_ == Axis::Horizontal ? size.height : size.width);
-        ++shown;
     }
-    if (shown > 1) along += spacing_ * (shown - 1);
-    along += leading_ + trailing_;
+    along += trailing_;
     return axis_ == Axis::Horizontal ? Size{along, across} : Size{across, along};
+}
+
+double StackView::clearOfGap(double position, double length) const {
+    return gap_ && position < gap_->end && position + length > gap_->start ? gap_->end : position;
 }
 
 std::vector<Rect<ViewSpace>> StackView::arrangedFrames() const {
@@ -39,7 +43,7 @@ std::vector<Rect<ViewSpace>> StackView::arrangedFrames() const {
         if (view->isHidden()) continue;
         const Size size = view->intrinsicSize();
         const double length = axis_ == Axis::Horizontal ? size.width : size.height;
-        if (gap_ && position < gap_->end && position + length > gap_->start) position = gap_->end;
+        position = clearOfGap(position, length);
         if (axis_ == Axis::Horizontal) {
             const double height = std::min(size.height, frame().height);
             frames.push_back({position, (frame().height - height) / 2, size.width, height});

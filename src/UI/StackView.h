@@ -27,7 +27,7 @@ public:
         double end = 0;
         bool operator==(const Gap&) const = default;
     };
-    /// What would reach into the gap stands after it, and so does all that follows.
+    /// What would reach into the gap stands after it, and so does all that follows: the stack is longer by that.
     void setGap(const std::optional<Gap>& gap);
 
     /// In order from the leading end. Exactly the subviews.
@@ -46,6 +46,9 @@ protected:
     void layout() override;
 
 private:
+    /// Where a view of this length stands that would stand at the position.
+    double clearOfGap(double position, double length) const;
+
     Axis axis_;
     double spacing_;
     double leading_ = 0;

@@ -26,7 +26,8 @@ class View;
 class PanelPeer {
 public:
     virtual ~PanelPeer() = default;
-    /// Moves and resizes the window; the caller resizes the content view.
+    /// Moves and resizes the window, unless it is there already, or gliding there; the caller resizes the content view.
+    /// Systems move windows themselves while displays are rearranged, so a frame may be set again to put it back.
     virtual void setFrame(const Rect<ScreenSpace>& frame) = 0;
     /// The same over `duration`, from where the window is now; a later frame takes over from what is reached by then.
     virtual void animateFrame(const Rect<ScreenSpace>& frame, Duration duration) = 0;
@@ -48,11 +49,14 @@ struct PanelOptions {
     PanelKind kind = PanelKind::Bar;
 };
 
-/// Whether a popover takes the keyboard while it is shown, so that a person can type into it. The application in front
-/// stays in front.
-enum class PopoverFocus { None, Keyboard };
+/// List: comes and goes at once, so that the press that closes it can show it at another button, and leaves the presses
+/// in its anchor's window to that window, where a drag into the list may begin. Controls: comes and goes as the system
+/// animates popovers. Search: the same, and it takes the keyboard while it is shown, so that a person can type into it;
+/// the application in front stays in front.
+enum class PopoverKind { List, Controls, Search };
 
-/// The platform's popover behind a `Popover`.
+/// The platform's popover behind a `Popover`. It closes by itself before a press in another window of this program goes
+/// to its view, except for a press on the anchor, which decides for itself, and for what a list leaves to others.
 class PopoverPeer {
 public:
     virtual ~PopoverPeer() = default;
@@ -70,9 +74,8 @@ class Toolkit {
 public:
     virtual ~Toolkit() = default;
 
-    /// From now on everything is shown in this appearance, what is on the screen included. Ignored by hosts that know
-    /// only one.
-    virtual void setAppearance(Appearance) {}
+    /// From now on everything is shown in this appearance, what is on the screen included.
+    virtual void setAppearance(Appearance appearance) = 0;
 
     /// The content view fills the panel and outlives the peer.
     virtual std::unique_ptr<PanelPeer> makePanel(const PanelOptions& options, View& content) = 0;
@@ -80,7 +83,7 @@ public:
     /// `closed` is called each time it has closed, whoever closed it, never inside `show`. The content view outlives
     /// the peer.
     virtual std::unique_ptr<PopoverPeer> makePopover(View& content, std::function<void()> closed,
-                                                     PopoverFocus focus = PopoverFocus::None) = 0;
+                                                     PopoverKind kind = PopoverKind::List) = 0;
 
     /// Shows the menu at a point of the anchor's window (in its root's space). Calls the chosen item's action, if one
     /// was chosen, and then `closed`; either inside this call or later. The anchor may be gone by then.
@@ -89,13 +92,13 @@ public:
     /// Starts to drag the view, which is pressed and shows under the pointer as it looks now, until the button is
     /// released. `ended` is called once, in a later turn, with what the destination did; the view may be gone by then.
     /// Where a drag cannot be started it ends at once with None.
-    virtual void beginDrag(View&, DragItem, std::function<void(DragOperation)> ended) { ended(DragOperation::None); }
+    virtual void beginDrag(View& view, DragItem item, std::function<void(DragOperation)> ended) = 0;
 
     /// Shows a prompt, centred, in front and with the keyboard's focus. Null on hosts that have nothing to prompt for.
     virtual std::unique_ptr<PromptPeer> showPrompt(Prompt) { return nullptr; }
 
     /// A window of controls, not shown yet. Null where such windows cannot be shown, which the host has logged.
-    virtual std::unique_ptr<FormWindowPeer> makeFormWindow(Form) { return nullptr; }
+    virtual std::unique_ptr<FormWindowPeer> makeFormWindow(Form form) = 0;
 
     /// Asks the person, in front of everything and with nothing else of this program answering meanwhile. `answered` is
     /// called in a later turn, with the index of the chosen button, or with nothing when the question went away without

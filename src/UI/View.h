@@ -95,6 +95,9 @@ public:
     virtual bool tracksHover() const { return false; }
     virtual void mouseEntered(const MouseEvent&) {}
     virtual void mouseExited() {}
+    /// Whether a view that tracks hover wants to be told of each move of the pointer inside its bounds as well.
+    virtual bool tracksMoves() const { return false; }
+    virtual void mouseMoved(const MouseEvent&) {}
     /// The deepest visible view under the point (in this view's space) that accepts the mouse.
     View* hitTest(Point<ViewSpace> point);
 

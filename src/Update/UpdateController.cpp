@@ -32,7 +32,7 @@ void UpdateController::start() {
 }
 
 void UpdateController::checkIfDue() {
-    if (isCheckDue(isAutoCheckEnabled(), lastCheck(), environment_.now())) checkNow();
+    if (isCheckDue(settingsAutoCheckEnabled(), lastCheckPublic(), environment_.now())) checkNow();
 }
 
 void UpdateController::checkNow() {

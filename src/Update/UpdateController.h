@@ -62,10 +62,10 @@ public:
     const Published<Status>& status() const { return status_; }
     bool updateAvailable() const;
     /// The moment of the last check of any run, whether it succeeded or not.
-    std::optional<Date> lastCheck() const { return settings_.updaterLastCheckedAt.value(); }
+    std::optional<Date> lastCheckPublic() const { return settings_.updaterLastCheckedAt.value(); }
     const std::optional<SemanticVersion>& installedVersion() const { return environment_.currentVersion; }
 
-    bool isAutoCheckEnabled() const { return settings_.updaterAutoCheckEnabled.value(); }
+    bool settingsAutoCheckEnabled() const { return settings_.updaterAutoCheckEnabled.value(); }
     void setAutoCheckEnabled(bool enabled) { settings_.updaterAutoCheckEnabled.set(enabled); }
 
 private:

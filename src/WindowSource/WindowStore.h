@@ -27,9 +27,9 @@ public:
     /// The only way to change anything below. One publication per event that changes something.
     void apply(const WindowEvent& event);
 
-    /// Hears of each event before it is applied, whether it will change anything or not. For diagnosis: what shows
-    /// windows follows the two below.
-    [[nodiscard]] Subscription observeEvents(std::function<void(const WindowEvent&)> listener) {
+    /// Hears of each event before it is applied, whether it will change anything or not. What shows windows follows
+    /// the two below; from here it knows what kind of change the next publication is about.
+    [[nodiscard]] Subscription observeEvents(std::function<void(const WindowEvent&)> listener) const {
         return events_.subscribe(std::move(listener));
     }
 
@@ -66,7 +66,7 @@ private:
 
     WindowIDMint& mint_;
     std::function<bool(ProcessID)> isProcessAlive_;
-    Signal<const WindowEvent&> events_;
+    mutable Signal<const WindowEvent&> events_;
     std::shared_ptr<WindowMap> map_ = std::make_shared<WindowMap>();
     Published<WindowMapRef> windows_{map_};
     Published<std::optional<WindowID>> focusedID_;

@@ -95,6 +95,44 @@ TEST(Bar, AThousandEventsInOneTurnCostOneProjection) {
     EXPECT_EQ(button.titleLabel().text(), "title 999");
 }
 
+TEST(Bar, ATitleIsShownAtOnceAndTheOtherWindowsAreLookedAtLater) {
+    BarDesktop desktop;
+    auto& app = desktop.launch("Editor");
+    auto& changing = app.open({.title = "before"});
+    auto& leaving = app.open({.title = "leaves unnoticed"});
+    desktop.startMorvel();
+    desktop.run(1s);
+    const auto queries = [&desktop] { return desktop.windowServer().spaceQueries; };
+    const int before = queries();
+    desktop.windowServer().windowSpaces[leaving.number()] = {SpaceID(99)};  // the system tells nobody
+    changing.setTitle("after");
+    desktop.run(250ms);
+    EXPECT_EQ(desktop.strip(), "after leaves unnoticed");
+    EXPECT_EQ(queries(), before);
+    // The former title returns in the turn of a whole look, and the whole look must not take it for unchanged.
+    auto& store = const_cast<WindowStore&>(*desktop.delegate().windowStore());
+    const WindowID id = desktop.button("after").snapshot().id;
+    store.apply(event::FullscreenChanged{desktop.button("leaves unnoticed").snapshot().id, false});
+    store.apply(event::TitleChanged{id, "before"});
+    desktop.settle();
+    EXPECT_EQ(desktop.strip(), "before");
+    desktop.windowServer().windowSpaces[leaving.number()] = {*desktop.windowServer().activeSpace()};
+    store.apply(event::TitleChanged{id, "again"});
+    desktop.run(1s);
+    EXPECT_EQ(desktop.strip(), "again leaves unnoticed");
+    const int settled = queries();
+    desktop.run(5s);
+    EXPECT_EQ(queries(), settled) << "no look without a change";
+
+    desktop.settings().groupingMode.set(GroupingMode::Always);
+    desktop.settle();
+    desktop.click(desktop.group("Editor"));
+    store.apply(event::TitleChanged{id, "in a row"});
+    desktop.settle();
+    const auto rows = desktop.all<GroupRowButton>(desktop.toolkit().shownPopover()->surface.root());
+    EXPECT_TRUE(std::ranges::any_of(rows, [](const auto* row) { return row->snapshot().title == "in a row"; }));
+}
+
 TEST(Bar, GroupsWhenCrowdedAndListsAGroupsWindows) {
     BarDesktop desktop(sim::oneDisplay(840, 600));
     auto& editor = desktop.launch("Editor");

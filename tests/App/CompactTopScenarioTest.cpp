@@ -1,7 +1,9 @@
 // A bar at the top edge that shares its strip with the system's menu bar.
 #include "App/BarDesktop.h"
 #include "Bar/CompactTop/CompactTopExpansionToggleButton.h"
+#include "Bar/Pinned/PinnedAppButton.h"
 #include "Launcher/StartButton.h"
+#include "Pinned/PinnedItemsCoding.h"
 #include "sim/SimMenuBar.h"
 
 namespace morvel {
@@ -121,20 +123,6 @@ TEST(CompactTop, ExpandsAndCollapsesByItsToggle) {
     EXPECT_EQ(desktop.strip().substr(0, 9), "five four");
 }
 
-TEST(CompactTop, TellsHowMuchRoomItsContentsNeed) {
-    CompactDesktop desktop;
-    desktop.startMorvel();
-    std::vector<double> widths;
-    desktop.controller().view().onContentWidthChanged = [&](double width) { widths.push_back(width); };
-    desktop.editor.open({.title = "one"});
-    desktop.settle();
-    ASSERT_FALSE(widths.empty());
-    const double one = widths.back();
-    desktop.editor.open({.title = "two"});
-    desktop.settle();
-    EXPECT_EQ(widths.back(), one + 150 + 4);
-}
-
 TEST(CompactTop, TheToggleHidesWithItsBar) {
     CompactDesktop desktop;
     desktop.defaults().set("autoHide", {true});
@@ -234,7 +222,8 @@ TEST(CompactTop, EachDisplayHasTheGapsOfItsOwnMenuBar) {
     left.focus();
     desktop.startMorvel();
     EXPECT_EQ(desktop.barFrame(0), (Frame{408, 876, 1440 - 408 - 100, 24}));
-    EXPECT_EQ(desktop.barFrame(1), (Frame{1440, 1056, 1920 - 200, 24})) << "no titles there, and no items that are told";
+    EXPECT_EQ(desktop.barFrame(1), (Frame{1440, 1056, 1920 - 200, 24}))
+        << "no titles there, and no items that are told";
 
     // The menus of one application go with its focus, without any notice but that.
     desktop.menus.setTitles(desktop.editor, {1450, 1500}, 1700, 900 - 1080);
@@ -256,42 +245,100 @@ TEST(CompactTop, EachDisplayHasTheGapsOfItsOwnMenuBar) {
     EXPECT_EQ(desktop.toolkit().panels().size(), 1u);
 }
 
-TEST(CompactTop, TheStripStaysClearOfACameraHousing) {
-    CompactDesktop desktop;
-    Screen& screen = desktop.screens().list[0];
-    screen.auxiliaryTopLeft = {0, 876, 650, 24};
-    screen.auxiliaryTopRight = {790, 876, 650, 24};
-    for (const char* title : {"one", "two", "three"}) desktop.editor.open({.title = title});
-    desktop.defaults().set("windowlessAppsMode", {std::string("off")});
-    desktop.defaults().set("groupingMode", {std::string("never")});
-    desktop.defaults().set("showStartButton", {false});
-    desktop.startMorvel();
-    const double origin = desktop.barFrame().minX();
-    ASSERT_EQ(origin, 408);
-    const auto spans = [&] {
+/// The same display with a camera housing, 140 points wide in the middle.
+class NotchedDesktop : public CompactDesktop {
+public:
+    NotchedDesktop() {
+        Screen& screen = screens().list[0];
+        screen.auxiliaryTopLeft = {0, 876, 650, 24};
+        screen.auxiliaryTopRight = {790, 876, 650, 24};
+        defaults().set("windowlessAppsMode", {std::string("off")});
+        defaults().set("showStartButton", {false});
+    }
+    void open(std::initializer_list<const char*> titles) {
+        for (const char* title : titles) editor.open({.title = title});
+    }
+    /// From where to where the buttons of a kind reach on the display.
+    template <class Button>
+    std::vector<std::pair<double, double>> spans() {
         std::vector<std::pair<double, double>> found;
-        for (const WindowButton* button : desktop.all<WindowButton>(desktop.bar())) {
+        for (const Button* button : all<Button>(bar())) {
             const auto frame = button->boundsInRoot();
-            found.emplace_back(desktop.barFrame().minX() + frame.minX(), desktop.barFrame().minX() + frame.maxX());
+            found.emplace_back(barFrame().minX() + frame.minX(), barFrame().minX() + frame.maxX());
         }
         return found;
-    };
+    }
+    /// Where the front application's titles end, as they are told from the next activation on.
+    void endTitlesAt(double x) {
+        menus.setTitles(editor, {10, x - 50}, x);
+        launch("Other").activate();
+        settle();
+        editor.activate();
+        settle();
+    }
+};
+
+TEST(CompactTop, WindowsStayClearOfACameraHousing) {
+    NotchedDesktop desktop;
+    desktop.open({"one", "two", "three"});
+    desktop.startMorvel();
+    ASSERT_EQ(desktop.barFrame().minX(), 408);
+    const auto spans = [&] { return desktop.spans<WindowButton>(); };
     ASSERT_EQ(desktop.strip(), "one three* two");
     EXPECT_LE(spans()[0].second, 650);
     EXPECT_EQ(spans()[1].first, 790) << "the second would reach under the housing";
     EXPECT_EQ(spans()[2].first, 944);
 
-    // Menus that end beyond the housing: the bar begins there.
-    desktop.menus.setTitles(desktop.editor, {10, 800}, 850);
-    desktop.launch("Other").activate();
-    desktop.settle();
-    desktop.editor.activate();
-    desktop.settle();
+    // Room for none before the housing, and for three behind it, though the room of both would do for four.
+    desktop.endTitlesAt(490);
     ASSERT_EQ(spans().size(), 3u);
-    EXPECT_EQ(spans()[0].first, 858 + 8 + 4);
-    desktop.settings().compactAtTop.set(false);
+    EXPECT_EQ(spans()[0].first, 790);
+    EXPECT_LE(spans()[2].second, desktop.barFrame().maxX() - kCompactTopStripWidth);
+    desktop.open({"four"});
     desktop.settle();
-    EXPECT_EQ(spans()[2].second, 8 + 4 + 3 * 150 + 2 * 4) << "over the whole menu bar nothing makes room";
+    EXPECT_EQ(desktop.strip(), "Editorx4") << "the last one would be cut off";
+
+    // Menus that end beyond the housing: the bar begins there.
+    desktop.endTitlesAt(850);
+    EXPECT_EQ(desktop.spans<GroupedAppButton>()[0].first, 858 + 8 + 4);
+    desktop.settings().compactAtTop.set(false);
+    desktop.open({"five", "six"});
+    desktop.settle();
+    ASSERT_EQ(spans().size(), 6u);
+    EXPECT_LE(spans()[3].second, 650);
+    EXPECT_EQ(spans()[4].first, 790) << "over the whole menu bar the housing is there as well";
+    desktop.settings().barEdge.set(MorvelEdge::Bottom);
+    desktop.settle();
+    EXPECT_EQ(spans()[4].first - spans()[3].second, 4);
+}
+
+TEST(CompactTop, PinnedItemsAndTheToggleStayClearOfACameraHousing) {
+    NotchedDesktop desktop;
+    std::vector<PinnedItem> items;
+    for (const char* name : {"a", "b", "c"}) items.push_back(PinnedItem::folder(std::string("/") + name, name));
+    desktop.defaults().values["pinnedApps"] = {*PinnedItemsCoding::encode(items)};
+    desktop.open({"one", "two"});
+    desktop.menus.setTitles(desktop.editor, {10, 500}, 542);
+    desktop.startMorvel();
+    const auto pins = [&] { return desktop.spans<PinnedAppButton>(); };
+    ASSERT_EQ(pins().size(), 3u);
+    EXPECT_EQ(pins()[0].first, 558);
+    EXPECT_LE(pins()[1].second, 650);
+    EXPECT_EQ(pins()[2].first, 790);
+    EXPECT_EQ(desktop.spans<WindowButton>()[0].first, pins()[2].second + 4);
+    EXPECT_EQ(desktop.spans<WindowButton>().size(), 2u) << "what the housing takes is not taken twice";
+
+    // Status items up to the housing: the bar ends under it, and the toggle stands before it with what goes with it.
+    desktop.menus.setItems(desktop.extra, {100, 150, 150, 162}, {1440, 0}, 70);
+    desktop.endTitlesAt(300);
+    desktop.click(desktop.toggle());
+    EXPECT_EQ(desktop.barFrame().maxX(), 808 - 8);
+    const sim::SimPanel& strip = *desktop.panels(ui::PanelKind::Companion)[0];
+    EXPECT_EQ(strip.frame.maxX(), 650);
+    EXPECT_EQ(desktop.strip(), "Editorx2");
+    desktop.click(desktop.toggle());
+    EXPECT_EQ(strip.frame.maxX(), desktop.barFrame().maxX());
+    EXPECT_EQ(desktop.spans<WindowButton>().size(), 2u);
 }
 
 TEST(CompactTop, TheAppleMenuIsThatOfTheApplicationInFront) {
@@ -353,6 +400,16 @@ TEST(Displays, ReconfigurationsPassQuietly) {
     EXPECT_EQ(moves(), (std::vector<int>{0, 0}));
     EXPECT_EQ(&desktop.bar(1), kept);
     EXPECT_EQ(desktop.delegate().displayManager()->connectedScreens().size(), 2u);
+
+    // One display goes for a moment. Its bar is on no other meanwhile, and is the same when the display is back.
+    desktop.screens().list = {screens[0]};
+    desktop.screens().changes.emit();
+    desktop.run(100ms);
+    ASSERT_EQ(desktop.toolkit().panels().size(), 2u);
+    EXPECT_FALSE(desktop.toolkit().panels()[1]->isShown);
+    report(screens);
+    EXPECT_TRUE(desktop.toolkit().panels()[1]->isShown);
+    EXPECT_EQ(&desktop.bar(1), kept);
 
     // Mirrored, one screen stands for both; the other display's bar goes.
     report({screens[0]});

@@ -65,6 +65,22 @@ TEST(SystemChanges, AreOfferedMadeUndoneAndMadeAgain) {
     EXPECT_EQ(desktop.done(), "-dock -spaces");
 }
 
+TEST(SystemChanges, FollowTheValueOfTheirFlagAndNotItsAssignments) {
+    DockDesktop desktop;
+    desktop.startMorvel();
+    desktop.toolkit().answer("Skip");
+    desktop.toolkit().answer(kDontAskAgain);
+    for (const bool isWanted : {false, true, true}) desktop.settings().dockChangedByUs.set(isWanted);
+    EXPECT_EQ(desktop.done(), "+dock");
+    desktop.quitMorvel();
+    EXPECT_EQ(desktop.done(), "-dock");
+    desktop.startMorvel();
+    EXPECT_EQ(desktop.question(), "Hide and shrink the macOS Dock?") << "it was passed over";
+    EXPECT_EQ(desktop.done(), "");
+    desktop.toolkit().answer(kHideDock);
+    EXPECT_EQ(desktop.done(), "+dock") << "though the flag is set already";
+}
+
 TEST(SystemChanges, LeftBehindByACrashAreOfferedToBeUndone) {
     DockDesktop desktop;
     desktop.startMorvel();
@@ -127,6 +143,31 @@ TEST(StatusItem, IsThereBeforeThePermissionAndFollowsItsSetting) {
     EXPECT_EQ(desktop.toolkit().statusMenu(), nullptr);
     desktop.settings().showMenuBarIcon.set(true);
     EXPECT_NE(desktop.toolkit().statusMenu(), nullptr);
+}
+
+TEST(Permission, IsWaitedForWithOrWithoutItsWindow) {
+    BarDesktop desktop;
+    desktop.defaults().values["showMenuBarIcon"] = {true};
+    desktop.accessibility().trusted = false;
+    desktop.startMorvel();
+    ASSERT_TRUE(desktop.toolkit().prompt());
+    EXPECT_EQ(desktop.toolkit().prompt()->title, "Morvel — Accessibility Required");
+    EXPECT_EQ(desktop.accessibility().prompts, 1);
+    desktop.toolkit().prompt()->pressed();
+    EXPECT_EQ(desktop.journal().texts().back(), "openPermissionSettings");
+
+    desktop.toolkit().closePrompt();  // by hand
+    desktop.run(10s);
+    EXPECT_EQ(desktop.toolkit().prompt(), nullptr);
+    desktop.toolkit().statusMenu()->front().action();
+    EXPECT_TRUE(desktop.toolkit().prompt()) << "there are no settings yet, but something to be done";
+    EXPECT_TRUE(desktop.toolkit().formWindows().empty());
+    desktop.toolkit().closePrompt();
+    desktop.accessibility().trusted = true;
+    desktop.run(1s);
+    EXPECT_EQ(desktop.toolkit().panels().size(), 1u);
+    desktop.delegate().openSettings();
+    EXPECT_EQ(desktop.toolkit().formWindows().size(), 1u);
 }
 
 TEST(StatusItem, IsAbsentByDefaultAndNothingIsOfferedWithoutADock) {

@@ -57,6 +57,39 @@ TEST(UnreliableSystem, APermissionThatIsTakenAwayIsAskedForAgain) {
     EXPECT_EQ(desktop.strip(), "changed two") << "it is observed again";
 }
 
+TEST(UnreliableSystem, DefaultsFullOfWrongTypesDoNoHarm) {
+    const DefaultsValue text{std::string("\xff nonsense")}, data{Data(3, 0xff)};
+    const DefaultsValue date{Date(std::chrono::duration<double>(1e300))}, dictionary{DefaultsDictionary{{"a", text}}};
+    const DefaultsValue array{DefaultsArray{text, {int64_t{1}}, dictionary}};
+    for (const DefaultsValue& wrong : {text, data, date, dictionary, array}) {
+        BarDesktop desktop;
+        sim::SimShell& shell = desktop.addDock();
+        std::map<std::string, std::optional<DefaultsValue>> fallbacks;
+        SettingsStore fresh(desktop.defaults());
+        fresh.forEachChoice([&](const auto& setting) { fallbacks[setting.key()] = setting.stored(); });
+        fallbacks.erase("accentColorCustom");  // any text is stored; a wrong one is shown as the default
+        for (const auto& [key, fallback] : fallbacks) desktop.defaults().values[key] = wrong;
+        for (const char* key : {"accentColorCustom", "firstRunCompleted", "dockChangedByUs", "spacesPrefsChangedByUs",
+                                "spacesPrefsAsked", "updaterLastCheckedAt", "updaterSkippedVersion",
+                                "updaterCachedRemote", "pinnedApps", "clampingBlacklist", "systemChangesInForce"})
+            desktop.defaults().values[key] = wrong;
+        desktop.launch("Editor").open({.title = "one"});
+        desktop.startMorvel();
+        EXPECT_EQ(desktop.strip(), "one");
+        desktop.settings().forEachChoice([&](const auto& setting) {
+            if (!fallbacks.contains(setting.key())) return;
+            EXPECT_EQ(setting.stored(), fallbacks[setting.key()]) << setting.key();
+        });
+        desktop.delegate().openSettings();
+        desktop.toolkit().answer("Skip");
+        desktop.toolkit().answer("Skip");
+        desktop.run(48h);
+        EXPECT_EQ(desktop.strip(), "one");
+        desktop.quitMorvel();
+        EXPECT_TRUE(shell.lines.empty()) << "the flags were not set";
+    }
+}
+
 TEST(UnreliableSystem, NothingIsDroppedWhileTheScreenIsLocked) {
     BarDesktop desktop;
     auto& app = desktop.launch("Editor");

@@ -246,6 +246,8 @@ TEST(AutoHideScenario, ABarNeverShowsOnTheDisplayBeyondItsEdge) {
 TEST(AutoHideScenario, FollowsTheDisplaysAndTheEdgeWhileHidden) {
     HidingDesktop desktop(sim::twoDisplays());
     desktop.rearrange({{DisplayID{1}, "Built-in Display", {0, 0, 1000, 700}}});
+    desktop.run(100ms);
+    EXPECT_EQ(std::ranges::count_if(desktop.strips(), &SimPanel::isShown), 1) << "that of a missing display is nowhere";
     desktop.run(1s);
     EXPECT_FALSE(desktop.isBarSeen());
     EXPECT_EQ(desktop.strip().frame, (Rect<ScreenSpace>{0, 0, 1000, 2}));

@@ -78,14 +78,19 @@ public:
         Size size;
     };
 
+    void setAppearance(ui::Appearance) override {}
     std::unique_ptr<ui::PanelPeer> makePanel(const ui::PanelOptions&, ui::View&) override { return nullptr; }
     std::unique_ptr<ui::PopoverPeer> makePopover(ui::View& content, std::function<void()> closed,
-                                                 ui::PopoverFocus) override {
+                                                 ui::PopoverKind) override {
         return std::make_unique<Peer>(*this, content, std::move(closed));
     }
     void popUpMenu(ui::Menu menu, ui::View&, Point<ViewSpace>, std::function<void()> closed) override {
         openMenu = OpenMenu{std::move(menu), std::move(closed)};
     }
+    void beginDrag(ui::View&, ui::DragItem, std::function<void(ui::DragOperation)> ended) override {
+        ended(ui::DragOperation::None);
+    }
+    std::unique_ptr<ui::FormWindowPeer> makeFormWindow(ui::Form) override { return nullptr; }
     Size textSize(std::string_view text, const ui::Font& font) override {
         ++measurements;
         return {static_cast<double>(text.size()) * font.size / 2, font.size + 3};

@@ -204,6 +204,12 @@ TEST(GroupPopover, RowMenuActsAndClosesTheList) {
     }
     EXPECT_EQ(world.workspace.calls, Calls{"terminate 10"});
 
+    WindowSnapshot unnamed = world.window(1);
+    unnamed.bundleID.reset();
+    world.popover->show(*world.button, {unnamed}, MorvelEdge::Bottom);
+    world.list().rightClick(world.row(0));
+    EXPECT_FALSE(world.toolkit.choose("Pin App to Morvel")) << "it could not be found again";
+
     world.popover->show(*world.button, world.windows(2), MorvelEdge::Bottom);
     world.list().rightClick(world.row(0));
     world.popover.reset();  // the bar's display is unplugged while the menu is open

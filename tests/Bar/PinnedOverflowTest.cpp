@@ -1,5 +1,6 @@
 // The list of pinned items without a place on the bar, and drags into it, out of it and within it.
 #include "Bar/PinnedDesktop.h"
+#include "Launcher/StartButton.h"
 
 namespace morvel {
 namespace {
@@ -24,9 +25,12 @@ TEST(PinnedOverflow, ListsWhatHasNoPlaceAndFollowsIt) {
     desktop.click(desktop.overflowButton());
     desktop.rightClick(desktop.row(0));
     EXPECT_EQ(desktop.toolkit().menuTitles(), (Texts{"Unpin from Morvel", "-", "Show in Finder"}));
+    EXPECT_EQ(desktop.held, 2) << "the menu may outlast the list";
     desktop.choose({"Unpin from Morvel"});
     EXPECT_EQ(desktop.rows(), "e");
+    EXPECT_EQ(desktop.held, 1);
     desktop.settings().pinnedMaxVisible.set(0);
+    desktop.settle();
     EXPECT_EQ(desktop.pins(), "^");
     EXPECT_EQ(desktop.rows(), "abce");
     EXPECT_EQ(desktop.toolkit().shownPopover()->size.height, 4 * PinnedOverflowRow::kHeight);
@@ -38,6 +42,45 @@ TEST(PinnedOverflow, ListsWhatHasNoPlaceAndFollowsIt) {
     EXPECT_EQ(desktop.pins(), "abce");
     EXPECT_EQ(desktop.toolkit().shownPopover(), nullptr) << "nothing is left to list";
     EXPECT_EQ(desktop.held, 0);
+}
+
+TEST(PinnedOverflow, AClickElsewhereOnTheBarClosesTheListsThere) {
+    PinnedDesktop desktop;
+    desktop.remember("abcde");
+    auto& editor = desktop.launch("Editor");
+    editor.open({.title = "Window"});
+    desktop.startMorvel();
+    desktop.countHolds();
+    auto* const startButton = desktop.all<StartButton>(desktop.bar()).at(0);
+    for (ui::View* elsewhere :
+         {static_cast<ui::View*>(&desktop.button("Window")), static_cast<ui::View*>(startButton)}) {
+        desktop.click(desktop.overflowButton());
+        ASSERT_EQ(desktop.rows(), "de");
+        desktop.click(*elsewhere);
+        EXPECT_EQ(desktop.rows(), "") << elsewhere->accessibilityLabel();
+    }
+    desktop.toolkit().pressOutside();  // the launcher's
+    desktop.click(desktop.overflowButton());
+    desktop.toolkit().press(desktop.pin("a"));
+    EXPECT_EQ(desktop.rows(), "de") << "a press may begin a drag into the list";
+    desktop.toolkit().release();
+    EXPECT_EQ(desktop.rows(), "");
+    EXPECT_EQ(desktop.held, 0);
+
+    desktop.settings().groupingMode.set(GroupingMode::Always);
+    editor.open({.title = "Another"});
+    desktop.settle();
+    const auto isGroupListed = [&] {
+        sim::SimPopover* list = desktop.toolkit().shownPopover();
+        return list && !desktop.all<GroupRowButton>(list->surface.root()).empty();
+    };
+    for (ui::View* elsewhere : {static_cast<ui::View*>(&desktop.overflowButton()), static_cast<ui::View*>(startButton),
+                                static_cast<ui::View*>(&desktop.pin("a"))}) {
+        desktop.click(desktop.group("Editor"));
+        ASSERT_TRUE(isGroupListed());
+        desktop.click(*elsewhere);
+        EXPECT_FALSE(isGroupListed()) << elsewhere->accessibilityLabel();
+    }
 }
 
 TEST(PinnedOverflow, DragsGoIntoTheListOutOfItAndWithinIt) {
@@ -107,8 +150,14 @@ TEST(PinnedOverflow, ThousandsOfItemsAreNoBurden) {
     ASSERT_EQ(desktop.rowViews().size(), PinnedOverflowList::kMaxRows);
     EXPECT_EQ(desktop.row(0).pinnedItem().displayName, "3");
     desktop.toolkit().turnWheel(desktop.row(0), 2);
-    EXPECT_EQ(desktop.row(0).pinnedItem().displayName, "9");
-    desktop.toolkit().turnWheel(desktop.row(0), 1e9);
+    desktop.settle();
+    EXPECT_EQ(desktop.row(0).pinnedItem().displayName, "6") << "seen in part";
+    EXPECT_EQ(desktop.rowViews().size(), PinnedOverflowList::kMaxRows + 1);
+    desktop.toolkit().turnWheel(desktop.row(1), -2);
+    desktop.settle();
+    EXPECT_EQ(desktop.icons().loads["file:/14"], 1) << "what comes into sight again is not read again";
+    desktop.toolkit().turnWheel(desktop.row(1), 1e9);
+    desktop.settle();
     EXPECT_EQ(desktop.row(11).pinnedItem().displayName, "4999");
     desktop.drags().pull(desktop.row(11));
     desktop.drags().over(desktop.row(0));

@@ -126,10 +126,13 @@ TEST(ReserveSpace, FollowsTheBarAndTheDisplays) {
     EXPECT_EQ(window.frame(), (Frame{100, 0, 600, 836})) << "while displays change nothing is moved";
     desktop.run(1s);
     EXPECT_EQ(window.frame(), (Frame{100, 0, 600, 636}));
-    desktop.rearrange({});
-    window.setFrame({100, 0, 600, 700});
-    desktop.run(1s);
-    EXPECT_EQ(window.height(), 700) << "without displays there is no strip";
+    const std::vector<sim::DisplaySpec> withoutExtent{{DisplayID{1}, "Nothing", {0, 0, 0, 0}, 0}};
+    for (const auto& none : {std::vector<sim::DisplaySpec>{}, withoutExtent}) {
+        desktop.rearrange(none);
+        window.setFrame({100, 0, 600, 700.0 + double(none.size())});
+        desktop.run(1s);
+        EXPECT_EQ(window.height(), 700.0 + double(none.size())) << "without displays there is no strip";
+    }
 }
 
 TEST(ReserveSpace, WaitsWhileAButtonIsHeldOrNobodyIsThere) {

@@ -75,7 +75,7 @@ struct Launcher : testing::Test {
 TEST_F(Launcher, ListsEverythingAndThenWhatIsTyped) {
     open();
     EXPECT_EQ(toolkit.shownPopover()->size, (Size{320, 400}));
-    EXPECT_EQ(toolkit.shownPopover()->focus, ui::PopoverFocus::Keyboard);
+    EXPECT_EQ(toolkit.shownPopover()->kind, ui::PopoverKind::Search);
     EXPECT_EQ(listed(), (Names{"App Store", "Mail", "Safari", "TextEdit"}));
     EXPECT_EQ(selected(), "none");
     toolkit.type("SAF");

@@ -1,5 +1,7 @@
 // A person hears music: what the bars show of it and what their controls do, whatever the players answer.
 #include "App/BarDesktop.h"
+#include "Bar/Pinned/PinnedAppButton.h"
+#include "Launcher/StartButton.h"
 #include "NowPlaying/NowPlayingPopoverContentView.h"
 
 namespace morvel {
@@ -83,17 +85,28 @@ TEST_F(NowPlaying, TheControlsFollowTheTrackAndSendCommands) {
 
 TEST_F(NowPlaying, AnyPressElsewhereClosesTheControls) {
     desktop.launch("Editor").open({.title = "Draft"});
+    desktop.defaults().set("showStartButton", {true});
     desktop.players().answers["Music"] = kMusicPlaying;
     desktop.startMorvel();
-    const auto elsewhere = std::vector<std::function<void()>>{
-        [&] { desktop.toolkit().pressOutside(); }, [&] { desktop.click(desktop.button("Draft")); },
-        [&] { desktop.click(desktop.bar()); }, [&] { desktop.settings().nowPlayingEnabled.set(false); }};
+    desktop.rightClick(desktop.button("Draft"));
+    desktop.choose({"Pin App to Morvel"});
+    const auto elsewhere =
+        std::vector<std::function<void()>>{[&] { desktop.toolkit().pressOutside(); },
+                                           [&] { desktop.click(desktop.button("Draft")); },
+                                           [&] { desktop.click(desktop.button("Library")); },
+                                           [&] { desktop.click(desktop.bar()); },
+                                           [&] { desktop.click(desktop.bar(1)); },
+                                           [&] { desktop.toolkit().rightClick(desktop.bar()); },
+                                           [&] { desktop.click(*desktop.all<StartButton>(desktop.bar()).at(0)); },
+                                           [&] { desktop.click(*desktop.all<PinnedAppButton>(desktop.bar()).at(0)); },
+                                           [&] { desktop.settings().nowPlayingEnabled.set(false); }};
     for (const auto& press : elsewhere) {
         desktop.toolkit().leave();
         hover(desktop.button("Library"));
         ASSERT_TRUE(controls());
         press();
-        EXPECT_FALSE(desktop.toolkit().shownPopover());
+        EXPECT_FALSE(controls());
+        desktop.toolkit().pressOutside();
     }
     desktop.run(10s);
     EXPECT_FALSE(isBadged("Library")) << "switched off";
@@ -102,6 +115,21 @@ TEST_F(NowPlaying, AnyPressElsewhereClosesTheControls) {
     desktop.settle();
     EXPECT_TRUE(isBadged("Library"));
     EXPECT_EQ(desktop.players().queries["Music"], asked + 1);
+}
+
+TEST_F(NowPlaying, TheControlsGoWithTheirButton) {
+    auto& second = desktop.app(ProcessID{101})->open({.x = 200, .title = "Second"});
+    desktop.players().answers["Music"] = kMusicPlaying;
+    desktop.startMorvel();
+    hover(desktop.button("Second"));
+    hover(desktop.button("Library"));
+    ASSERT_TRUE(controls());
+    second.close();
+    desktop.settle();
+    EXPECT_TRUE(controls()) << "they have moved away from it";
+    desktop.settings().groupingMode.set(RunningZoneLayout::Mode::Always);
+    desktop.settle();
+    EXPECT_FALSE(controls());
 }
 
 TEST_F(NowPlaying, PlayersThatHangFailOrLieCostNothing) {

@@ -63,6 +63,28 @@ TEST(Updates, TwoChecksAtATimeEachHaveTheirOutcome) {
     EXPECT_EQ(outcomes, 2);
 }
 
+TEST(Updates, AFurtherStartReplacesTheTickAndArmsNoFurtherFirstCheck) {
+    BarDesktop desktop;
+    desktop.defaults().set("updaterSkippedVersion", {std::string("02.0.0")});
+    desktop.web().answer = HttpResponse{200, document("2.0.0")};
+    desktop.startMorvel();
+    UpdateController& controller = *desktop.delegate().updateController();
+    desktop.run(3s);
+    controller.start();
+    const auto& requests = desktop.web().requests;
+    desktop.run(2s);
+    EXPECT_EQ(requests.size(), 1U) << "five seconds after the first start";
+    EXPECT_TRUE(controller.updateAvailable()) << "skipped is what has the same text";
+    const auto makeDue = [&] { desktop.settings().updaterLastCheckedAt.set(std::nullopt); };
+    makeDue();
+    desktop.run(10s);
+    controller.start();
+    desktop.run(1h - 1ms);
+    EXPECT_EQ(requests.size(), 1U);
+    desktop.run(1ms);
+    EXPECT_EQ(requests.size(), 2U);
+}
+
 TEST(Updates, HostileDocumentsAreErrors) {
     const std::string good = document("2.0.0");
     const auto read = [](const std::string& body) { return UpdateChecker::read(HttpResponse{200, body}); };

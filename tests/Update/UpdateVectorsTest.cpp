@@ -105,7 +105,7 @@ public:
         if (what == "auto") controller_->setAutoCheckEnabled(event[1]);
         if (what == "skip") controller_->skip(*version(event[1]));
         if (what == "adv") loop_.advance(std::chrono::seconds(event[1].get<int>()));
-        Json last = seconds(controller_->lastCheck());
+        Json last = seconds(controller_->lastCheckPublic());
         if (!last.is_null()) last = last.get<double>() - kEpoch;
         return {published, fetches_, controller_->updateAvailable(), last, cachedVersion()};
     }

@@ -57,6 +57,28 @@ TEST_F(PanelSlides, ToItsFrameUntilAnotherTakesOver) {
     EXPECT_EQ(window().frame(), (CGRect{{100, 0}, {400, 32}}));
 }
 
+TEST_F(PanelSlides, TheSystemMayMoveItButNotKeepItThere) {
+    const objc::AutoreleasePool pool;
+    constexpr Rect<ScreenSpace> kShown{0, 0, 400, 32};
+    const CGRect elsewhere{{600, 300}, {400, 32}};
+    window().setFrame(elsewhere, true);  // as after displays were rearranged
+    panel.setFrame(kShown);
+    EXPECT_EQ(window().frame(), (CGRect{{0, 0}, {400, 32}}));
+    const auto moves = [] { return std::ranges::count(runtime().callNames(), "MorvelPanel setFrame:display:"); };
+    const auto before = moves();
+    panel.setFrame(kShown);
+    EXPECT_EQ(moves(), before) << "it is there";
+
+    panel.animateFrame({0, -32, 400, 32}, 200ms);
+    panel.setFrame({0, -32, 400, 32});
+    EXPECT_TRUE(isSliding(window())) << "it is on its way there";
+    dispatch().runFor(200ms);
+    finishSlide(window());
+    window().setFrame(elsewhere, true);
+    panel.setFrame({0, -32, 400, 32});
+    EXPECT_EQ(window().frame(), (CGRect{{0, -32}, {400, 32}}));
+}
+
 TEST_F(PanelSlides, AStripTakesThePointerThoughItIsClear) {
     const objc::AutoreleasePool pool;
     struct Counting : ui::View {
@@ -127,7 +149,11 @@ TEST_F(AutoHideHost, ABarComesToThePointerAndGoes) {
         const NSPanel strip = panels(true).at(0);
         EXPECT_EQ(strip.frame(), (CGRect{{0, 0}, {bar().frame().size.width, 2}}));
 
-        tellPointer(strip.contentView(), "mouseEntered:");
+        // The pointer was there before the strip, so it enters nothing.
+        constexpr NSUInteger kFollowsMoves = 641 | 2;
+        const auto areas = strip.contentView().trackingAreas().elements<NSTrackingArea>();
+        EXPECT_EQ(property<NSUInteger>(areas.at(0).raw(), "options"), kFollowsMoves);
+        tellPointer(strip.contentView(), "mouseMoved:");
         EXPECT_TRUE(isSliding(bar()));
         EXPECT_EQ(shownAt(), 0);
         EXPECT_FALSE(strip.isVisible());

@@ -12,7 +12,8 @@ namespace {
 struct Monitor {
     Id token;
     std::uint64_t mask;
-    Block<void(NSEvent)> seen;
+    Block<void(NSEvent)> seenElsewhere;  // of a global one
+    Block<NSEvent(NSEvent)> seenHere;    // of a local one
 };
 using Monitors = std::vector<Monitor>;
 
@@ -20,6 +21,22 @@ Monitors& monitors() {
     const Id holder = runtime().shared("NSObject", "NSEvent monitors");
     if (!payloadOf<Monitors>(holder.raw())) setPayload(holder.raw(), Monitors{});
     return *payloadOf<Monitors>(holder.raw());
+}
+
+void addMonitor(Invocation& i, Monitor monitor) {
+    monitor.token = Id(objc::kAdopt, runtime().allocate(runtime().classNamed("NSObject")));
+    monitor.mask = i.argument<std::uint64_t>(0);
+    monitors().push_back(monitor);
+    i.answerObject(monitor.token);
+}
+
+/// Whether the event is left after they have seen it.
+bool passesLocalMonitors(const Id& event) {
+    const auto type = property<std::uint64_t>(event.raw(), "type");
+    NSEvent passed(event);
+    for (const Monitor& monitor : Monitors(monitors()))
+        if (passed && monitor.seenHere && monitor.mask >> type & 1) passed = monitor.seenHere(passed);
+    return static_cast<bool>(passed);
 }
 
 /// What +[NSApplication currentEvent] answers while `handling` runs.
@@ -34,10 +51,10 @@ void whileCurrent(const Id& event, const std::function<void()>& handling) {
 
 void installEvents(Runtime& runtime) {
     runtime.implement("NSEvent", "+addGlobalMonitorForEventsMatchingMask:handler:", [](Invocation& i) {
-        const Id token(objc::kAdopt, checked::runtime().allocate(checked::runtime().classNamed("NSObject")));
-        monitors().push_back(
-            {token, i.argument<std::uint64_t>(0), Block<void(NSEvent)>(i.argument<objc::RawBlock>(1))});
-        i.answerObject(token);
+        addMonitor(i, {.seenElsewhere = Block<void(NSEvent)>(i.argument<objc::RawBlock>(1))});
+    });
+    runtime.implement("NSEvent", "+addLocalMonitorForEventsMatchingMask:handler:", [](Invocation& i) {
+        addMonitor(i, {.seenHere = Block<NSEvent(NSEvent)>(i.argument<objc::RawBlock>(1))});
     });
     runtime.implement("NSEvent", "+removeMonitor:", [](Invocation& i) {
         const Id token(i.object(0));
@@ -48,7 +65,7 @@ void installEvents(Runtime& runtime) {
 void pressElsewhere(std::uint64_t type) {
     const objc::AutoreleasePool pool;
     for (const Monitor& monitor : Monitors(monitors())) {
-        if (monitor.mask >> type & 1) monitor.seen(NSEvent(mouseEvent(type, {})));
+        if (monitor.seenElsewhere && monitor.mask >> type & 1) monitor.seenElsewhere(NSEvent(mouseEvent(type, {})));
     }
 }
 
@@ -70,14 +87,18 @@ NSView viewAt(const NSView& contentView, CGPoint point) {
 
 void sendMouse(const NSView& contentView, const char* selector, const Id& event) {
     const objc::AutoreleasePool pool;
+    setProperty(event.raw(), "window", contentView.window().raw());
+    if (!passesLocalMonitors(event)) return;
     const NSView target = viewAt(contentView, send<CGPoint>(event.raw(), "locationInWindow"_sel));
     whileCurrent(event, [&] { objc::sendRaw<void, Id>(target.raw(), objc::sel_registerName(selector), event); });
 }
 
 void click(const NSView& contentView, CGPoint location) {
     const objc::AutoreleasePool pool;
-    const NSView target = viewAt(contentView, location);
     const Id down = mouseEvent(NSEventTypeLeftMouseDown, location);
+    setProperty(down.raw(), "window", contentView.window().raw());
+    if (!passesLocalMonitors(down)) return;
+    const NSView target = viewAt(contentView, location);
     whileCurrent(down, [&] { objc::sendRaw<void, Id>(target.raw(), objc::sel_registerName("mouseDown:"), down); });
     const Id up = mouseEvent(NSEventTypeLeftMouseUp, location);
     whileCurrent(up, [&] { objc::sendRaw<void, Id>(target.raw(), objc::sel_registerName("mouseUp:"), up); });

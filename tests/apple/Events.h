@@ -13,8 +13,8 @@ namespace morvel::mac::checked {
 /// An event at a point of its window, in the window's coordinates.
 Id mouseEvent(std::uint64_t type, CGPoint location, std::int64_t clickCount = 1);
 
-/// Sends "mouseDown:" and its kin as AppKit does: to the deepest visible view under the point, inside a pool, keeping
-/// the view alive while it handles the event. Nothing happens where there is none.
+/// Sends "mouseDown:" and its kin as AppKit does: local monitors see it first, then the deepest visible view under the
+/// point gets it, inside a pool, and is kept alive while it handles the event. Nothing happens where there is none.
 void sendMouse(const NSView& contentView, const char* selector, const Id& event);
 /// The deepest visible view at a point of the window; empty outside all.
 NSView viewAt(const NSView& contentView, CGPoint location);

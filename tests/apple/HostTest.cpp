@@ -191,7 +191,7 @@ TEST_F(Host, ACrowdedBarGroupsAndAPopoverListsAGroup) {
         mac.close(last);
         wait();
         EXPECT_EQ(rows.frame().size.height, 23 * 36) << "an open list follows its windows";
-        EXPECT_EQ(monitorCount(), 1U);
+        EXPECT_EQ(monitorCount(), 2U) << "of presses here and elsewhere";
         pressElsewhere(NSEventTypeLeftMouseDown);
         EXPECT_FALSE(property<bool>(popover, "shown"));
         EXPECT_EQ(monitorCount(), 0U);
@@ -563,8 +563,22 @@ TEST_F(Host, StatusItemAndLoginItemFollowTheirSettings) {
     });
 }
 
+TEST_F(Host, TheThemeIsTheApplicationsAppearance) {
+    run([&] {
+        const auto appearance = [] { return property<RawObject>(NSApplication::shared().raw(), "appearance"); };
+        const auto named = [](RawObject name) { return NSAppearance::named(NSString(name)).raw(); };
+        EXPECT_EQ(appearance(), nullptr) << "the system's";
+        settings().theme.set(morvel::Theme::Dark);
+        EXPECT_EQ(appearance(), named(NSAppearanceNameDarkAqua));
+        settings().theme.set(morvel::Theme::Light);
+        EXPECT_EQ(appearance(), named(NSAppearanceNameAqua));
+        settings().theme.set(morvel::Theme::System);
+        EXPECT_EQ(appearance(), nullptr);
+    });
+}
+
 TEST_F(Host, AFurtherInstanceWakesTheFirst) {
-    const NSRunningApplication own = workspace().launch({.pid = 7, .bundleIdentifier = "app.bar", .name = "Bar"});
+    NSRunningApplication own = workspace().launch({.pid = 7, .bundleIdentifier = "app.bar", .name = "Bar"});
     Elements instances = {own};
     runtime().script("NSRunningApplication", "+currentApplication", [&](Invocation& i) { i.answerObject(own); });
     runtime().script("NSRunningApplication", "+runningApplicationsWithBundleIdentifier:", [&](Invocation& i) {
@@ -579,6 +593,16 @@ TEST_F(Host, AFurtherInstanceWakesTheFirst) {
     instances.push_back(workspace().launch({.pid = 8, .bundleIdentifier = "app.bar", .name = "Bar"}));
     EXPECT_TRUE(handOverToRunningInstance());
     EXPECT_EQ(posted(), 1);
+    // Two that start at once: exactly one stays.
+    const auto startsAgainst = [&](double launchedOwn, double launchedOther) {
+        own = workspace().launch({.pid = 7, .bundleIdentifier = "app.bar", .name = "Bar", .launched = launchedOwn});
+        instances = {own, workspace().launch(
+                              {.pid = 9, .bundleIdentifier = "app.bar", .name = "Bar", .launched = launchedOther})};
+        return handOverToRunningInstance();
+    };
+    EXPECT_FALSE(startsAgainst(1000, 1000)) << "the lower number stays";
+    EXPECT_FALSE(startsAgainst(1000, 1001));
+    EXPECT_TRUE(startsAgainst(1001, 1000));
     int wakings = 0;
     const Subscription token = observeFurtherInstances([&] { ++wakings; });
     post(Center::Distributed, NSString::from("app.bar.openedAgain").raw(), Id());

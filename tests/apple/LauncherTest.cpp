@@ -58,7 +58,7 @@ protected:
     ui::Panel panel{toolkit, {.frame = {0, 0, 600, 36}}, anchor};
     Content content;
     int closings = 0;
-    ui::Popover popover{toolkit, content, [this] { ++closings; }, ui::PopoverFocus::Keyboard};
+    ui::Popover popover{toolkit, content, [this] { ++closings; }, ui::PopoverKind::Search};
 
     void open() {
         popover.show(anchor, ui::Edge::Top, {320, 320});

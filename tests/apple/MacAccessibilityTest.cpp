@@ -202,6 +202,25 @@ TEST_F(AccessibilityOfTheMac, WindowNumbersComeFromAFunctionThatMayBeMissing) {
     EXPECT_EQ(without.windowNumber(handle(window)), std::nullopt);
 }
 
+TEST_F(AccessibilityOfTheMac, AnActionThatIsOnlyStartedHoldsNothingUp) {
+    const Id title = accessibility().makeElement(42);
+    accessibility().set(title, "AXTitle", makeString("Apple"));
+    bool wasOnMain = true;
+    accessibility().performed = [&](const ElementIdentity&, const std::string&) { wasOnMain = dispatch().isOnMain(); };
+    seam_.startAction(handle(title), ax::kPress);
+    EXPECT_TRUE(done().empty());
+    dispatch().runPending();
+    EXPECT_EQ(done(), Log{"perform AXPress"});
+    EXPECT_FALSE(wasOnMain);
+
+    // The menu is open for longer than anybody waits, and its application is asked on.
+    accessibility().fail(title, "AXPress", kAXErrorCannotComplete);
+    seam_.startAction(handle(title), ax::kPress);
+    seam_.startAction(MacElement::wrap({}), ax::kPress);
+    dispatch().runPending();
+    EXPECT_EQ(read<std::string>(title, "AXTitle"), "Apple");
+}
+
 TEST_F(AccessibilityOfTheMac, AnApplicationThatHangsIsOnlyProbed) {
     const Id window = accessibility().makeElement(42);
     accessibility().set(window, "AXTitle", makeString("Notes"));

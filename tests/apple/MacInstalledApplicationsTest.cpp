@@ -30,9 +30,8 @@ protected:
             setPayload(i.receiver(), path);
             i.answer<RawObject>(i.receiver());
         });
-        runtime().script("NSBundle", "infoDictionary", [this](Invocation& i) {
-            i.answerObject(infos_.at(*payloadOf<std::string>(i.receiver())));
-        });
+        runtime().script("NSBundle", "infoDictionary",
+                         [this](Invocation& i) { i.answerObject(infos_.at(*payloadOf<std::string>(i.receiver()))); });
     }
     ~InstalledOnTheMac() override { std::filesystem::remove_all(own_); }
 
@@ -91,6 +90,31 @@ TEST_F(InstalledOnTheMac, ChangesOfAFolderAreHeardUntilTheTokenEnds) {
     dispatch().folderChanged(own_);
     dispatch().runPending();
     EXPECT_FALSE(token);
+}
+
+TEST_F(InstalledOnTheMac, AFolderThatComesLaterOrGoesIsNoticed) {
+    const std::string home = own_;
+    own_ += "/Nested/Applications";
+    int changes = 0;
+    const auto changesAfter = [&](const std::string& folder) {
+        dispatch().folderChanged(folder);
+        dispatch().runPending();
+        return std::exchange(changes, 0);
+    };
+    const Subscription token = installed_.observeChanges([&] { ++changes; });
+    std::filesystem::create_directory(home + "/Other");
+    EXPECT_EQ(changesAfter(home), 0) << "nothing that the list is made of";
+    std::filesystem::create_directory(home + "/Nested");
+    EXPECT_EQ(changesAfter(home), 0);
+    std::filesystem::create_directory(own_);
+    EXPECT_EQ(changesAfter(home + "/Nested"), 1);
+    EXPECT_EQ(changesAfter(home + "/Nested"), 0) << "only the folder itself is watched now";
+    EXPECT_EQ(changesAfter(own_), 1);
+    std::filesystem::remove_all(home + "/Nested");
+    EXPECT_EQ(changesAfter(own_ + " (deleted)"), 1);
+    std::filesystem::create_directories(own_);
+    EXPECT_EQ(changesAfter(home), 1);
+    own_ = home;
 }
 
 }  // namespace

@@ -82,6 +82,8 @@ TEST_F(NowPlayingAtTheMac, ThePlayersButtonIsBadgedAndOpensTheControls) {
         const auto opened = std::ranges::find(calls, "showRelativeToRect:ofView:preferredEdge:", &Call::selector);
         ASSERT_NE(opened, calls.end());
         const RawObject popover = opened->receiver;
+        EXPECT_EQ(property<NSInteger>(popover, "behavior"), NSPopoverBehaviorTransient);
+        EXPECT_TRUE(property<bool>(popover, "animates"));
         const NSView controls{send<Id>(send<Id>(popover, "contentViewController"_sel), "view"_sel)};
         display(controls);
         EXPECT_TRUE(MacDesktop::clickButton(controls, "Pause"));
@@ -89,7 +91,11 @@ TEST_F(NowPlayingAtTheMac, ThePlayersButtonIsBadgedAndOpensTheControls) {
         EXPECT_EQ(commands, std::vector<std::string>{"tell application \"Music\" to playpause"});
         EXPECT_EQ(queries.size(), 2U) << "asked again after the command";
 
-        answer = std::nullopt;
+        answer = "playing||" + std::string(10 << 20, 'x') + "||" + std::string(10 << 20, 'y');
+        dispatch().runFor(2s);
+        display(controls);
+        EXPECT_TRUE(MacDesktop::clickButton(controls, "Next")) << "alive and well";
+        answer = "playing||Blue || Red||Ann";
         dispatch().runFor(2s);
         EXPECT_FALSE(property<bool>(popover, "shown"));
         EXPECT_FALSE(shows(bar, "Now Playing"));

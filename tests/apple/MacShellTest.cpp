@@ -1,6 +1,7 @@
 // Shell lines as tasks: what the task is told, and every way in which it can end.
 #include "Platform/Mac/System/MacShell.h"
 
+#include <poll.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -70,19 +71,36 @@ TEST_F(Shell, HasNoStatusWithoutAProperEnd) {
     EXPECT_FALSE(run().exitStatus);
 }
 
-TEST_F(Shell, KillsWhatDoesNotEnd) {
-    child = ::fork();
-    if (child == 0) {
-        ::pause();
-        ::_exit(0);
+/// Whether nobody holds the writing end of the pipe any more.
+bool endsSoon(int reading) {
+    pollfd watched{reading, POLLIN, 0};
+    constexpr int kMilliseconds = 5000;
+    return ::poll(&watched, 1, kMilliseconds) == 1 && (watched.revents & POLLHUP);
+}
+
+TEST_F(Shell, KillsWhatDoesNotEndAndWhatThatHasStarted) {
+    for (const bool leadsGroup : {true, false}) {
+        int alive[2];
+        ASSERT_EQ(::pipe(alive), 0);
+        child = ::fork();
+        if (child == 0) {
+            if (leadsGroup) ::setpgid(0, 0);
+            ::close(alive[0]);
+            if (leadsGroup) ::fork();
+            for (;;) ::pause();
+        }
+        ::close(alive[1]);
+        if (leadsGroup) ::setpgid(child, child);  // whichever of us comes first, as the system does it
+        looks = 1'000'000;
+        const ShellResult result = run(100ms);
+        EXPECT_FALSE(result.exitStatus);
+        EXPECT_NE(result.standardError.find("did not end"), std::string::npos);
+        int status = 0;
+        EXPECT_EQ(::waitpid(child, &status, 0), child);
+        EXPECT_TRUE(WIFSIGNALED(status));
+        EXPECT_TRUE(endsSoon(alive[0])) << "a child of it lives on";
+        ::close(alive[0]);
     }
-    looks = 1'000'000;
-    const ShellResult result = run(20ms);
-    EXPECT_FALSE(result.exitStatus);
-    EXPECT_NE(result.standardError.find("did not end"), std::string::npos);
-    int status = 0;
-    EXPECT_EQ(::waitpid(child, &status, 0), child);
-    EXPECT_TRUE(WIFSIGNALED(status));
 }
 
 }  // namespace

@@ -414,6 +414,35 @@ TEST_F(Toolkit, PopoversOpenMoveAndClose) {
     popover.show(first, ui::Edge::Top, {280, 36});
 }
 
+TEST_F(Toolkit, PopoversCloseAtAPressElsewhereAndListsLeaveItToTheirAnchorsWindow) {
+    row.addSubview(first);
+    row.addSubview(second);
+    show();
+    for (const ui::PopoverKind kind : {ui::PopoverKind::List, ui::PopoverKind::Controls}) {
+        Row list;
+        int closings = 0;
+        runtime().forgetCalls();
+        ui::Popover popover(
+            toolkit, list, [&] { ++closings; }, kind);
+        popover.show(first, ui::Edge::Top, {280, 72});
+        const auto calls = runtime().calls();
+        const RawObject raw =
+            std::ranges::find(calls, "showRelativeToRect:ofView:preferredEdge:", &Call::selector)->receiver;
+        const bool isTransient = kind == ui::PopoverKind::Controls;
+        EXPECT_EQ(property<NSInteger>(raw, "behavior") == NSPopoverBehaviorTransient, isTransient);
+        EXPECT_EQ(property<bool>(raw, "animates"), isTransient);
+        click(native(list), {10, 60});
+        click(native(row), {45, 16});
+        EXPECT_EQ(closings, 0) << "its anchor decides for itself";
+        notes.clear();
+        click(native(row), {145, 16});
+        EXPECT_EQ(closings, isTransient ? 1 : 0);
+        EXPECT_EQ(notes.size(), 2U) << "the press is not lost";
+        popover.close();
+        EXPECT_EQ(monitorCount(), 0U);
+    }
+}
+
 TEST_F(Toolkit, PressesElsewhereAreSeenWhileWatched) {
     int presses = 0;
     Subscription watching;

@@ -22,8 +22,7 @@ public:
         std::erase(toolkit_.panels_, &panel_);
     }
     void setFrame(const Rect<ScreenSpace>& frame) override {
-        panel_.frame = frame;
-        ++panel_.moves;
+        if (std::exchange(panel_.frame, frame) != frame) ++panel_.moves;
     }
     void animateFrame(const Rect<ScreenSpace>& frame, Duration) override {
         setFrame(frame);
@@ -43,10 +42,10 @@ private:
 
 class SimPopoverPeer : public ui::PopoverPeer {
 public:
-    SimPopoverPeer(SimToolkit& toolkit, ui::View& content, std::function<void()> closed, ui::PopoverFocus focus)
+    SimPopoverPeer(SimToolkit& toolkit, ui::View& content, std::function<void()> closed, ui::PopoverKind kind)
         : toolkit_(toolkit),
           closed_(std::move(closed)),
-          popover_{.surface = {toolkit.mainLoop_, content}, .focus = focus, .close = [this] { close(); }} {
+          popover_{.surface = {toolkit.mainLoop_, content}, .kind = kind, .close = [this] { close(); }} {
         toolkit_.popovers_.push_back(&popover_);
     }
     ~SimPopoverPeer() override {
@@ -56,6 +55,7 @@ public:
     void show(ui::View& anchor, ui::Edge edge, Size size) override {
         EXPECT_TRUE(SimToolkit::surfaceOf(anchor)) << "a popover beside a view that is not shown";
         popover_.anchor = &anchor;
+        popover_.anchorSurface = SimToolkit::surfaceOf(anchor);
         popover_.edge = edge;
         popover_.size = size;
         popover_.isShown = true;
@@ -116,13 +116,29 @@ std::unique_ptr<ui::StatusItemPeer> SimToolkit::makeStatusItem(ui::Menu menu) {
     return std::make_unique<SimStatusItemPeer>(*this, std::move(menu));
 }
 
+class SimPromptPeer : public ui::PromptPeer {
+public:
+    SimPromptPeer(SimToolkit& toolkit, ui::Prompt prompt) : toolkit_(toolkit), prompt_(std::move(prompt)) {
+        toolkit_.prompts_.push_back(&prompt_);
+    }
+    ~SimPromptPeer() override { std::erase(toolkit_.prompts_, &prompt_); }
+
+private:
+    SimToolkit& toolkit_;
+    const ui::Prompt prompt_;
+};
+
+std::unique_ptr<ui::PromptPeer> SimToolkit::showPrompt(ui::Prompt prompt) {
+    return std::make_unique<SimPromptPeer>(*this, std::move(prompt));
+}
+
 std::unique_ptr<ui::PanelPeer> SimToolkit::makePanel(const ui::PanelOptions& options, ui::View& content) {
     return std::make_unique<SimPanelPeer>(*this, options, content);
 }
 
 std::unique_ptr<ui::PopoverPeer> SimToolkit::makePopover(ui::View& content, std::function<void()> closed,
-                                                         ui::PopoverFocus focus) {
-    return std::make_unique<SimPopoverPeer>(*this, content, std::move(closed), focus);
+                                                         ui::PopoverKind kind) {
+    return std::make_unique<SimPopoverPeer>(*this, content, std::move(closed), kind);
 }
 
 void SimToolkit::popUpMenu(ui::Menu menu, ui::View&, Point<ViewSpace>, std::function<void()> closed) {
@@ -183,7 +199,7 @@ void SimToolkit::click(ui::View& view) {
 void SimToolkit::rightClick(ui::View& view) {
     SimSurface* surface = pointAt(view);
     if (!surface) return;
-    closeTransients(view);
+    closePopovers(view);
     EXPECT_TRUE(surface->router().buttonPressed({ui::MouseButton::Right, location_})) << "nothing takes presses";
 }
 
@@ -199,7 +215,7 @@ void SimToolkit::leave() {
 void SimToolkit::press(ui::View& view) {
     SimSurface* surface = pointAt(view);
     if (!surface) return;
-    closeTransients(view);
+    closePopovers(view);
     isPressed_ = true;
     EXPECT_TRUE(surface->router().buttonPressed({ui::MouseButton::Left, location_})) << "nothing takes presses";
 }
@@ -211,6 +227,7 @@ void SimToolkit::turnWheel(ui::View& view, double notches) {
 void SimToolkit::middleClick(ui::View& view) {
     SimSurface* surface = pointAt(view);
     if (!surface) return;
+    closePopovers(view);
     surface->router().buttonPressed({ui::MouseButton::Middle, location_});
     if (isAlive(surface)) surface->router().buttonReleased({ui::MouseButton::Middle, location_});
 }
@@ -246,17 +263,19 @@ bool SimToolkit::give(ui::TextCommand command) {
 }
 
 ui::TextField* SimToolkit::typedField() {
-    const auto typed = [](const SimPopover* p) { return p->isShown && p->focus == ui::PopoverFocus::Keyboard; };
+    const auto typed = [](const SimPopover* p) { return p->isShown && p->kind == ui::PopoverKind::Search; };
     const auto popover = std::ranges::find_if(popovers_, typed);
     ui::TextField* field = popover == popovers_.end() ? nullptr : ui::firstTextField((*popover)->surface.root());
     EXPECT_TRUE(field) << "nothing is there to type into";
     return field;
 }
 
-void SimToolkit::closeTransients(const ui::View& pressed) {
+void SimToolkit::closePopovers(const ui::View& pressed) {
     for (SimPopover* popover : std::vector(popovers_)) {
-        const bool isTransient = popover->isShown && popover->focus == ui::PopoverFocus::Keyboard;
-        if (isTransient && surfaceOf(pressed) != &popover->surface && &pressed != popover->anchor) popover->close();
+        const SimSurface* surface = surfaceOf(pressed);
+        const bool isLeftToOthers = popover->kind == ui::PopoverKind::List && surface == popover->anchorSurface;
+        if (popover->isShown && surface != &popover->surface && &pressed != popover->anchor && !isLeftToOthers)
+            popover->close();
     }
 }
 

@@ -29,10 +29,11 @@ struct SimPanel {
 struct SimPopover {
     SimSurface surface;
     bool isShown = false;
-    ui::View* anchor = nullptr;  ///< only to be compared: it may be gone
+    ui::View* anchor = nullptr;                  ///< only to be compared: it may be gone
+    const SimSurface* anchorSurface = nullptr;  ///< the same
     ui::Edge edge = ui::Edge::Top;
     Size size = {};
-    ui::PopoverFocus focus = ui::PopoverFocus::None;
+    ui::PopoverKind kind = ui::PopoverKind::List;
     std::function<void()> close = {};  ///< as the system does it
 };
 
@@ -54,7 +55,7 @@ public:
     void setAppearance(ui::Appearance wanted) override { appearance_ = wanted; }
     std::unique_ptr<ui::PanelPeer> makePanel(const ui::PanelOptions& options, ui::View& content) override;
     std::unique_ptr<ui::PopoverPeer> makePopover(ui::View& content, std::function<void()> closed,
-                                                 ui::PopoverFocus focus) override;
+                                                 ui::PopoverKind kind) override;
     void popUpMenu(ui::Menu menu, ui::View& anchor, Point<ViewSpace> locationInRoot,
                    std::function<void()> closed) override;
     void beginDrag(ui::View&, ui::DragItem item, std::function<void(ui::DragOperation)> ended) override {
@@ -67,6 +68,7 @@ public:
         alerts_.push_back({std::move(alert), std::move(answered)});
     }
     std::unique_ptr<ui::StatusItemPeer> makeStatusItem(ui::Menu menu) override;
+    std::unique_ptr<ui::PromptPeer> showPrompt(ui::Prompt prompt) override;
     /// Over a panel where the pointer is over it; over anything else, far away from every panel.
     std::optional<Point<ScreenSpace>> pointerLocation() override;
     bool isMouseButtonDown() override { return isPressed_ || drags_.isActive(); }
@@ -93,6 +95,8 @@ public:
 
     /// What is asked; null for nothing. Only one question is asked at a time.
     const ui::Alert* alert() const { return alerts_.size() == 1 ? &alerts_.front().alert : nullptr; }
+    /// The prompt that is shown; null for none.
+    const ui::Prompt* prompt() const { return prompts_.empty() ? nullptr : prompts_.back(); }
     /// The menu of the item in the menu bar; null for none.
     const ui::Menu* statusMenu() const { return statusMenu_; }
     int statusMenusSet = 0;
@@ -123,11 +127,13 @@ public:
     /// Chooses the item of the open menu that these titles lead to.
     void choose(const std::vector<std::string>& path);
     void dismissMenu();
+    void closePrompt() { prompts_.pop_back(); }
     /// Answers what is asked with this button, or with none.
     void answer(const std::string& button);
 
 private:
     friend class SimStatusItemPeer;
+    friend class SimPromptPeer;
     struct OpenAlert {
         ui::Alert alert;
         std::function<void(std::optional<size_t>)> answered;
@@ -144,8 +150,8 @@ private:
     SimSurface* pointAt(ui::View& view);
     bool isAlive(const SimSurface* surface) const;
     ui::TextField* typedField();
-    /// A popover with the keyboard closes at a press elsewhere; its anchor decides for itself.
-    void closeTransients(const ui::View& pressed);
+    /// A popover closes at a press elsewhere; its anchor decides for itself, and a list's whole window does.
+    void closePopovers(const ui::View& pressed);
     const ui::Menu* menuAt(const std::vector<std::string>& path, size_t depth) const;
 
     MainLoop& mainLoop_;
@@ -156,6 +162,7 @@ private:
     std::optional<OpenMenu> menu_;
     std::vector<OpenAlert> alerts_;
     const ui::Menu* statusMenu_ = nullptr;
+    std::vector<const ui::Prompt*> prompts_;  // while they are shown
     Signal<> outsidePresses_;
     SimSurface* pointed_ = nullptr;  // the window under the pointer; compared with the living ones before use
     Point<ViewSpace> location_;

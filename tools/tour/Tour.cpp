@@ -16,6 +16,8 @@ constexpr Box kLeft{0, 0, 640, 800};
 constexpr Box kRight{640, 0, 640, 800};
 constexpr const char* kEditorTitle = "Untitled 1 - Mousepad";
 constexpr const char* kCalculatorTitle = "galculator";
+constexpr const char* kSettingsTitle = "Morvel Settings";
+constexpr uint32_t kKeyTab = 0xff09;
 /// A tint this much bluer than red is the accent colour and not the bar's own grey.
 constexpr int kTint = 12;
 
@@ -32,8 +34,9 @@ Tour::Tour(std::filesystem::path program, const std::filesystem::path& folder)
 bool Tour::play() {
     paintWallpaper(desktop_.connection());
     for (const auto step : {&Tour::dock, &Tour::openPrograms, &Tour::focus, &Tour::minimize, &Tour::restore,
-                            &Tour::typeATitle, &Tour::menu, &Tour::secondWorkspace, &Tour::secondDisplay, &Tour::crowd,
-                            &Tour::groupPopover, &Tour::closeTerminals})
+                            &Tour::typeATitle, &Tour::menu, &Tour::pin, &Tour::secondWorkspace, &Tour::secondDisplay,
+                            &Tour::crowd, &Tour::groupPopover, &Tour::closeTerminals, &Tour::launcher,
+                            &Tour::settings})
         (this->*step)();
     if (!bar_->program().isRunning()) std::cout << "the bar ended by itself:\n" << bar_->log();
     return album_.finish() && bar_->program().isRunning();
@@ -161,6 +164,19 @@ void Tour::menu() {
     desktop_.waitUntil([&] { return bar_->popups().empty(); });
 }
 
+void Tour::pin() {
+    if (const auto button = bar_->button(kCalculatorTitle)) world_.pointer.rightClick(button->frame.center());
+    clickPopupItem("Pin App to Morvel");
+    album_.expect("a pinned button", [&] { return bar_->group("Galculator").has_value(); });
+    album_.expect("the calculator's window button after it", [&] {
+        const auto pinned = bar_->group("Galculator");
+        const auto window = bar_->button(kCalculatorTitle);
+        return pinned && window && pinned->frame.right() < window->frame.x;
+    });
+    world_.pointer.moveTo({640, 30});  // away from tooltips
+    album_.close("pin", "The calculator is pinned: it stays at the bar's start, with a dot while it runs");
+}
+
 void Tour::secondWorkspace() {
     desktop_.showWorkspace(1);
     launchTerminal(terminal(2));
@@ -231,6 +247,40 @@ void Tour::closeTerminals() {
     expectButton("Clock");
     album_.expect("no terminal left on the bar", [&] { return bar_->buttonTitles().size() == 3; });
     album_.close("close", "The terminals are closed: there is room again for a button per window");
+}
+
+void Tour::launcher() {
+    if (const auto button = bar_->panelItem("Apps")) world_.pointer.click(button->frame.center());
+    album_.expect("a search field", [&] { return bar_->popupItem("Search apps…").has_value(); });
+    album_.expect("the calculator among the applications", [&] { return bar_->popupItem("Galculator").has_value(); });
+    desktop_.runFor(500ms);  // the keyboard is taken a little after the list is seen
+    world_.pointer.type("mouse");
+    album_.expect("the calculator gone from the list", [&] { return !bar_->popupItem("Galculator"); });
+    album_.expect("the editor found", [&] {
+        return bar_->popupItem("mouse").has_value() && bar_->popupItem("Mousepad").has_value();
+    });
+    album_.close("launcher", "The Start button lists the installed applications; typing narrows the list");
+    world_.pointer.key(e2e::kKeyEscape);
+    desktop_.waitUntil([&] { return bar_->popups().empty(); });
+}
+
+void Tour::settings() {
+    const auto height = [&] {
+        const auto panels = bar_->panels();
+        return panels.empty() ? 0 : panels[0].box.height;
+    };
+    const int before = height();
+    world_.pointer.rightClick({kScreen.width - 40, kScreen.height - 20});
+    clickPopupItem("Morvel Settings…");
+    album_.expect("the settings in front", [&] { return desktop_.activeWindow() == window(kSettingsTitle); });
+    const int pages = 5;
+    for (int i = 0; i < pages; ++i) world_.pointer.key(kKeyTab);  // past each page's button to the search
+    world_.pointer.type("bar height");
+    desktop_.runFor(500ms);  // the search begins a little after the last letter
+    world_.pointer.key(kKeyTab);
+    for (int i = 0; i < 8; ++i) world_.pointer.key(e2e::kKeyRight);
+    album_.expect("a higher bar", [&] { return height() == before + 8; });
+    album_.close("settings", "The settings, searched by typing; the bar follows at once, here with its height");
 }
 
 }  // namespace morvel::tour

@@ -23,11 +23,14 @@ private:
     void restore();
     void typeATitle();
     void menu();
+    void pin();
     void secondWorkspace();
     void secondDisplay();
     void crowd();
     void groupPopover();
     void closeTerminals();
+    void launcher();
+    void settings();
 
     e2e::Program& launch(const std::vector<std::string>& arguments);
     e2e::Program& launchTerminal(const std::string& title);

@@ -12,7 +12,6 @@ namespace {
 // Narrower bounds than those of the decision whether to group: the decision counts with wide titles, the button
 // does not let one title eat the bar.
 constexpr double kMinTitleDrivenWidth = 80;
-constexpr double kMaxTitleDrivenWidth = 220;
 
 }  // namespace
 
@@ -23,7 +22,7 @@ std::optional<double> requiredWidth(bool isIconOnly, std::optional<double> provi
 
 double titleDrivenWidth(double labelWidth) {
     return std::clamp(std::ceil(labelWidth) + RunningZoneLayout::kTitleChrome, kMinTitleDrivenWidth,
-                      kMaxTitleDrivenWidth);
+                      RunningZoneLayout::kMaxFreeButtonWidth);
 }
 
 }  // namespace morvel::ButtonGeometry

@@ -41,6 +41,11 @@ void GroupPopover::windowsChanged(const std::vector<WindowSnapshot>& group) {
     if (std::erase_if(rows_, updateOrDrop) > 0) rowsChanged();
 }
 
+void GroupPopover::retitle(const WindowSnapshot& window) {
+    for (const Row& row : rows_)
+        if (row->snapshot().id == window.id) row->update(window);
+}
+
 std::vector<WindowSnapshot> GroupPopover::currentWindows() const {
     std::vector<WindowSnapshot> windows;
     for (const Row& row : rows_) windows.push_back(row->snapshot());

@@ -50,6 +50,8 @@ public:
     /// Lets the rows follow their windows' titles and vanish when their windows leave the group. `group` is as the
     /// button has it now; its new windows get no rows. Does nothing while closed.
     void windowsChanged(const std::vector<WindowSnapshot>& group);
+    /// Shows a window's new title, if it has a row.
+    void retitle(const WindowSnapshot& window);
 
     /// The windows listed, in their rows' order. Empty while closed.
     std::vector<WindowSnapshot> currentWindows() const;

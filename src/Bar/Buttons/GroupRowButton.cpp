@@ -48,10 +48,9 @@ Size GroupRowButton::intrinsicSize() const {
 }
 
 void GroupRowButton::mouseUp(const ui::MouseEvent& event) {
-    if (!bounds().contains(fromRoot(event.location))) return;
-    if (event.button == ui::MouseButton::Left) {
+    if (isReleasedInside(event)) {
         accessibilityPress();
-    } else if (event.button == ui::MouseButton::Middle) {
+    } else if (event.button == ui::MouseButton::Middle && bounds().contains(fromRoot(event.location))) {
         const auto close = bindings_.onCloseClicked;  // destroys this row
         close();
     }
@@ -64,19 +63,17 @@ bool GroupRowButton::accessibilityPress() {
 }
 
 void GroupRowButton::rightMouseDown(const ui::MouseEvent& event) {
-    ui::Menu menu = WindowMenus::forWindow(
-        snapshot_.appName, bindings_.otherScreensProvider(),
-        {.close = bindings_.onClose, .quit = bindings_.onQuit, .pin = bindings_.onPin, .moveTo = bindings_.onMoveTo});
+    ui::Menu menu = WindowMenus::forWindow(snapshot_.appName, bindings_.otherScreensProvider(),
+                                           {.close = bindings_.onClose,
+                                            .quit = bindings_.onQuit,
+                                            .pin = snapshot_.bundleID ? bindings_.onPin : nullptr,
+                                            .moveTo = bindings_.onMoveTo});
     bindings_.pinReveal();
     toolkit_.popUpMenu(std::move(menu), *this, event.location, bindings_.unpinReveal);
 }
 
-void GroupRowButton::mouseEntered(const ui::MouseEvent&) {
-    apply(rowAppearance(true), *this);
-}
-
-void GroupRowButton::mouseExited() {
-    apply(rowAppearance(false), *this);
+void GroupRowButton::applyAppearance() {
+    apply(rowAppearance(isHovered() || isDraggedOver_), *this);
 }
 
 bool GroupRowButton::acceptsDrag(const ui::DragPasteboard& pasteboard) const {
@@ -84,13 +81,15 @@ bool GroupRowButton::acceptsDrag(const ui::DragPasteboard& pasteboard) const {
 }
 
 ui::DragOperation GroupRowButton::draggingEntered(const ui::DragInfo& info) {
-    apply(rowAppearance(true), *this);
+    isDraggedOver_ = true;
+    applyAppearance();
     bindings_.onDragEntered(info.pasteboard);
     return ui::DragOperation::None;
 }
 
 void GroupRowButton::draggingExited() {
-    apply(rowAppearance(false), *this);
+    isDraggedOver_ = false;
+    applyAppearance();
     bindings_.onDragExited();
 }
 

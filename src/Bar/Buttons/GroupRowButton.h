@@ -7,6 +7,7 @@
 #include "Bar/Buttons/AppIconView.h"
 #include "Bar/Buttons/ButtonServices.h"
 #include "Bar/Buttons/OtherScreen.h"
+#include "UI/ButtonView.h"
 #include "UI/ImageButton.h"
 #include "UI/Label.h"
 #include "WindowSource/WindowSnapshot.h"
@@ -31,7 +32,7 @@ struct GroupRowBindings {
     std::function<void()> onDragEnded;
 };
 
-class GroupRowButton : public ui::View {
+class GroupRowButton : public ui::ButtonView {
 public:
     static constexpr double kHeight = 36;  ///< in points
 
@@ -44,21 +45,17 @@ public:
     const ui::ImageButton& closeButton() const { return closeButton_; }
 
     Size intrinsicSize() const override;
-    bool acceptsMouse() const override { return true; }
-    bool tracksHover() const override { return true; }
     void mouseUp(const ui::MouseEvent& event) override;
     void rightMouseDown(const ui::MouseEvent& event) override;
-    void mouseEntered(const ui::MouseEvent& event) override;
-    void mouseExited() override;
     bool acceptsDrag(const ui::DragPasteboard& pasteboard) const override;
     ui::DragOperation draggingEntered(const ui::DragInfo& info) override;
     ui::DragOperation draggingUpdated(const ui::DragInfo&) override { return ui::DragOperation::None; }
     void draggingExited() override;
     void draggingEnded() override;
-    ui::AccessibilityRole accessibilityRole() const override { return ui::AccessibilityRole::Button; }
     bool accessibilityPress() override;
 
 protected:
+    void applyAppearance() override;
     void layout() override;
 
 private:
@@ -68,6 +65,7 @@ private:
     AppIconView iconView_;
     ui::Label titleLabel_;
     ui::ImageButton closeButton_;
+    bool isDraggedOver_ = false;
 };
 
 }  // namespace morvel

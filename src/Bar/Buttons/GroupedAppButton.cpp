@@ -42,7 +42,7 @@ GroupedAppButton::GroupedAppButton(ButtonServices services, WindowID buttonID, s
       iconView_(services.iconCache),
       countBadge_(services.toolkit),
       nowPlayingOverlay_(services.icons),
-      nowPlayingHover_(bindings_.nowPlayingControls) {
+      nowPlayingHover_(*this, bindings_.nowPlayingControls) {
     setCornerRadius(ButtonGeometry::kCornerRadius);
     addSubview(iconView_);
     addSubview(countBadge_);
@@ -60,6 +60,11 @@ void GroupedAppButton::update(std::vector<WindowSnapshot> windows) {
     iconView_.show(first.bundleID, first.pid);
 }
 
+void GroupedAppButton::retitle(const WindowSnapshot& window) {
+    const auto found = std::ranges::find(windows_, window.id, &WindowSnapshot::id);
+    if (found != windows_.end()) *found = window;
+}
+
 void GroupedAppButton::setNowPlaying(bool nowPlaying) {
     if (std::exchange(isNowPlaying_, nowPlaying) == nowPlaying) return;
     nowPlayingOverlay_.setVisible(nowPlaying);
@@ -67,7 +72,7 @@ void GroupedAppButton::setNowPlaying(bool nowPlaying) {
 }
 
 void GroupedAppButton::applyAppearance() {
-    apply(appButtonAppearance(isHovered_, bindings_.bordersProvider()), *this);
+    apply(appButtonAppearance(isHovered(), bindings_.bordersProvider()), *this);
     countBadge_.setColor(bindings_.accentProvider());
 }
 
@@ -96,15 +101,13 @@ void GroupedAppButton::rightMouseDown(const ui::MouseEvent& event) {
     });
 }
 
-void GroupedAppButton::mouseEntered(const ui::MouseEvent&) {
-    isHovered_ = true;
-    applyAppearance();
-    if (isNowPlaying_) nowPlayingHover_.entered(*this, bundleID_);
+void GroupedAppButton::mouseEntered(const ui::MouseEvent& event) {
+    ButtonView::mouseEntered(event);
+    if (isNowPlaying_) nowPlayingHover_.entered(bundleID_);
 }
 
 void GroupedAppButton::mouseExited() {
-    isHovered_ = false;
-    applyAppearance();
+    ButtonView::mouseExited();
     nowPlayingHover_.cancel();
 }
 

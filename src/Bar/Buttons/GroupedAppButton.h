@@ -12,6 +12,7 @@
 #include "Bar/Buttons/NowPlayingButtonOverlay.h"
 #include "Bar/Buttons/NowPlayingHover.h"
 #include "Bar/DragHoverRaise/DragHoverRaiseController.h"
+#include "UI/ButtonView.h"
 #include "WindowSource/WindowSnapshot.h"
 
 namespace morvel {
@@ -35,7 +36,7 @@ struct GroupedAppButtonBindings {
     std::function<void()> unpinReveal;
 };
 
-class GroupedAppButton : public ui::View {
+class GroupedAppButton : public ui::ButtonView {
 public:
     /// `buttonID` tells this button apart while something is dragged over it; `bundleID` is the group's key, which is
     /// not a bundle identifier for applications that have none.
@@ -44,20 +45,19 @@ public:
 
     /// The group's windows, in the order in which the popover lists them.
     void update(std::vector<WindowSnapshot> windows);
+    /// Takes the record of one of the group's windows, which has a new title.
+    void retitle(const WindowSnapshot& window);
     void setNowPlaying(bool nowPlaying);
     /// Restyles from the providers.
-    void applyAppearance();
+    void applyAppearance() override;
 
     const WindowID& buttonID() const { return buttonID_; }
     const std::string& bundleID() const { return bundleID_; }
     const std::vector<WindowSnapshot>& windows() const { return windows_; }
-    bool isHovered() const { return isHovered_; }
     bool isNowPlaying() const { return isNowPlaying_; }
     const CountBadge& countBadge() const { return countBadge_; }
 
     Size intrinsicSize() const override;
-    bool acceptsMouse() const override { return true; }
-    bool tracksHover() const override { return true; }
     void mouseDown(const ui::MouseEvent& event) override;
     void rightMouseDown(const ui::MouseEvent& event) override;
     void mouseEntered(const ui::MouseEvent& event) override;
@@ -67,7 +67,6 @@ public:
     ui::DragOperation draggingUpdated(const ui::DragInfo&) override { return ui::DragOperation::None; }
     void draggingExited() override;
     void draggingEnded() override;
-    ui::AccessibilityRole accessibilityRole() const override { return ui::AccessibilityRole::Button; }
     bool accessibilityPress() override;
 
 protected:
@@ -85,7 +84,6 @@ private:
     CountBadge countBadge_;
     NowPlayingButtonOverlay nowPlayingOverlay_;
     NowPlayingHover nowPlayingHover_;
-    bool isHovered_ = false;
     bool isNowPlaying_ = false;
 };
 

@@ -21,7 +21,7 @@ protected:
 
 private:
     Icons& icons_;
-    ui::ImageView glyph_;
+    ui::ImageView glyph_{ui::ImageScaling::None};
 };
 
 }  // namespace morvel

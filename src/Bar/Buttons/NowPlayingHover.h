@@ -14,29 +14,32 @@ struct NowPlayingControls {
     MainLoop* mainLoop = nullptr;  ///< outlives the buttons; null where there are no controls
     /// Opens them beside the button, if the application with this identifier is the one that plays.
     std::function<void(ui::View& button, const std::string& bundleID)> open;
-    /// A button of the bar is pressed: controls that are open close.
-    std::function<void()> close;
+    /// The button is pressed, or it goes: controls that are open beside it close.
+    std::function<void(const ui::View& button)> close;
 };
 
 /// Of one button, which owns it.
 class NowPlayingHover {
 public:
-    explicit NowPlayingHover(NowPlayingControls controls) : controls_(std::move(controls)) {}
+    NowPlayingHover(ui::View& button, NowPlayingControls controls) : button_(button), controls_(std::move(controls)) {}
+    ~NowPlayingHover() { pressed(); }
+    NowPlayingHover(const NowPlayingHover&) = delete;
+    NowPlayingHover& operator=(const NowPlayingHover&) = delete;
 
     /// The delay starts anew.
-    void entered(ui::View& button, const std::string& bundleID) {
+    void entered(const std::string& bundleID) {
         constexpr Duration kDelay = std::chrono::milliseconds(500);
         if (!controls_.mainLoop) return;
-        timer_ =
-            controls_.mainLoop->after(kDelay, [open = controls_.open, &button, bundleID] { open(button, bundleID); });
+        timer_ = controls_.mainLoop->after(kDelay, [this, bundleID] { controls_.open(button_, bundleID); });
     }
     void cancel() { timer_.reset(); }
     void pressed() {
         cancel();
-        if (controls_.close) controls_.close();
+        if (controls_.close) controls_.close(button_);
     }
 
 private:
+    ui::View& button_;
     NowPlayingControls controls_;
     Timer timer_;
 };

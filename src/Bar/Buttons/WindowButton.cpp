@@ -31,7 +31,7 @@ WindowButton::WindowButton(ButtonServices services, const WindowSnapshot& snapsh
       iconView_(services.iconCache),
       titleLabel_(services.toolkit, {.size = ButtonGeometry::kTitleFontSize}),
       nowPlayingOverlay_(services.icons),
-      nowPlayingHover_(bindings_.nowPlayingControls),
+      nowPlayingHover_(*this, bindings_.nowPlayingControls),
       isIconOnly_(isIconOnly) {
     setCornerRadius(ButtonGeometry::kCornerRadius);
     addSubview(iconView_);
@@ -86,7 +86,7 @@ void WindowButton::setNowPlaying(bool nowPlaying) {
 
 void WindowButton::applyAppearance() {
     const WindowButtonState state{.isActive = isActive_,
-                                  .isHovered = isHovered_,
+                                  .isHovered = isHovered(),
                                   .hasBorders = bindings_.bordersProvider(),
                                   .style = bindings_.activeStyleProvider(),
                                   .accent = bindings_.accentProvider(),
@@ -160,16 +160,14 @@ void WindowButton::rightMouseDown(const ui::MouseEvent& event) {
     });
 }
 
-void WindowButton::mouseEntered(const ui::MouseEvent&) {
-    isHovered_ = true;
-    applyAppearance();
+void WindowButton::mouseEntered(const ui::MouseEvent& event) {
+    ButtonView::mouseEntered(event);
     if (isNowPlaying_ && snapshot_.bundleID && !press_.isPending())
-        nowPlayingHover_.entered(*this, *snapshot_.bundleID);
+        nowPlayingHover_.entered(*snapshot_.bundleID);
 }
 
 void WindowButton::mouseExited() {
-    isHovered_ = false;
-    applyAppearance();
+    ButtonView::mouseExited();
     nowPlayingHover_.cancel();
 }
 

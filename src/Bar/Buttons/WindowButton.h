@@ -14,6 +14,7 @@
 #include "Bar/Buttons/PressTracker.h"
 #include "Bar/DragHoverRaise/DragHoverRaiseController.h"
 #include "Settings/SettingsEnums.h"
+#include "UI/ButtonView.h"
 #include "UI/Label.h"
 #include "WindowSource/WindowSnapshot.h"
 
@@ -45,7 +46,7 @@ struct WindowButtonBindings {
     std::function<void()> unpinReveal;
 };
 
-class WindowButton : public ui::View {
+class WindowButton : public ui::ButtonView {
 public:
     WindowButton(ButtonServices services, const WindowSnapshot& snapshot, bool isIconOnly,
                  WindowButtonBindings bindings);
@@ -57,20 +58,17 @@ public:
     void setNowPlaying(bool nowPlaying);
 
     /// Restyles from the providers.
-    void applyAppearance();
+    void applyAppearance() override;
     /// Takes the width from its provider anew.
     void applyWidthConstraint();
 
     const WindowSnapshot& snapshot() const { return snapshot_; }
     bool isActive() const { return isActive_; }
-    bool isHovered() const { return isHovered_; }
     bool isIconOnly() const { return isIconOnly_; }
     bool isNowPlaying() const { return isNowPlaying_; }
     const ui::Label& titleLabel() const { return titleLabel_; }
 
     Size intrinsicSize() const override;
-    bool acceptsMouse() const override { return true; }
-    bool tracksHover() const override { return true; }
     void mouseDown(const ui::MouseEvent& event) override;
     void mouseDragged(const ui::MouseEvent& event) override;
     void mouseUp(const ui::MouseEvent& event) override;
@@ -83,7 +81,6 @@ public:
     ui::DragOperation draggingUpdated(const ui::DragInfo&) override { return ui::DragOperation::None; }
     void draggingExited() override;
     void draggingEnded() override;
-    ui::AccessibilityRole accessibilityRole() const override { return ui::AccessibilityRole::Button; }
     bool accessibilityPress() override;
 
 protected:
@@ -109,7 +106,6 @@ private:
     PressTracker press_;
     bool isDragged_ = false;
     bool isActive_ = false;
-    bool isHovered_ = false;
     bool isIconOnly_;
     bool isNowPlaying_ = false;
     Lifetime lifetime_;

@@ -16,7 +16,8 @@ using Mode = GroupingMode;
 inline constexpr double kFixedButtonWidth = 150;
 inline constexpr double kGroupedButtonWidth = 40;
 inline constexpr double kIconOnlyWidth = 36;
-inline constexpr double kTitleChrome = 38;  ///< what a button adds to its title's width
+inline constexpr double kTitleChrome = 38;          ///< what a button adds to its title's width
+inline constexpr double kMaxFreeButtonWidth = 220;  ///< of a button whose title decides its width
 inline constexpr double kMinAvailableWidth = 120;
 
 struct Group {

@@ -43,6 +43,13 @@ double availableRunningWidth(const RunningZoneRoom& room) {
     return std::max(width, kMinAvailableWidth);
 }
 
+double wastedBeforeNotch(double before, std::optional<double> buttonWidth, double spacing) {
+    if (before <= 0) return 0;
+    if (!buttonWidth) return std::min(before, kMaxFreeButtonWidth);
+    const double step = *buttonWidth + spacing;
+    return step > 0 ? before - step * std::floor((before + spacing) / step) : 0;  // the notch stands for a spacing
+}
+
 double flatPerButton(double projectedWindowed, double projectedWindowless, double gap, size_t windowedCount) {
     if (windowedCount == 0) return 0;
     return (projectedWindowed + projectedWindowless + gap) / static_cast<double>(windowedCount);

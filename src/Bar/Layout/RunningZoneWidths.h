@@ -58,6 +58,10 @@ struct RunningZoneRoom {
 /// Never less than `kMinAvailableWidth`.
 double availableRunningWidth(const RunningZoneRoom& room);
 
+/// What stays empty before the notch because a button of the row would reach into it, where `before` points lie between
+/// the zone's start and the notch. Buttons without a width of their own may be as wide as the widest free one.
+double wastedBeforeNotch(double before, std::optional<double> buttonWidth, double spacing);
+
 /// The room one flat button stands for: the windowless tiles' room is spread over the buttons of windows on purpose, so
 /// that tiles crowd the zone too. 0 without windows.
 double flatPerButton(double projectedWindowed, double projectedWindowless, double gap, size_t windowedCount);

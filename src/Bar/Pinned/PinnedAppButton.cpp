@@ -5,7 +5,6 @@
 #include "Bar/Buttons/ButtonAppearance.h"
 #include "Bar/Buttons/ButtonGeometry.h"
 #include "Bar/Pinned/FileDrag.h"
-#include "Bar/Pinned/PinnedItemContextMenu.h"
 
 namespace morvel {
 
@@ -19,16 +18,10 @@ constexpr double kDotBottom = 0.5;  // between the icon and the button's edge, t
 
 PinnedAppButton::PinnedAppButton(ButtonServices services, const PinnedItem& item, ProcessID process,
                                  PinnedAppButtonBindings bindings)
-    : toolkit_(services.toolkit),
-      pinnedItem_(item),
-      bindings_(std::move(bindings)),
-      iconView_(services, item, process),
-      press_(*this, services.toolkit) {
+    : PinnedItemView(services, item, process, bindings.actions), bindings_(std::move(bindings)) {
+    if (item.kind == PinnedItem::Kind::Folder) icon().setImage(services.icons.fileIcon(item.identifier));
     setCornerRadius(ButtonGeometry::kCornerRadius);
-    setTooltip(item.displayName);
-    setAccessibilityLabel(item.displayName);
     runningDot_.setCornerRadius(kDotSize / 2);
-    addSubview(iconView_);
     addSubview(runningDot_);
     refreshAccent();
     applyAppearance();
@@ -43,43 +36,12 @@ void PinnedAppButton::refreshAccent() {
 }
 
 void PinnedAppButton::applyAppearance() {
-    runningDot_.setHidden(!showsRunningDot(pinnedItem_.kind == PinnedItem::Kind::App, isRunning_));
-    apply(appButtonAppearance(isHovered_, bindings_.bordersProvider()), *this);
+    runningDot_.setHidden(!showsRunningDot(pinnedItem().kind == PinnedItem::Kind::App, isRunning_));
+    apply(appButtonAppearance(isHovered(), bindings_.bordersProvider()), *this);
 }
 
 Size PinnedAppButton::intrinsicSize() const {
     return {kWidth, ButtonGeometry::kHeight};
-}
-
-void PinnedAppButton::mouseUp(const ui::MouseEvent& event) {
-    if (press_.mouseUp(event)) accessibilityPress();
-}
-
-bool PinnedAppButton::accessibilityPress() {
-    if (!bindings_.actions.onClick) return false;
-    const auto click = bindings_.actions.onClick;  // the click may destroy this button
-    click();
-    return true;
-}
-
-void PinnedAppButton::rightMouseDown(const ui::MouseEvent& event) {
-    const PinnedItemActions& actions = bindings_.actions;
-    if (bindings_.pinReveal) bindings_.pinReveal();
-    toolkit_.popUpMenu(
-        PinnedItemContextMenu::make(pinnedItem_, actions.onUnpin, actions.onLaunchNewInstance, actions.onShow), *this,
-        event.location, [unpin = bindings_.unpinReveal] {
-            if (unpin) unpin();
-        });
-}
-
-void PinnedAppButton::mouseEntered(const ui::MouseEvent&) {
-    isHovered_ = true;
-    applyAppearance();
-}
-
-void PinnedAppButton::mouseExited() {
-    isHovered_ = false;
-    applyAppearance();
 }
 
 bool PinnedAppButton::acceptsDrag(const ui::DragPasteboard& pasteboard) const {
@@ -98,7 +60,7 @@ bool PinnedAppButton::performDragOperation(const ui::DragInfo& info) {
 void PinnedAppButton::layout() {
     const double width = frame().width;
     const double height = frame().height;
-    iconView_.setFrame({(width - kIconSize) / 2, (height - kIconSize) / 2, kIconSize, kIconSize});
+    icon().setFrame({(width - kIconSize) / 2, (height - kIconSize) / 2, kIconSize, kIconSize});
     runningDot_.setFrame({(width - kDotSize) / 2, height - kDotBottom - kDotSize, kDotSize, kDotSize});
 }
 

@@ -35,7 +35,7 @@ const char* PinnedOverflowButton::symbolName(MorvelEdge edge) {
 }
 
 void PinnedOverflowButton::applyAppearance() {
-    apply(appButtonAppearance(isHovered_, bindings_.bordersProvider()), *this);
+    apply(appButtonAppearance(isHovered(), bindings_.bordersProvider()), *this);
 }
 
 Size PinnedOverflowButton::intrinsicSize() const {
@@ -43,23 +43,13 @@ Size PinnedOverflowButton::intrinsicSize() const {
 }
 
 void PinnedOverflowButton::mouseUp(const ui::MouseEvent& event) {
-    if (event.button == ui::MouseButton::Left && bounds().contains(fromRoot(event.location))) accessibilityPress();
+    if (isReleasedInside(event)) accessibilityPress();
 }
 
 bool PinnedOverflowButton::accessibilityPress() {
     const auto click = bindings_.onClick;
     if (click) click();
     return static_cast<bool>(click);
-}
-
-void PinnedOverflowButton::mouseEntered(const ui::MouseEvent&) {
-    isHovered_ = true;
-    applyAppearance();
-}
-
-void PinnedOverflowButton::mouseExited() {
-    isHovered_ = false;
-    applyAppearance();
 }
 
 bool PinnedOverflowButton::acceptsDrag(const ui::DragPasteboard& pasteboard) const {

@@ -7,8 +7,8 @@
 #include "Bar/Buttons/ButtonServices.h"
 #include "Platform/MainLoop.h"
 #include "Settings/SettingsEnums.h"
+#include "UI/ButtonView.h"
 #include "UI/ImageView.h"
-#include "UI/View.h"
 
 namespace morvel {
 
@@ -24,7 +24,7 @@ struct PinnedOverflowButtonBindings {
     std::function<bool(const ui::DragInfo&)> onFileDrop;
 };
 
-class PinnedOverflowButton : public ui::View {
+class PinnedOverflowButton : public ui::ButtonView {
 public:
     /// The glyph points to where the list opens: away from the edge.
     PinnedOverflowButton(ButtonServices services, MainLoop& mainLoop, MorvelEdge edge,
@@ -36,30 +36,23 @@ public:
     const ui::ImageView& iconView() const { return iconView_; }
 
     Size intrinsicSize() const override;
-    bool acceptsMouse() const override { return true; }
-    bool tracksHover() const override { return true; }
     void mouseUp(const ui::MouseEvent& event) override;
-    void mouseEntered(const ui::MouseEvent& event) override;
-    void mouseExited() override;
     bool acceptsDrag(const ui::DragPasteboard& pasteboard) const override;
     ui::DragOperation draggingEntered(const ui::DragInfo& info) override;
     ui::DragOperation draggingUpdated(const ui::DragInfo& info) override;
     void draggingExited() override { hoverOpenTimer_.reset(); }
     void draggingEnded() override { hoverOpenTimer_.reset(); }
     bool performDragOperation(const ui::DragInfo& info) override;
-    ui::AccessibilityRole accessibilityRole() const override { return ui::AccessibilityRole::Button; }
     bool accessibilityPress() override;
 
 protected:
+    void applyAppearance() override;
     void layout() override;
 
 private:
-    void applyAppearance();
-
     MainLoop& mainLoop_;
     PinnedOverflowButtonBindings bindings_;
     ui::ImageView iconView_;
-    bool isHovered_ = false;
     Timer hoverOpenTimer_;  // last, so that it never reaches a half-dead button
 };
 

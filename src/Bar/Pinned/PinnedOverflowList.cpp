@@ -1,6 +1,7 @@
 #include "Bar/Pinned/PinnedOverflowList.h"
 
 #include <algorithm>
+#include <cmath>
 #include <utility>
 
 #include "Bar/Pinned/ReusedViews.h"
@@ -10,9 +11,11 @@ namespace morvel {
 namespace {
 
 constexpr double kWidth = 240;
-constexpr double kScrollerWidth = 3;
-constexpr double kScrollerInset = 2;
-constexpr double kScrollerAlpha = 0.3;
+constexpr double kRowHeight = PinnedOverflowRow::kHeight;
+
+double heightOf(size_t rows) {
+    return kRowHeight * static_cast<double>(rows);
+}
 
 }  // namespace
 
@@ -20,11 +23,11 @@ PinnedOverflowList::PinnedOverflowList(MainLoop& mainLoop, DraggedItem draggedIt
     : mainLoop_(mainLoop),
       makeRow_(std::move(makeRow)),
       onDrop_(std::move(onDrop)),
-      stack_(mainLoop, hooks(std::move(draggedItem)), [this](double rows) { scrollBy(rows); }) {
-    scroller_.setBackground(ui::kLabelColor.withAlpha(kScrollerAlpha));
-    scroller_.setCornerRadius(kScrollerWidth / 2);
-    addSubview(stack_);
-    addSubview(scroller_);
+      stack_(mainLoop, hooks(std::move(draggedItem)),
+             [this](double rows) { scrollView_.scrollTo(scrollView_.offset() + rows * kRowHeight); }),
+      scrollView_(stack_) {
+    scrollView_.onScroll = [this] { scrolled(); };
+    addSubview(scrollView_);
 }
 
 PinnedStackHooks PinnedOverflowList::hooks(DraggedItem draggedItem) {
@@ -40,48 +43,46 @@ PinnedStackHooks PinnedOverflowList::hooks(DraggedItem draggedItem) {
 
 void PinnedOverflowList::setItems(std::span<const PinnedItem> items) {
     items_.assign(items.begin(), items.end());
-    showRows();
+    showRows(visibleItems());
 }
 
-size_t PinnedOverflowList::shownRows() const {
-    return std::min(items_.size(), kMaxRows);
+PinnedOverflowList::Range PinnedOverflowList::visibleItems() const {
+    const auto bounded = [this](double place) {
+        return static_cast<size_t>(std::clamp(place, 0.0, static_cast<double>(items_.size())));
+    };
+    const Rect<ViewSpace> visible = scrollView_.visibleRect();
+    return {bounded(std::floor(visible.minY() / kRowHeight)), bounded(std::ceil(visible.maxY() / kRowHeight))};
 }
 
-void PinnedOverflowList::scrollBy(double rows) {
-    firstRow_ += rows;
-    showRows();
+void PinnedOverflowList::scrolled() {
+    if (const Range visible = visibleItems(); visible != shown_) showRows(visible);
+    if (intrinsicSize().height != bounds().height) mainLoop_.post(lifetime_.whileAlive([this] { onSizeChanged(); }));
 }
 
-void PinnedOverflowList::showRows() {
-    firstRow_ = std::clamp(firstRow_, 0.0, static_cast<double>(items_.size() - shownRows()));
-    reuseViews(rows_, std::span(items_).subspan(firstShown(), shownRows()), makeRow_);
+void PinnedOverflowList::showRows(Range shown) {
+    shown_ = shown;
+    reuseViews(rows_, std::span(items_).subspan(shown.first, shown.end - shown.first), makeRow_);
     std::vector<ui::View*> views;
     for (const auto& row : rows_) views.push_back(row.get());
+    // In place of the rows that there are not.
+    stack_.setInsets(heightOf(shown.first), heightOf(items_.size() - shown.end));
     stack_.arrange(views, 0, 0);
-    scroller_.setHidden(items_.size() <= kMaxRows);
-    setNeedsLayout();
 }
 
 bool PinnedOverflowList::dropped(const PinnedItem& item, size_t indexAmongShown) {
-    const auto above = std::span(items_).first(firstShown());
+    const auto above = std::span(items_).first(shown_.first);
     const auto isOther = [&](const PinnedItem& other) { return other.id() != item.id(); };
     const auto drop = onDrop_;
     return drop(item, static_cast<size_t>(std::ranges::count_if(above, isOther)) + indexAmongShown);
 }
 
 Size PinnedOverflowList::intrinsicSize() const {
-    const size_t rows = std::min(std::max(stack_.arrangedSubviews().size(), shownRows()), kMaxRows);
-    return {kWidth, PinnedOverflowRow::kHeight * static_cast<double>(rows)};
+    // With the room that is made for something that is dragged here from elsewhere.
+    return {kWidth, std::min(stack_.intrinsicSize().height, heightOf(kMaxRows))};
 }
 
 void PinnedOverflowList::layout() {
-    stack_.setFrame(bounds());
-    if (intrinsicSize().height != bounds().height) mainLoop_.post(lifetime_.whileAlive([this] { onSizeChanged(); }));
-    const double all = static_cast<double>(std::max<size_t>(items_.size(), 1));
-    const double height = bounds().height - 2 * kScrollerInset;
-    scroller_.setFrame({bounds().width - kScrollerInset - kScrollerWidth,
-                        kScrollerInset + height * static_cast<double>(firstShown()) / all, kScrollerWidth,
-                        std::max(height * static_cast<double>(shownRows()) / all, kScrollerWidth)});
+    scrollView_.setFrame(bounds());
 }
 
 }  // namespace morvel

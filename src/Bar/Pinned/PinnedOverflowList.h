@@ -1,4 +1,5 @@
-// What the overflow popover shows: as many rows as fit, and how far down among all of them these are.
+// What the overflow popover shows: the rows of the pinned items without a place on the bar, scrolled when they are
+// many.
 #pragma once
 
 #include <functional>
@@ -8,6 +9,7 @@
 
 #include "Bar/Pinned/PinnedOverflowReorderStack.h"
 #include "Bar/Pinned/PinnedOverflowRow.h"
+#include "UI/ScrollView.h"
 #include "Util/Lifetime.h"
 
 namespace morvel {
@@ -28,7 +30,7 @@ public:
 
     void setItems(std::span<const PinnedItem> items);
     const std::vector<PinnedItem>& items() const { return items_; }
-    void scrollToTop() { firstRow_ = 0; }
+    void scrollToTop() { scrollView_.scrollTo(0); }
     void dragEnded() { stack_.draggingEnded(); }
 
     Size intrinsicSize() const override;
@@ -37,21 +39,25 @@ protected:
     void layout() override;
 
 private:
+    /// A part of the items, by the index of its first and the one behind its last.
+    struct Range {
+        size_t first = 0, end = 0;
+        bool operator==(const Range&) const = default;
+    };
+
     PinnedStackHooks hooks(DraggedItem draggedItem);
-    /// Without that of something that is dragged here from elsewhere.
-    size_t shownRows() const;
-    size_t firstShown() const { return static_cast<size_t>(firstRow_); }
-    void scrollBy(double rows);
-    void showRows();
+    Range visibleItems() const;
+    void scrolled();
+    void showRows(Range shown);
     bool dropped(const PinnedItem& item, size_t indexAmongShown);
 
     MainLoop& mainLoop_;
     MakeRow makeRow_;
     Drop onDrop_;
     std::vector<PinnedItem> items_;
-    double firstRow_ = 0;  // may be between two rows while it is scrolled
+    Range shown_;  // what has rows
     PinnedOverflowReorderStack stack_;
-    ui::View scroller_;
+    ui::ScrollView scrollView_;
     std::vector<std::unique_ptr<PinnedOverflowRow>> rows_;
     Lifetime lifetime_;
 };

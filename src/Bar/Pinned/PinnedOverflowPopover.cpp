@@ -62,6 +62,8 @@ std::unique_ptr<PinnedOverflowRow> PinnedOverflowPopover::makeRow(const PinnedIt
     actions.onUnpin = [&store = store_, id = item.id()] { store.unpin(id); };
     if (bindings_.onLaunchNew) actions.onLaunchNewInstance = [launch = bindings_.onLaunchNew, item] { launch(item); };
     actions.onShow = [show = bindings_.onShow, item] { show(item); };
+    actions.pinReveal = bindings_.onWillShow;
+    actions.unpinReveal = bindings_.onDidClose;
     return std::make_unique<PinnedOverflowRow>(services_, item, bindings_.processOf(item), std::move(actions));
 }
 

@@ -19,7 +19,7 @@ struct PinnedOverflowBindings {
     std::function<void(const PinnedItem&)> onClickItem;
     std::function<void(const PinnedItem&)> onShow;
     std::function<void(const PinnedItem&)> onLaunchNew;
-    /// Called in pairs around the time the popover is open, to keep the bar shown meanwhile.
+    /// Called in pairs around the time the popover is open, and a row's menu, to keep the bar shown meanwhile.
     std::function<void()> onWillShow;
     std::function<void()> onDidClose;
 };

@@ -1,4 +1,4 @@
-// The column of rows of pinned items that have no place on the bar.
+// The column of rows of pinned items that have no place on the bar, in a scroll view.
 #pragma once
 
 #include <functional>
@@ -16,7 +16,6 @@ public:
     PinnedOverflowReorderStack(MainLoop& mainLoop, PinnedStackHooks hooks, Scroll scroll);
 
     ui::DragOperation draggingUpdated(const ui::DragInfo& info) override;
-    bool scrollWheel(const ui::WheelEvent& event) override;
 
 private:
     void scrollAtEdge(Point<ViewSpace> inRoot);

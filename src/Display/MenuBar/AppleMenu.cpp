@@ -11,8 +11,8 @@ void openAppleMenu(Accessibility& accessibility, ProcessID owner) {
     if (!menuBar) return;
     const auto titles = reader.readElements(*menuBar, ax::kChildren);
     if (!titles || titles->empty()) return;
-    // The application answers only once its menu has closed again, so an answer that did not come in time is the rule.
-    accessibility.performAction(titles->front(), ax::kPress);
+    // The application answers only once its menu has closed again.
+    accessibility.startAction(titles->front(), ax::kPress);
 }
 
 }  // namespace morvel

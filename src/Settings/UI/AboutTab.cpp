@@ -1,6 +1,7 @@
 #include "Settings/UI/Bindings.h"
 #include "Settings/UI/RelativeTime.h"
 #include "Settings/UI/SettingsTabs.h"
+#include "Util/WebAddress.h"
 
 namespace morvel::tabs {
 
@@ -8,7 +9,13 @@ namespace {
 
 using namespace bindings;
 
-constexpr const char* kWebSite = "https://morvel.example.org";
+/// The program's web site, which also announces its releases.
+constexpr const char* kWebSite = MORVEL_UPDATE_HOST;
+
+/// "2.0.0 (431)": the build tells apart what has the same version.
+std::string nameOf(const UpdateState& release) {
+    return release.build.empty() ? release.version : release.version + " (" + release.build + ")";
+}
 
 std::string statusText(const UpdateState& state) {
     switch (state.kind) {
@@ -19,8 +26,8 @@ std::string statusText(const UpdateState& state) {
         case UpdateState::Kind::UpToDate:
             return "You're up to date.";
         case UpdateState::Kind::Available:
-            return state.isSkipped ? "Version " + state.version + " is skipped."
-                                   : "Update available: version " + state.version;
+            return state.isSkipped ? "Version " + nameOf(state) + " is skipped."
+                                   : "Update available: version " + nameOf(state);
         case UpdateState::Kind::Failed:
             return "Couldn't reach update server.";
     }
@@ -41,8 +48,9 @@ ui::FormSection updates(const SettingsSources& sources) {
     const auto hasOffer = [state] { return state().kind == UpdateState::Kind::Available; };
     const auto canSkip = [state, hasOffer] { return hasOffer() && !state().isSkipped; };
     const auto canCheck = [state] { return state().kind != UpdateState::Kind::Checking; };
+    // A page that would not be opened has no link.
     const auto link = [&sources, hasOffer](std::string title, std::function<std::string()> page) {
-        return visibleWhen(hasOffer,
+        return visibleWhen([hasOffer, page] { return hasOffer() && isSecureWebAddress(page()); },
                            {{}, {}, ui::FormLink{std::move(title), [open = sources.openPage, page] { open(page()); }}});
     };
     return {"Updates",
@@ -63,7 +71,9 @@ ui::FormTab about(const SettingsSources& sources) {
                     "About",
                     {{"Morvel",
                       {text([] { return std::string("Version ") + MORVEL_VERSION; }),
-                       {{}, {}, ui::FormLink{"morvel.example.org", [open = sources.openPage] { open(kWebSite); }}}}}}};
+                       {{}, {}, ui::FormLink{kWebSite, [open = sources.openPage] {
+                                                 open(std::string("https://") + kWebSite);
+                                             }}}}}}};
     if (sources.updates.state) tab.sections.push_back(updates(sources));
     return tab;
 }

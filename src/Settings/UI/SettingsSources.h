@@ -37,6 +37,7 @@ struct UpdateState {
     Kind kind = Kind::Idle;
     // Of the available release.
     std::string version = {};
+    std::string build = {};
     std::string downloadPage = {};
     std::string notesPage = {};
     bool isSkipped = false;

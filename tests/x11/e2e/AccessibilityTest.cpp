@@ -9,6 +9,7 @@ namespace {
 
 constexpr const char* kBar = "Morvel";
 constexpr const char* kButton = "push button";
+constexpr const char* kSettings = "Morvel Settings";
 
 class ScreenReader : public BarTest {
 protected:
@@ -25,11 +26,21 @@ protected:
 
     std::optional<AccessibleObject> button(const std::string& name) { return assistant->find(kBar, kButton, name); }
 
-    /// Waits for the button; an object that answers nothing when it does not come.
-    AccessibleObject awaitButton(const std::string& name) {
+    /// Waits for the object; one that answers nothing when it does not come.
+    AccessibleObject awaitObject(const std::string& role, const std::string& name) {
         std::optional<AccessibleObject> found;
-        EXPECT_TRUE(eventually([&] { return (found = button(name)).has_value(); })) << name;
+        EXPECT_TRUE(eventually([&] { return (found = assistant->find(kBar, role, name)).has_value(); })) << name;
         return found.value_or(AccessibleObject{"org.example.none", "/none"});
+    }
+    AccessibleObject awaitButton(const std::string& name) { return awaitObject(kButton, name); }
+
+    xcb_window_t openSettings() {
+        const Box panel = panelBox();
+        pointer.rightClick({panel.right() - 40, panel.center().y});
+        pointer.click(popupItem("Morvel Settings…").center());
+        std::optional<xcb_window_t> window;
+        EXPECT_TRUE(eventually([&] { return (window = desktop.windowTitled(kSettings)).has_value(); }));
+        return window.value_or(XCB_NONE);
     }
 
     bool isLoaded(const std::string& library) {
@@ -125,6 +136,37 @@ TEST_F(ScreenReader, CostsNothingUntilItIsAskedFor) {
     assistant.emplace(*session);
     EXPECT_TRUE(eventually([&] { return isLoaded("morvel-accessibility"); }));
     awaitButton("Window");
+}
+
+TEST_F(ScreenReader, FindsTheSettingsWindowAndItsControls) {
+    startAccessibleBar();
+    ASSERT_TRUE(eventually([&] { return assistant->application(kBar).has_value(); }));
+    const auto window = openSettings();
+    const auto toggle = awaitObject("toggle button", "Show Start button");
+    EXPECT_TRUE(assistant->hasState(toggle, Assistant::kFocusable));
+    EXPECT_TRUE(assistant->hasState(toggle, Assistant::kShowing));
+    ASSERT_TRUE(bar->panelItem("Apps"));
+    EXPECT_TRUE(assistant->press(toggle));
+    EXPECT_TRUE(eventually([&] { return !bar->panelItem("Apps"); })) << "it does what it says";
+
+    desktop.close(window);
+    EXPECT_TRUE(eventually([&] { return !assistant->find(kBar, "frame", kSettings); }));
+    EXPECT_TRUE(assistant->hasHeard(toggle, "ChildrenChanged", "remove"));
+    openSettings();
+    awaitObject("frame", kSettings);
+    EXPECT_EQ(assistant->childrenOf(*assistant->application(kBar)).size(), 2U) << "with the bar, once each";
+}
+
+TEST_F(ScreenReader, FindsASettingsWindowThatWasThereBefore) {
+    startBar({.environment = session->environment()});
+    const auto window = openSettings();
+    session->setAccessibilityEnabled(true);
+    assistant.emplace(*session);
+    awaitObject("frame", kSettings);
+    desktop.close(window);
+    EXPECT_TRUE(eventually([&] { return !assistant->find(kBar, "frame", kSettings); }));
+    EXPECT_TRUE(bar->program().isRunning());
+    EXPECT_EQ(bar->log().find("CRITICAL"), std::string::npos) << bar->log();
 }
 
 TEST_F(ScreenReader, IsNotNeededByABarThatGoesOnWithoutItsBuses) {

@@ -1,5 +1,8 @@
 // Media players of the session: the badge on their buttons, the controls, and players that mean no good.
+#include <arpa/inet.h>
+#include <sys/socket.h>
 #include <sys/stat.h>
+#include <unistd.h>
 
 #include <filesystem>
 #include <fstream>
@@ -12,6 +15,31 @@ namespace {
 
 constexpr const char* kBadge = "Now Playing";
 constexpr const char* kDefaults = R"({"groupingMode": "never", "updaterAutoCheckEnabled": false})";
+
+/// A web server on this machine that nobody is to ask.
+class UnaskedServer {
+public:
+    UnaskedServer() {
+        sockaddr_in address{};
+        address.sin_family = AF_INET;
+        address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
+        socklen_t size = sizeof address;
+        ::bind(socket_, reinterpret_cast<sockaddr*>(&address), size);
+        ::listen(socket_, 8);
+        ::getsockname(socket_, reinterpret_cast<sockaddr*>(&address), &size);
+        port_ = ntohs(address.sin_port);
+    }
+    ~UnaskedServer() { ::close(socket_); }
+    UnaskedServer(const UnaskedServer&) = delete;
+    UnaskedServer& operator=(const UnaskedServer&) = delete;
+
+    std::string address() const { return "http://127.0.0.1:" + std::to_string(port_) + "/cover.png"; }
+    bool wasAsked() const { return ::accept(socket_, nullptr, nullptr) >= 0; }
+
+private:
+    const int socket_ = ::socket(AF_INET, SOCK_STREAM | SOCK_NONBLOCK | SOCK_CLOEXEC, 0);
+    int port_ = 0;
+};
 
 class MediaPlayers : public BarTest {
 protected:
@@ -115,14 +143,17 @@ TEST_F(MediaPlayers, ThatAreHostileStayWithoutEffect) {
     ASSERT_TRUE(isBadged());
     hoverButton();
     ASSERT_TRUE(controlsShow("Pause"));
-    for (const char* url : {"https://example.org/cover.png", "file://example.org/etc/passwd", "file:///dev/zero",
-                            "file:///proc/kcore", "../cover.png"})
+    const UnaskedServer server;
+    for (const std::string& url : {server.address(), std::string("https://example.org/cover.png"),
+                                   std::string("file://example.org/etc/passwd"), std::string("file:///dev/zero"),
+                                   std::string("file:///proc/kcore"), std::string("../cover.png")})
         loud.play("Title || with separators", "\u202eodd\n", url);
     EXPECT_TRUE(controlsShow("Title || with separators"));
     for (int i = 0; i < 2000; ++i) loud.play("Track " + std::to_string(i), "Flood");
     EXPECT_TRUE(controlsShow("Track 1999"));
     pointer.click(popupItem("Next").center());
     EXPECT_TRUE(eventually([&] { return loud.calls() == std::vector<std::string>{"Next"}; }));
+    EXPECT_FALSE(server.wasAsked()) << "pictures of other computers are not fetched";
 }
 
 }  // namespace

@@ -110,6 +110,42 @@ TEST_F(Settings, RoomThatIsNoLongerReservedIsGivenBack) {
     EXPECT_TRUE(eventually([&] { return desktop.windowBox(window) == before; })) << lowerEnd();
 }
 
+TEST_F(Settings, TakeEffectWhereNothingCanBeSaved) {
+    startBar({.environment = {{"HOME", "/proc/none"}, {"XDG_CONFIG_HOME", "/proc/none"}}});
+    ASSERT_NE(open(), XCB_NONE);
+    tab(kTabsToSearch);
+    search("bar height");
+    tab(1);
+    for (int height = 45; height <= 47; ++height) {
+        pointer.key(kKeyRight);
+        EXPECT_TRUE(eventually([&] { return panelBox().height == height; }));
+    }
+    const std::string log = bar->log();
+    const size_t complaint = log.find("cannot write");
+    EXPECT_NE(complaint, std::string::npos);
+    EXPECT_EQ(log.find("cannot write", complaint + 1), std::string::npos) << "once is enough: " << log;
+}
+
+TEST_F(Settings, TheThemeIsTheDesktopsOrTheirOwn) {
+    using namespace std::string_literals;
+    auto& connection = client.connection();
+    const xcb_window_t owner = client.open({.title = "settings"});
+    const std::string settings = "\0\0\0\0\1\0\0\0\1\0\0\0\1\0\x0d\0Net/ThemeName\0\0\0\0\0\0\0\x0c\0\0\0Adwaita-dark"s;
+    connection.setBytes(owner, "_XSETTINGS_SETTINGS", "_XSETTINGS_SETTINGS", settings);
+    xcb_set_selection_owner(connection, owner, connection.atom("_XSETTINGS_S0"), XCB_CURRENT_TIME);
+    connection.sync();
+    const auto isBright = [&](const Box& box) { return world.shoot().average(box).green > 128; };
+    startBar({.defaults = R"({"theme": "system"})"});
+    EXPECT_TRUE(eventually([&] { return !isBright(panelBox()); }));
+    bar->program().signal(SIGTERM);
+    EXPECT_EQ(bar->program().waitForExit(), 0);
+    startBar({.defaults = R"({"theme": "light"})"});
+    EXPECT_TRUE(eventually([&] { return isBright(panelBox()); }));
+    const xcb_window_t window = open();
+    ASSERT_NE(window, XCB_NONE);
+    EXPECT_TRUE(eventually([&] { return isBright(desktop.windowBox(window)); }));
+}
+
 TEST_F(Settings, AreNotNeededByABarWhoseServerGoesAway) {
     startBar();
     ASSERT_NE(open(), XCB_NONE);

@@ -6,20 +6,25 @@
 #include <sys/socket.h>
 #include <unistd.h>
 
+#include <atomic>
 #include <thread>
 
 #include "Platform/Linux/System/GLibMainLoop.h"
+#include "Update/UpdateChecker.h"
 
 namespace morvel::x11 {
 namespace {
 
 using namespace std::chrono_literals;
 
+/// What follows the answer. Silence: the connection stays open. Drops: a byte every now and then. Flood: bytes until
+/// 100 MB have been sent.
+enum class Then { Close, Silence, Drops, Flood };
+
 /// Serves one connection at a time, each with the same bytes, until it is destroyed.
 class LoopbackServer {
 public:
-    /// `isSlow`: keeps the connection open and silent after these bytes.
-    explicit LoopbackServer(std::string answer, bool isSlow = false) : answer_(std::move(answer)), isSlow_(isSlow) {
+    explicit LoopbackServer(std::string answer, Then then = Then::Close) : answer_(std::move(answer)), then_(then) {
         sockaddr_in address{};
         address.sin_family = AF_INET;
         address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
@@ -40,6 +45,7 @@ public:
 
     std::string address() const { return "http://127.0.0.1:" + std::to_string(port_) + "/version.json"; }
     const std::string& request() const { return request_; }  ///< the last one, once it has been answered
+    size_t taken() const { return taken_; }                  ///< bytes of floods that the network took
 
 private:
     void serve() {
@@ -48,12 +54,23 @@ private:
             const ssize_t count = ::recv(client, buffer, sizeof buffer, 0);
             request_.assign(buffer, static_cast<size_t>(std::max<ssize_t>(count, 0)));
             ::send(client, answer_.data(), answer_.size(), MSG_NOSIGNAL);
-            if (isSlow_) ::recv(client, buffer, sizeof buffer, 0);  // until the other side gives up
+            if (then_ == Then::Silence) ::recv(client, buffer, sizeof buffer, 0);  // until the other side gives up
+            while (then_ == Then::Drops && ::send(client, "x", 1, MSG_NOSIGNAL) == 1) ::usleep(20'000);
+            if (then_ == Then::Flood) flood(client);
         }
     }
+    void flood(int client) {
+        const std::string piece(1 << 16, 'x');
+        ssize_t sent = 0;
+        while (taken_ < kFlood && (sent = ::send(client, piece.data(), piece.size(), MSG_NOSIGNAL)) > 0)
+            taken_ += static_cast<size_t>(sent);
+    }
+
+    static constexpr size_t kFlood = 100 << 20;
 
     const std::string answer_;
-    const bool isSlow_;
+    const Then then_;
+    std::atomic<size_t> taken_ = 0;
     const int socket_ = ::socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0);
     int port_ = 0;
     std::string request_;
@@ -100,8 +117,12 @@ TEST_F(FetchClientTest, RefusesWhatIsTooLongTooLateOrLeadsElsewhere) {
     const std::string largest(HttpClient::kLargestBody, 'x');
     EXPECT_EQ(ask(LoopbackServer(http("200 OK", largest)).address()), "200 " + largest);
     EXPECT_EQ(ask(LoopbackServer(http("200 OK", largest + "x")).address()), "The answer is too large.");
-    EXPECT_EQ(ask(LoopbackServer("HTTP/1.1 200 OK\r\nContent-Length: 99\r\n\r\n{", true).address(), 300ms),
-              "The request timed out.");
+    const std::string head = "HTTP/1.1 200 OK\r\nContent-Length: 104857600\r\n\r\n";
+    for (const Then slow : {Then::Silence, Then::Drops})
+        EXPECT_EQ(ask(LoopbackServer(head + "{", slow).address(), 300ms), "The request timed out.");
+    const LoopbackServer huge(head, Then::Flood);
+    EXPECT_EQ(ask(huge.address()), "The answer is too large.");
+    EXPECT_LT(huge.taken(), 16U << 20) << "what lies on the way counts too";
     for (const char* target : {"http://127.0.0.1/", "file:///etc/passwd", "/there", "javascript:x"}) {
         const LoopbackServer server(http("302 Found", "", std::string("Location: ") + target + "\r\n"));
         EXPECT_EQ(ask(server.address()), "The server redirects to an address that is not secure.") << target;
@@ -117,8 +138,30 @@ TEST_F(FetchClientTest, RefusesWhatIsTooLongTooLateOrLeadsElsewhere) {
     EXPECT_EQ(ask("http://127.0.0.1/", 10s, "/nowhere/morvel-fetch"), "The request could not be sent.");
 }
 
+TEST_F(FetchClientTest, BringsTheUpdateDocumentOrSaysWhyNot) {
+    const std::string good =
+        R"({"version": "2.0.0", "build": "7", "published_at": "2024-05-01T12:00:00Z", "download_url":)"
+        R"( "https://example.com/d", "release_notes_url": "https://example.com/n", "minimum_os_version": "13.0"})";
+    const auto latest = [&](const std::string& answer) {
+        const LoopbackServer server(answer);
+        FetchClient client(loop, MORVEL_FETCH);
+        std::optional<RemoteVersionResult> result;
+        UpdateChecker(client, server.address()).fetchLatest([&](const RemoteVersionResult& given) { result = given; });
+        while (!result) loop.turn(true);
+        const auto* remote = std::get_if<RemoteVersion>(&*result);
+        return remote ? remote->version.description() : std::get<UpdateError>(*result).text;
+    };
+    EXPECT_EQ(latest(http("200 OK", good)), "2.0.0");
+    EXPECT_EQ(latest(http("200 OK", good.substr(1))), "The update document is no JSON object.");
+    EXPECT_EQ(latest("HTTP/1.1 204 No Content\r\nConnection: close\r\n\r\n"), "The update document is no JSON object.");
+    EXPECT_EQ(latest(http("404 Not Found", good)), "The update server answered with status 404.");
+    EXPECT_EQ(latest(http("500 Oh", good)), "The update server answered with status 500.");
+    EXPECT_EQ(latest(http("301 Moved", good, "Location: http://127.0.0.1/\r\n")),
+              "The server redirects to an address that is not secure.");
+}
+
 TEST_F(FetchClientTest, ForgetsItsRequestsWhenItGoes) {
-    const LoopbackServer server("", true);
+    const LoopbackServer server("", Then::Silence);
     auto client = std::make_unique<FetchClient>(loop, MORVEL_FETCH);
     client->get(server.address(), 10s, [](const HttpAnswer&) { FAIL() << "nobody is there to hear it"; });
     while (loop.turn(false)) continue;

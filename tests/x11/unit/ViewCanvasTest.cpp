@@ -15,11 +15,16 @@ using namespace std::chrono_literals;
 class MeasuringToolkit : public ui::Toolkit {
 public:
     explicit MeasuringToolkit(TextLayouts& layouts) : layouts_(layouts) {}
+    void setAppearance(ui::Appearance) override {}
     std::unique_ptr<ui::PanelPeer> makePanel(const ui::PanelOptions&, ui::View&) override { return nullptr; }
-    std::unique_ptr<ui::PopoverPeer> makePopover(ui::View&, std::function<void()>, ui::PopoverFocus) override {
+    std::unique_ptr<ui::PopoverPeer> makePopover(ui::View&, std::function<void()>, ui::PopoverKind) override {
         return nullptr;
     }
     void popUpMenu(ui::Menu, ui::View&, Point<ViewSpace>, std::function<void()>) override {}
+    void beginDrag(ui::View&, ui::DragItem, std::function<void(ui::DragOperation)> ended) override {
+        ended(ui::DragOperation::None);
+    }
+    std::unique_ptr<ui::FormWindowPeer> makeFormWindow(ui::Form) override { return nullptr; }
     Size textSize(std::string_view text, const ui::Font& font) override { return layouts_.lineSize(text, font); }
     std::optional<Point<ScreenSpace>> pointerLocation() override { return std::nullopt; }
     bool isMouseButtonDown() override { return false; }

@@ -39,6 +39,13 @@ TEST(XSettings, ReadsOneNumberAmongTheOthers) {
         EXPECT_EQ(xSettingsNumber(row.published, kName), row.value) << row.why;
 }
 
+TEST(XSettings, ReadsOneText) {
+    const std::string whole = kHead + "\3\0\0\0"s + kAnimations + kColor + kText;
+    EXPECT_EQ(xSettingsText(whole, "Name"), "abc");
+    EXPECT_EQ(xSettingsText(whole, kName), std::nullopt) << "a number";
+    EXPECT_EQ(xSettingsText(whole.substr(0, whole.size() - 1), "Name"), std::nullopt) << "cut off";
+}
+
 TEST(XSettings, CutOffAnywhereSaysNothing) {
     const std::string whole = kHead + "\3\0\0\0"s + kText + kColor + kAnimations;
     for (size_t size = 0; size < whole.size(); ++size)

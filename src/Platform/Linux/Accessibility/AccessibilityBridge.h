@@ -17,6 +17,10 @@ public:
     virtual void windowRemoved(AccessibleWindow& window) = 0;
     /// The view may be half destroyed: only its identity counts.
     virtual void viewWillDetach(const ui::View& view) = 0;
+
+    /// Another toolkit of this process shows windows too: those are the children of this AtkObject, which outlives the
+    /// bridge. At most one.
+    virtual void addWindowsOf(void* otherRoot) = 0;
 };
 
 /// The module's only entry. Null when its version is not the program's or when no assistive program can be reached

@@ -15,6 +15,9 @@ public:
     virtual std::unique_ptr<ui::FormWindowPeer> makeWindow(ui::Form form) = 0;
     /// The windows, those on the screen included, are dark from now on, or light.
     virtual void setDark(bool dark) = 0;
+    /// What the toolkit tells assistive programs: an AtkObject, whose children are the windows that it shows. Good for
+    /// the life of the process; asked for only where there are such programs.
+    virtual void* accessibleRoot() = 0;
 };
 
 /// The module's only entry. Null when its version is not the program's or when the toolkit cannot reach the display.

@@ -17,7 +17,10 @@ std::unique_ptr<FormBridge> loadBridge(Log& log) {
 }  // namespace
 
 std::unique_ptr<ui::FormWindowPeer> FormService::makeWindow(ui::Form form, bool dark) {
-    if (!bridge_) bridge_ = loadBridge(log_);
+    if (!bridge_) {
+        bridge_ = loadBridge(log_);
+        tellOfWindows();
+    }
     if (!bridge_) return nullptr;
     bridge_->setDark(dark);
     return bridge_->makeWindow(std::move(form));
@@ -25,6 +28,15 @@ std::unique_ptr<ui::FormWindowPeer> FormService::makeWindow(ui::Form form, bool 
 
 void FormService::setDark(bool dark) {
     if (bridge_) bridge_->setDark(dark);
+}
+
+void FormService::setAccessibilityBridge(AccessibilityBridge* bridge) {
+    accessibility_ = bridge;
+    tellOfWindows();
+}
+
+void FormService::tellOfWindows() {
+    if (bridge_ && accessibility_) accessibility_->addWindowsOf(bridge_->accessibleRoot());
 }
 
 }  // namespace morvel::x11

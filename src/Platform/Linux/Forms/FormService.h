@@ -3,6 +3,7 @@
 
 #include <memory>
 
+#include "Platform/Linux/Accessibility/AccessibilityBridge.h"
 #include "Platform/Linux/Forms/FormBridge.h"
 #include "Platform/Log.h"
 
@@ -17,10 +18,16 @@ public:
     /// Null, with a line in the log, when the module cannot be used.
     std::unique_ptr<ui::FormWindowPeer> makeWindow(ui::Form form, bool dark);
     void setDark(bool dark);
+    /// From now on the windows are known to assistive programs; null ends it, which has to come before the bridge's
+    /// end.
+    void setAccessibilityBridge(AccessibilityBridge* bridge);
 
 private:
+    void tellOfWindows();
+
     Log& log_;
     std::unique_ptr<FormBridge> bridge_;
+    AccessibilityBridge* accessibility_ = nullptr;  // null while nobody asks
 };
 
 }  // namespace morvel::x11

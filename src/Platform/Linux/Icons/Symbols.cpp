@@ -133,11 +133,13 @@ void drawBackward(cairo_t* cr) {
 }
 
 void drawWaveform(cairo_t* cr) {
-    constexpr std::array kHeights{0.2, 0.5, 0.9, 0.4, 0.7, 0.25};
-    double x = 0.1;
-    for (const double height : kHeights) {
-        strokeLine(cr, 0.09, {{x, 0.5 - height / 2 + 0.045}, {x, 0.5 + height / 2 - 0.045}});
-        x += 0.16;
+    // Shown eight pixels wide: lines and gaps of one pixel each stay apart.
+    constexpr double kLine = 1.0 / 8;
+    constexpr std::array kHeights{3, 7, 5, 3};
+    double x = kLine / 2;
+    for (const int height : kHeights) {
+        fillBar(cr, x - kLine / 2, (1 - height * kLine) / 2, kLine, height * kLine);
+        x += 2 * kLine;
     }
 }
 

@@ -9,8 +9,6 @@ namespace morvel::x11 {
 
 namespace {
 
-constexpr gint64 kNotArmed = -1;
-
 gboolean callCallback(GSource*, GSourceFunc callback, gpointer data) {
     return callback ? callback(data) : G_SOURCE_REMOVE;
 }
@@ -69,10 +67,30 @@ Subscription endSource(GSource* source) {
 
 }  // namespace
 
-GLibMainLoop::GLibMainLoop()
-    : loop_(g_main_loop_new(nullptr, FALSE)), postedSource_(g_source_new(&timeFuncs, sizeof(GSource))) {
-    g_source_set_ready_time(postedSource_, kNotArmed);
-    g_source_set_callback(postedSource_, runPosted, this, nullptr);
+/// Asks whether there is work before each wait. Ready times would wake the loop by a write to itself and a turn more
+/// for each of their changes.
+struct GLibMainLoop::PostedSource {
+    GSource base;
+    GLibMainLoop* loop;
+
+    static gboolean prepare(GSource* source, gint* timeout) {
+        *timeout = -1;
+        return check(source);
+    }
+    static gboolean check(GSource* source) {
+        return reinterpret_cast<PostedSource*>(source)->loop->hasPosted() ? TRUE : FALSE;
+    }
+    static gboolean dispatch(GSource* source, GSourceFunc, gpointer) {
+        reinterpret_cast<PostedSource*>(source)->loop->runPosted();
+        return G_SOURCE_CONTINUE;
+    }
+};
+
+GLibMainLoop::GLibMainLoop() : loop_(g_main_loop_new(nullptr, FALSE)), mainThread_(std::this_thread::get_id()) {
+    static GSourceFuncs funcs{PostedSource::prepare, PostedSource::check, PostedSource::dispatch,
+                              nullptr,               nullptr,             nullptr};
+    postedSource_ = g_source_new(&funcs, sizeof(PostedSource));
+    reinterpret_cast<PostedSource*>(postedSource_)->loop = this;
     g_source_attach(postedSource_, nullptr);
 }
 
@@ -87,22 +105,25 @@ Instant GLibMainLoop::now() const {
 }
 
 void GLibMainLoop::post(std::function<void()> work) {
-    const std::lock_guard lock(mutex_);
-    posted_.push_back(std::move(work));
-    // Wakes the main thread where another one posts.
-    if (posted_.size() == 1) g_source_set_ready_time(postedSource_, 0);
+    {
+        const std::lock_guard lock(mutex_);
+        posted_.push_back(std::move(work));
+    }
+    if (std::this_thread::get_id() != mainThread_) g_main_context_wakeup(nullptr);
 }
 
-gboolean GLibMainLoop::runPosted(gpointer self) {
-    auto& loop = *static_cast<GLibMainLoop*>(self);
+bool GLibMainLoop::hasPosted() {
+    const std::lock_guard lock(mutex_);
+    return !posted_.empty();
+}
+
+void GLibMainLoop::runPosted() {
     std::vector<std::function<void()>> work;
     {
-        const std::lock_guard lock(loop.mutex_);
-        work.swap(loop.posted_);
-        g_source_set_ready_time(loop.postedSource_, kNotArmed);
+        const std::lock_guard lock(mutex_);
+        work.swap(posted_);
     }
     for (auto& each : work) std::exchange(each, nullptr)();
-    return G_SOURCE_CONTINUE;
 }
 
 Timer GLibMainLoop::after(Duration delay, std::function<void()> fire) {

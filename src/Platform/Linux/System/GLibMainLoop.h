@@ -4,6 +4,7 @@
 #include <glib.h>
 
 #include <mutex>
+#include <thread>
 #include <vector>
 
 #include "Platform/MainLoop.h"
@@ -40,11 +41,15 @@ public:
     bool turn(bool mayBlock);
 
 private:
-    static gboolean runPosted(gpointer self);
+    struct PostedSource;
+
+    bool hasPosted();
+    void runPosted();
     Timer arm(Duration first, Duration period, std::function<void()> fire);
 
     GMainLoop* loop_;
-    GSource* postedSource_;
+    GSource* postedSource_ = nullptr;
+    const std::thread::id mainThread_;
     std::mutex mutex_;  // guards posted_
     std::vector<std::function<void()>> posted_;
     int exitCode_ = 0;

@@ -1,5 +1,7 @@
 #include "Platform/Linux/System/XSettings.h"
 
+#include <variant>
+
 #include "Platform/Linux/System/Property.h"
 
 namespace morvel::x11 {
@@ -7,6 +9,7 @@ namespace morvel::x11 {
 namespace {
 
 constexpr std::string_view kEnableAnimations = "Gtk/EnableAnimations";
+constexpr std::string_view kThemeName = "Net/ThemeName";
 constexpr uint32_t kMaxWords = 64 * 1024;  // many times what any desktop publishes
 
 enum class Type : uint8_t { Number = 0, Text = 1, Color = 2 };
@@ -43,9 +46,10 @@ private:
     bool isBigEndian_ = false;
 };
 
-}  // namespace
+using Value = std::variant<uint32_t, std::string_view>;
 
-std::optional<int32_t> xSettingsNumber(std::string_view published, std::string_view wanted) {
+/// The number or text under the name.
+std::optional<Value> find(std::string_view published, std::string_view wanted) {
     Reader reader(published);
     const auto order = reader.number(1);
     if (!order) return std::nullopt;
@@ -61,12 +65,15 @@ std::optional<int32_t> xSettingsNumber(std::string_view published, std::string_v
         switch (static_cast<Type>(*type)) {
             case Type::Number: {
                 const auto value = reader.number(4);
-                if (!value || *name == wanted) return value;
+                if (!value) return std::nullopt;
+                if (*name == wanted) return *value;
                 break;
             }
             case Type::Text: {
                 const auto size = reader.number(4);
-                if (!size || !reader.padded(*size)) return std::nullopt;
+                const auto value = size ? reader.padded(*size) : std::nullopt;
+                if (!value) return std::nullopt;
+                if (*name == wanted) return *value;
                 break;
             }
             case Type::Color:
@@ -79,16 +86,41 @@ std::optional<int32_t> xSettingsNumber(std::string_view published, std::string_v
     return std::nullopt;
 }
 
-bool animationsAreOff(XConnection& connection) {
+/// What the desktop publishes, and may replace later; null for nothing.
+XPtr<xcb_get_property_reply_t> publishedSettings(XConnection& connection) {
     const Atoms& atoms = connection.atoms();
     const XPtr<xcb_get_selection_owner_reply_t> owner(xcb_get_selection_owner_reply(
         connection.get(), xcb_get_selection_owner(connection.get(), atoms.settingsSelection), nullptr));
-    if (!owner || owner->owner == XCB_NONE) return false;
+    if (!owner || owner->owner == XCB_NONE) return nullptr;
     const auto cookie =
         xcb_get_property(connection.get(), 0, owner->owner, atoms.xsettingsSettings, XCB_ATOM_ANY, 0, kMaxWords);
-    const XPtr<xcb_get_property_reply_t> property(xcb_get_property_reply(connection.get(), cookie, nullptr));
+    return XPtr<xcb_get_property_reply_t>(xcb_get_property_reply(connection.get(), cookie, nullptr));
+}
+
+}  // namespace
+
+std::optional<int32_t> xSettingsNumber(std::string_view published, std::string_view name) {
+    const auto value = find(published, name);
+    const auto* number = value ? std::get_if<uint32_t>(&*value) : nullptr;
+    return number ? std::optional(static_cast<int32_t>(*number)) : std::nullopt;
+}
+
+std::optional<std::string> xSettingsText(std::string_view published, std::string_view name) {
+    const auto value = find(published, name);
+    const auto* text = value ? std::get_if<std::string_view>(&*value) : nullptr;
+    return text ? std::optional<std::string>(*text) : std::nullopt;
+}
+
+bool animationsAreOff(XConnection& connection) {
+    const auto property = publishedSettings(connection);
     const auto published = bytes(property.get());
     return published && xSettingsNumber(*published, kEnableAnimations) == 0;
+}
+
+std::optional<std::string> publishedTheme(XConnection& connection) {
+    const auto property = publishedSettings(connection);
+    const auto published = bytes(property.get());
+    return published ? xSettingsText(*published, kThemeName) : std::nullopt;
 }
 
 }  // namespace morvel::x11

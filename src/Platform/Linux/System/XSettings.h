@@ -3,6 +3,7 @@
 
 #include <cstdint>
 #include <optional>
+#include <string>
 #include <string_view>
 
 #include "Platform/Linux/System/XConnection.h"
@@ -13,8 +14,14 @@ namespace morvel::x11 {
 /// what was published is cut off or no such thing.
 std::optional<int32_t> xSettingsNumber(std::string_view published, std::string_view name);
 
+/// The text under a name, likewise.
+std::optional<std::string> xSettingsText(std::string_view published, std::string_view name);
+
 /// Whether the desktop's settings say that programs show no animations. False where nobody publishes settings. Waits
 /// for the server.
 bool animationsAreOff(XConnection& connection);
+
+/// What the theme of the desktop's programs is called. Nothing where nobody publishes settings. Waits for the server.
+std::optional<std::string> publishedTheme(XConnection& connection);
 
 }  // namespace morvel::x11

@@ -79,14 +79,14 @@ ui::RGBA Palette::textField() const {
     return isDark() ? gray(1, 0.08) : gray(1);
 }
 
-Palette paletteFromEnvironment() {
-    Palette palette;
-    if (const char* name = std::getenv("GTK_THEME")) {
-        const std::string_view theme(name);
-        if (theme.ends_with(":dark") || theme.ends_with("-dark") || theme.ends_with("-Dark"))
-            palette.appearance = Appearance::Dark;
-    }
-    return palette;
+Appearance appearanceOfTheme(std::string_view name) {
+    const bool isDark = name.ends_with(":dark") || name.ends_with("-dark") || name.ends_with("-Dark");
+    return isDark ? Appearance::Dark : Appearance::Light;
+}
+
+std::optional<Appearance> appearanceFromEnvironment() {
+    const char* name = std::getenv("GTK_THEME");
+    return name && *name ? std::optional(appearanceOfTheme(name)) : std::nullopt;
 }
 
 }  // namespace morvel::x11

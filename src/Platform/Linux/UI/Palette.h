@@ -1,6 +1,9 @@
 // The colours behind the roles, under the appearance in force.
 #pragma once
 
+#include <optional>
+#include <string_view>
+
 #include "UI/Color.h"
 #include "UI/VisualEffectView.h"
 
@@ -29,7 +32,10 @@ private:
     bool isDark() const { return appearance == Appearance::Dark; }
 };
 
-/// Dark when GTK_THEME names a dark variant, which is how a person asks single programs for one; otherwise light.
-Palette paletteFromEnvironment();
+/// By the name of a theme; themes say so at its end.
+Appearance appearanceOfTheme(std::string_view name);
+
+/// What GTK_THEME names, which is how a person asks single programs for a theme. Nothing: it names none.
+std::optional<Appearance> appearanceFromEnvironment();
 
 }  // namespace morvel::x11

@@ -59,7 +59,7 @@ void PanelWindow::describe(XWindow& window) const {
 }
 
 void PanelWindow::setFrame(const Rect<ScreenSpace>& frame) {
-    frame_ = frame;
+    if (std::exchange(frame_, frame) == frame) return;
     place();
 }
 

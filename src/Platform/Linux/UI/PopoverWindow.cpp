@@ -14,8 +14,8 @@ constexpr double kWheelStep = 36;  // about a row
 }  // namespace
 
 PopoverWindow::PopoverWindow(ToolkitContext& context, ui::View& content, std::function<void()> closed,
-                             ui::PopoverFocus focus)
-    : context_(context), content_(content), closed_(std::move(closed)), focus_(focus) {}
+                             ui::PopoverKind kind)
+    : context_(context), content_(content), closed_(std::move(closed)), kind_(kind) {}
 
 PopoverWindow::~PopoverWindow() {
     presses_.reset();
@@ -43,7 +43,11 @@ void PopoverWindow::show(ui::View& anchor, ui::Edge edge, Size size) {
                                   },
                               .wheelTurned = [this](int notches) { scrollBy(notches * kWheelStep); }});
     place(size);
-    if (focus_ == ui::PopoverFocus::Keyboard) takeKeyboard();
+    presses_ = context_.observePresses([this, parent](const ViewWindow& pressed, Point<RootSpace> at) {
+        const bool isLeftToParent = &pressed == parent && (kind_ == ui::PopoverKind::List || anchor_.contains(at));
+        if (&pressed != window_.get() && !isLeftToParent) close();
+    });
+    if (kind_ == ui::PopoverKind::Search) takeKeyboard();
     window_->show();
     context_.popoverOpened(*window_);
 }
@@ -54,9 +58,6 @@ void PopoverWindow::takeKeyboard() {
     editor_ = std::make_unique<FieldEditor>(context_, *window_);
     window_->setKeyboardListener(editor_.get());
     if (window_->isShown()) editor_->mapped();
-    presses_ = context_.observePresses([this](const ViewWindow& pressed, Point<RootSpace> at) {
-        if (&pressed != window_.get() && !anchor_.contains(at)) close();
-    });
 }
 
 void PopoverWindow::resize(Size size) {

@@ -11,13 +11,12 @@
 
 namespace morvel::x11 {
 
-/// Closes only when told to, but one with the keyboard also at a press in another window of this program, except on its
-/// anchor, which decides for itself. What is higher than the monitor has room for is turned with the wheel. An anchor
-/// that is in no window cannot be shown beside: the popover counts as closed then.
+/// What is higher than the monitor has room for is turned with the wheel. Nothing can be shown beside an anchor that is
+/// in no window: the popover counts as closed then. Nothing is animated: the kinds differ by the keyboard alone.
 class PopoverWindow : public ui::PopoverPeer {
 public:
     /// The context and the content outlive it.
-    PopoverWindow(ToolkitContext& context, ui::View& content, std::function<void()> closed, ui::PopoverFocus focus);
+    PopoverWindow(ToolkitContext& context, ui::View& content, std::function<void()> closed, ui::PopoverKind kind);
     ~PopoverWindow() override;
 
     void show(ui::View& anchor, ui::Edge edge, Size size) override;
@@ -39,9 +38,9 @@ private:
     Size size_;                           // of the content
     double scrolled_ = 0;                 // how much of the content lies above the window's body
     std::unique_ptr<ViewWindow> window_;  // only while it is shown
-    const ui::PopoverFocus focus_;
+    const ui::PopoverKind kind_;
     std::unique_ptr<FieldEditor> editor_;  // while one with the keyboard is shown
-    Subscription presses_;
+    Subscription presses_;                 // while it is shown
     Timer refused_;
 };
 

@@ -24,8 +24,7 @@ StripWindow::~StripWindow() {
 }
 
 void StripWindow::setFrame(const Rect<ScreenSpace>& frame) {
-    frame_ = frame;
-    place();
+    if (std::exchange(frame_, frame) != frame) place();
 }
 
 void StripWindow::place() {

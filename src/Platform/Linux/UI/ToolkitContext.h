@@ -86,7 +86,7 @@ private:
     XScreens& screens_;
     TextLayouts layouts_;
     Compositing compositing_;
-    Palette palette_ = paletteFromEnvironment();
+    Palette palette_;
     Rect<RootSpace> root_;
     xcb_atom_t inspectionProperty_ = 0;
     bool isMenuOpen_ = false;

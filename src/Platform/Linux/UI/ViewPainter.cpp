@@ -65,14 +65,16 @@ void ViewPainter::paint(const ui::View& view, Point<ViewSpace> corner, double op
 
 void ViewPainter::paintSubviews(const ui::View& view, Point<ViewSpace> corner, const PixelRect& pixels,
                                 double opacity) {
-    if (view.clipsToBounds()) {
-        cairo_save(cr_);
-        addRoundedRect(cr_, pixels.x, pixels.y, pixels.width, pixels.height, view.cornerRadius());
-        cairo_clip(cr_);
-    }
+    cairo_save(cr_);
+    if (view.clipsToBounds()) clipTo(view, pixels);
     for (const ui::View* subview : view.subviews())
         paint(*subview, {corner.x + subview->frame().x, corner.y + subview->frame().y}, opacity);
-    if (view.clipsToBounds()) cairo_restore(cr_);
+    cairo_restore(cr_);
+}
+
+void ViewPainter::clipTo(const ui::View& view, const PixelRect& pixels) {
+    addRoundedRect(cr_, pixels.x, pixels.y, pixels.width, pixels.height, view.cornerRadius());
+    cairo_clip(cr_);
 }
 
 bool ViewPainter::isDamagedBelow(const ui::View& view, Point<ViewSpace> corner) const {
@@ -93,7 +95,8 @@ void ViewPainter::paintItself(const ui::View& view, Point<ViewSpace> corner, con
         fill(palette_.material(static_cast<const ui::VisualEffectView&>(view).material(), isComposited_));
     if (!view.background().isClear()) fill(palette_.resolve(view.background()));
     if (view.kind() == ui::View::Kind::Label) paintLabel(static_cast<const ui::Label&>(view), corner, opacity);
-    if (view.kind() == ui::View::Kind::Image) paintImage(static_cast<const ui::ImageView&>(view), corner, opacity);
+    if (view.kind() == ui::View::Kind::Image)
+        paintImage(static_cast<const ui::ImageView&>(view), corner, pixels, opacity);
     if (view.kind() == ui::View::Kind::TextField)
         paintTextField(static_cast<const ui::TextField&>(view), pixels, opacity);
     if (view.borderWidth() > 0 && !view.borderColor().isClear()) paintBorder(view, pixels, opacity);
@@ -122,7 +125,8 @@ void ViewPainter::paintLabel(const ui::Label& label, Point<ViewSpace> corner, do
     pango_cairo_show_layout(cr_, layout);
 }
 
-void ViewPainter::paintImage(const ui::ImageView& view, Point<ViewSpace> corner, double opacity) {
+void ViewPainter::paintImage(const ui::ImageView& view, Point<ViewSpace> corner, const PixelRect& pixels,
+                             double opacity) {
     ViewNode* node = nodeOf(view);
     const auto image = std::dynamic_pointer_cast<const XImage>(view.image());
     if (!node || !image || image->pixelWidth() <= 0 || image->pixelHeight() <= 0) return;
@@ -134,6 +138,8 @@ void ViewPainter::paintImage(const ui::ImageView& view, Point<ViewSpace> corner,
     const double x = std::round(corner.x + (view.frame().width - width) / 2);
     const double y = std::round(corner.y + (view.frame().height - height) / 2);
     cairo_surface_t* surface = node->scaled(image, width, height);
+    cairo_save(cr_);
+    if (view.clipsToBounds()) clipTo(view, pixels);
     if (image->isTemplate()) {
         setSource(palette_.resolve(view.tint()), opacity);
         cairo_mask_surface(cr_, surface, x, y);
@@ -141,6 +147,7 @@ void ViewPainter::paintImage(const ui::ImageView& view, Point<ViewSpace> corner,
         cairo_set_source_surface(cr_, surface, x, y);
         cairo_paint_with_alpha(cr_, opacity);
     }
+    cairo_restore(cr_);
 }
 
 void ViewPainter::paintTextField(const ui::TextField& field, const PixelRect& pixels, double opacity) {

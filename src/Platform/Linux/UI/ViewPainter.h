@@ -32,7 +32,8 @@ private:
     void paintItself(const ui::View& view, Point<ViewSpace> corner, const PixelRect& pixels, double opacity);
     void paintBorder(const ui::View& view, const PixelRect& pixels, double opacity);
     void paintLabel(const ui::Label& label, Point<ViewSpace> corner, double opacity);
-    void paintImage(const ui::ImageView& view, Point<ViewSpace> corner, double opacity);
+    void paintImage(const ui::ImageView& view, Point<ViewSpace> corner, const PixelRect& pixels, double opacity);
+    void clipTo(const ui::View& view, const PixelRect& pixels);
     void paintTextField(const ui::TextField& field, const PixelRect& pixels, double opacity);
     void paintFieldText(const ui::TextField& field, const PixelRect& pixels, double opacity);
     void setSource(const ui::RGBA& color, double opacity);

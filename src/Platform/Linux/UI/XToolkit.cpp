@@ -21,7 +21,7 @@ void XToolkit::setAppearance(ui::Appearance appearance) {
     Palette palette = context_.palette();
     switch (appearance) {
         case ui::Appearance::System:
-            palette.appearance = paletteFromEnvironment().appearance;
+            palette.appearance = systemAppearance();
             break;
         case ui::Appearance::Light:
             palette.appearance = Appearance::Light;
@@ -34,6 +34,17 @@ void XToolkit::setAppearance(ui::Appearance appearance) {
     if (forms_) forms_->setDark(palette.appearance == Appearance::Dark);
 }
 
+Appearance XToolkit::systemAppearance() {
+    if (const auto chosen = appearanceFromEnvironment()) return *chosen;
+    const auto theme = publishedTheme(context_.connection());
+    return theme ? appearanceOfTheme(*theme) : Appearance::Light;
+}
+
+void XToolkit::setAccessibilityBridge(AccessibilityBridge* bridge) {
+    context_.setAccessibilityBridge(bridge);
+    if (forms_) forms_->setAccessibilityBridge(bridge);
+}
+
 std::unique_ptr<ui::FormWindowPeer> XToolkit::makeFormWindow(ui::Form form) {
     return forms_ ? forms_->makeWindow(std::move(form), context_.palette().appearance == Appearance::Dark) : nullptr;
 }
@@ -44,8 +55,8 @@ std::unique_ptr<ui::PanelPeer> XToolkit::makePanel(const ui::PanelOptions& optio
 }
 
 std::unique_ptr<ui::PopoverPeer> XToolkit::makePopover(ui::View& content, std::function<void()> closed,
-                                                       ui::PopoverFocus focus) {
-    return std::make_unique<PopoverWindow>(context_, content, std::move(closed), focus);
+                                                       ui::PopoverKind kind) {
+    return std::make_unique<PopoverWindow>(context_, content, std::move(closed), kind);
 }
 
 void XToolkit::popUpMenu(ui::Menu menu, ui::View& anchor, Point<ViewSpace> locationInRoot,

@@ -28,14 +28,14 @@ public:
     const Palette& palette() const { return context_.palette(); }
 
     /// From now on tells the bridge what the windows show; null ends it, which has to come before the bridge's end.
-    void setAccessibilityBridge(AccessibilityBridge* bridge) { context_.setAccessibilityBridge(bridge); }
+    void setAccessibilityBridge(AccessibilityBridge* bridge);
 
     /// Makes the form windows, which end before it.
     void setFormService(FormService* forms) { forms_ = forms; }
 
     std::unique_ptr<ui::PanelPeer> makePanel(const ui::PanelOptions& options, ui::View& content) override;
     std::unique_ptr<ui::PopoverPeer> makePopover(ui::View& content, std::function<void()> closed,
-                                                 ui::PopoverFocus focus) override;
+                                                 ui::PopoverKind kind) override;
     void popUpMenu(ui::Menu menu, ui::View& anchor, Point<ViewSpace> locationInRoot,
                    std::function<void()> closed) override;
     void beginDrag(ui::View& view, ui::DragItem item, std::function<void(ui::DragOperation)> ended) override;
@@ -63,6 +63,8 @@ private:
         std::unique_ptr<DragSession> session;
     };
 
+    /// What the person has chosen for all programs; light where that cannot be told.
+    Appearance systemAppearance();
     XPtr<xcb_query_pointer_reply_t> queryPointer();
     void menuEnded(EndedMenu ended);
     void dragEnded(EndedDrag ended);

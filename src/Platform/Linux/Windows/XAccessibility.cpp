@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <unordered_set>
 #include <utility>
 
 #include "Platform/AXNames.h"
@@ -46,30 +47,38 @@ public:
     Observer(Emitted& emitted, ProcessID pid, Notice notice)
         : subscription_(emitted.subscribe(
               [this, pid, notice = std::move(notice)](ProcessID of, const AXElement& about, std::string_view name) {
-                  if (of == pid && isSubscribed(about, name)) notice(about, name);
+                  if (of == pid && isWanted(implOf(about), name)) notice(about, name);
               })) {}
 
     AXError addNotification(const AXElement& element, std::string_view name) override {
         const auto known = std::find(kNotifications.begin(), kNotifications.end(), name);
         if (known == kNotifications.end()) return AXError::Unsupported;
-        const auto same = [&](const Entry& entry) { return entry.first == element && entry.second == *known; };
-        if (std::any_of(entries_.begin(), entries_.end(), same)) return AXError::AlreadyRegistered;
-        entries_.emplace_back(element, *known);
-        return AXError::Success;
+        const XElement& subject = implOf(element);
+        Wanted& wanted = wanted_[static_cast<size_t>(known - kNotifications.begin())];
+        const bool isNew = subject.kind == XElement::Kind::Application ? !std::exchange(wanted.ofAll, true)
+                                                                       : wanted.ofWindows.insert(subject.serial).second;
+        return isNew ? AXError::Success : AXError::AlreadyRegistered;
     }
 
 private:
-    using Entry = std::pair<AXElement, std::string_view>;
+    struct Wanted {
+        bool ofAll = false;  // subscribed on the application, which counts for all its windows
+        std::unordered_set<uint64_t> ofWindows;  // their serials
+    };
 
-    // What is subscribed on an application counts for all its windows.
-    bool isSubscribed(const AXElement& about, std::string_view name) const {
-        return std::any_of(entries_.begin(), entries_.end(), [&](const Entry& entry) {
-            const bool isForAll = implOf(entry.first).kind == XElement::Kind::Application;
-            return entry.second == name && (isForAll || entry.first == about);
-        });
+    bool isWanted(const XElement& about, std::string_view name) {
+        const auto known = std::find(kNotifications.begin(), kNotifications.end(), name);
+        Wanted& wanted = wanted_[static_cast<size_t>(known - kNotifications.begin())];
+        const bool isForWindow = wanted.ofWindows.contains(about.serial);
+        if (name == ax::kUIElementDestroyed) forget(about.serial);
+        return wanted.ofAll || isForWindow;
     }
 
-    std::vector<Entry> entries_;  // the names are the constants'
+    void forget(uint64_t serial) {
+        for (Wanted& wanted : wanted_) wanted.ofWindows.erase(serial);
+    }
+
+    std::array<Wanted, kNotifications.size()> wanted_;  // in the names' order
     Subscription subscription_;
 };
 

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <string>
+#include <utility>
 
 #include "Platform/Mac/apple/AppKit/NSWorkspace.h"
 #include "Platform/Mac/apple/Foundation/NSNotificationCenter.h"
@@ -19,17 +20,27 @@ NSString noticeName(const std::string& identifier) {
     return NSString::from(identifier + ".openedAgain");
 }
 
+/// Whether the other process has come first. Of two that start in the same moment, each sees the other, and one of them
+/// has to stay. What was not launched as an application has no moment; it counts as late beside one that runs.
+bool wasThereBefore(const NSRunningApplication& other, const NSRunningApplication& own) {
+    const NSDate others = other.launchDate(), ours = own.launchDate();
+    if (!others || !ours) return true;
+    return std::pair(others.timeIntervalSince1970(), other.processIdentifier()) <
+           std::pair(ours.timeIntervalSince1970(), own.processIdentifier());
+}
+
 }  // namespace
 
 bool handOverToRunningInstance() {
     const std::string identifier = ownIdentifier();
     if (identifier.empty()) return false;
-    const std::int32_t own = NSRunningApplication::current().processIdentifier();
+    const NSRunningApplication own = NSRunningApplication::current();
     const auto running = NSRunningApplication::withBundleIdentifier(NSString::from(identifier));
-    const auto isOther = [own](const NSRunningApplication& application) {
-        return application.processIdentifier() != own && !application.isTerminated();
+    const auto isFirst = [&own](const NSRunningApplication& application) {
+        return application.processIdentifier() != own.processIdentifier() && !application.isTerminated() &&
+               wasThereBefore(application, own);
     };
-    if (std::ranges::none_of(running.elements<NSRunningApplication>(), isOther)) return false;
+    if (std::ranges::none_of(running.elements<NSRunningApplication>(), isFirst)) return false;
     NSDistributedNotificationCenter::defaultCenter().post(noticeName(identifier));
     return true;
 }

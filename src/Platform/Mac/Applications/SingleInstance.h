@@ -7,7 +7,8 @@
 
 namespace morvel::mac {
 
-/// Whether another process of this application runs. It is told that the person opened the application again.
+/// Whether another process of this application has come before this one. It is told that the person opened the
+/// application again.
 bool handOverToRunningInstance();
 
 /// Calls `opened` on the main thread when a further process was started and left, until the token dies.

@@ -18,9 +18,17 @@ struct DispatchQueue::Piece {
     }
 };
 
-DispatchQueue::DispatchQueue(const std::string& label)
-    : queue_(dispatch_queue_create(label.c_str(),
-                                   dispatch_queue_attr_make_with_qos_class(nullptr, QOS_CLASS_UTILITY, 0))),
+namespace {
+
+std::uint32_t qosClass(DispatchQueue::Quality quality) {
+    return quality == DispatchQueue::Quality::Utility ? QOS_CLASS_UTILITY : QOS_CLASS_USER_INITIATED;
+}
+
+}  // namespace
+
+DispatchQueue::DispatchQueue(const std::string& label, Quality quality)
+    : queue_(
+          dispatch_queue_create(label.c_str(), dispatch_queue_attr_make_with_qos_class(nullptr, qosClass(quality), 0))),
       isAlive_(std::make_shared<std::atomic<bool>>(true)) {}
 
 DispatchQueue::~DispatchQueue() {

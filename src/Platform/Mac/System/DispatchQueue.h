@@ -1,4 +1,4 @@
-// A serial dispatch queue of utility quality: the system runs it when nothing more urgent waits.
+// A serial dispatch queue.
 #pragma once
 
 #include <atomic>
@@ -12,7 +12,10 @@ namespace morvel::mac {
 
 class DispatchQueue : public WorkQueue {
 public:
-    explicit DispatchQueue(const std::string& label);
+    /// Utility: the system runs it when nothing more urgent waits. UserInitiated: a person waits for it.
+    enum class Quality { Utility, UserInitiated };
+
+    explicit DispatchQueue(const std::string& label, Quality quality = Quality::Utility);
     ~DispatchQueue() override;
     DispatchQueue(const DispatchQueue&) = delete;
     DispatchQueue& operator=(const DispatchQueue&) = delete;

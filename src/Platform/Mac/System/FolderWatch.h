@@ -9,8 +9,8 @@
 
 namespace morvel::mac {
 
-/// Main thread only. Calls `changed` after something was added to the folder or taken away, until the token dies. An
-/// empty token when there is no such folder: one that is made later is not noticed.
+/// Main thread only. Calls `changed` after something was added to the folder or taken away, and after the folder itself
+/// came or went, until the token dies. Absolute path; the folder need not exist.
 [[nodiscard]] Subscription watchFolder(const std::string& path, std::function<void()> changed);
 
 }  // namespace morvel::mac

@@ -26,6 +26,13 @@ void drain(int descriptor, std::string& text) {
         if (text.size() < kMostText) text.append(part.data(), static_cast<size_t>(count));
 }
 
+/// With what it has started, where the system has made the task the leader of a group of its own. In our own group it
+/// would take us along.
+void killWithChildren(pid_t process) {
+    if (::getpgid(process) == process) ::kill(-process, SIGKILL);
+    ::kill(process, SIGKILL);
+}
+
 }  // namespace
 
 ShellResult MacShell::run(const std::string& line) {
@@ -50,7 +57,7 @@ ShellResult MacShell::run(const std::string& line) {
     }
     drain(descriptor, result.standardError);
     if (task.isRunning()) {
-        ::kill(task.processIdentifier(), SIGKILL);
+        killWithChildren(task.processIdentifier());
         result.standardError += " (it did not end in time)";
     } else if (task.terminationReason() == NSTaskTerminationReasonExit) {
         result.exitStatus = task.terminationStatus();

@@ -69,6 +69,7 @@ MacFormWindow::MacFormWindow(ui::Form form)
     window_.setReleasedWhenClosed(false);
     window_.setTitle(NSString::from(form_.title));
     window_.setTitlebarAppearsTransparent(true);
+    window_.setAutorecalculatesKeyViewLoop(true);  // the rows of lists come and go
     const NSView content = NSView::make({{}, {form_.contentSize.width, form_.contentSize.height}});
     addHeader(content);
     addPages(content);

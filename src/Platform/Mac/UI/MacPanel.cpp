@@ -8,6 +8,7 @@
 #include "Platform/Mac/apple/AppKit/NSAnimationContext.h"
 #include "Platform/Mac/apple/AppKit/Selectors.h"
 #include "Platform/Mac/apple/CoreGraphics.h"
+#include "Platform/Mac/apple/Uptime.h"
 #include "Platform/Mac/objc/Subclass.h"
 
 namespace morvel::mac {
@@ -62,14 +63,16 @@ MacPanel::~MacPanel() {
 void MacPanel::setFrame(const Rect<ScreenSpace>& frame) {
     constexpr bool kDisplay = true;
     const CGRect wanted = cgRect(frame);
+    if (slide_ && slide_->target == wanted && uptimeNanoseconds() < slide_->end) return;
     // A slide would go on over what is set beside it. Another one that takes no time ends it.
-    if (std::exchange(mayBeSliding_, false)) slideTo(wanted, 0);
+    if (std::exchange(slide_, std::nullopt)) slideTo(wanted, 0);
     if (panel_.frame() != wanted) panel_.setFrame(wanted, kDisplay);
 }
 
 void MacPanel::animateFrame(const Rect<ScreenSpace>& frame, Duration duration) {
-    mayBeSliding_ = true;
-    slideTo(cgRect(frame), std::chrono::duration<double>(duration).count());
+    const auto length = std::chrono::duration_cast<std::chrono::nanoseconds>(duration);
+    slide_ = {cgRect(frame), uptimeNanoseconds() + static_cast<std::uint64_t>(length.count())};
+    slideTo(slide_->target, std::chrono::duration<double>(duration).count());
 }
 
 void MacPanel::slideTo(const CGRect& frame, double seconds) const {

@@ -2,6 +2,9 @@
 // never main.
 #pragma once
 
+#include <cstdint>
+#include <optional>
+
 #include "Platform/Mac/UI/ViewTree.h"
 #include "Platform/Mac/apple/AppKit/NSWindow.h"
 #include "UI/Toolkit.h"
@@ -23,9 +26,14 @@ public:
 private:
     void slideTo(const CGRect& frame, double seconds) const;
 
+    struct Slide {
+        CGRect target;
+        std::uint64_t end;  // on the clock of `uptimeNanoseconds`
+    };
+
     ViewTree tree_;
     NSPanel panel_;
-    bool mayBeSliding_ = false;
+    std::optional<Slide> slide_;  // the last one, which may have ended
 };
 
 }  // namespace morvel::mac

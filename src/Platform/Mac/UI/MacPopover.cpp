@@ -17,7 +17,7 @@ struct PopoverDelegate {
 
     void popoverDidClose(NSNotification) {
         const auto call = closed;  // may destroy the popover and this delegate with it
-        if (call) call();
+        call();
     }
 
     static NSObject make(std::function<void()> closed) {
@@ -40,22 +40,21 @@ CGSize cgSize(Size size) {
 
 }  // namespace
 
-MacPopover::MacPopover(ui::View& content, std::function<void()> closed, MainLoop& mainLoop, ui::PopoverFocus focus)
+MacPopover::MacPopover(ui::View& content, std::function<void()> closed, MainLoop& mainLoop, ui::PopoverKind kind)
     : content_(content),
-      focus_(focus),
+      kind_(kind),
       closed_(std::move(closed)),
       mainLoop_(mainLoop),
       tree_(content),
       popover_(create<NSPopover>()),
-      delegate_(PopoverDelegate::make(closed_)) {
+      delegate_(PopoverDelegate::make([this] { didClose(); })) {
     const NSViewController controller = create<NSViewController>();
     controller.setView(tree_.rootView());
     popover_.setContentViewController(controller);
-    const bool isTransient = focus_ == ui::PopoverFocus::Keyboard;
-    // Without the keyboard, whoever shows it decides when it closes: a press on another button of the bar moves it
-    // there.
+    // The system closes a transient popover in its own time and with its animation. That of a list would still be on
+    // its way, and end in a notice of it, when the popover is shown at another button.
+    const bool isTransient = kind_ != ui::PopoverKind::List;
     popover_.setBehavior(isTransient ? NSPopoverBehaviorTransient : NSPopoverBehaviorApplicationDefined);
-    // An animated closing would still be on its way, and end in a notice of it, when the popover is shown elsewhere.
     popover_.setAnimates(isTransient);
     popover_.setDelegate(delegate_);
 }
@@ -75,8 +74,9 @@ void MacPopover::show(ui::View& anchor, ui::Edge edge, Size size) {
         return;
     }
     popover_.setContentSize(cgSize(size));
+    presses_ = NSEvent::monitorLocally(kAnyPress, [this, beside](const NSEvent& event) { pressed(event, beside); });
     popover_.show(beside.bounds(), beside, edge == ui::Edge::Top ? NSRectEdgeMaxY : NSRectEdgeMinY);
-    if (focus_ == ui::PopoverFocus::Keyboard) takeKeyboard();
+    if (kind_ == ui::PopoverKind::Search) takeKeyboard();
 }
 
 void MacPopover::takeKeyboard() const {
@@ -88,9 +88,23 @@ void MacPopover::takeKeyboard() const {
         window.makeFirstResponder(ViewTree::nativeOf(*field));
 }
 
+void MacPopover::pressed(const NSEvent& event, const NSView& anchor) {
+    if (event.window() == tree_.rootView().window()) return;
+    const CGPoint at = anchor.convertPointFrom(event.locationInWindow(), NSView());
+    const bool isBesideIt = event.window() == anchor.window();
+    if (isBesideIt && (kind_ == ui::PopoverKind::List || contains(anchor.bounds(), at))) return;
+    close();
+}
+
 void MacPopover::close() {
-    if (focus_ == ui::PopoverFocus::Keyboard) return popover_.performClose();
-    popover_.close();
+    if (kind_ == ui::PopoverKind::List) return popover_.close();
+    popover_.performClose();
+}
+
+void MacPopover::didClose() {
+    presses_.reset();
+    const auto call = closed_;  // may destroy this
+    if (call) call();
 }
 
 void MacPopover::resize(Size size) {

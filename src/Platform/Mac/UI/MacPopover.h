@@ -4,6 +4,7 @@
 #include <functional>
 
 #include "Platform/Mac/UI/ViewTree.h"
+#include "Platform/Mac/apple/AppKit/NSEvent.h"
 #include "Platform/Mac/apple/AppKit/NSMenu.h"
 #include "Platform/MainLoop.h"
 #include "UI/Toolkit.h"
@@ -13,8 +14,7 @@ namespace morvel::mac {
 
 class MacPopover : public ui::PopoverPeer {
 public:
-    /// One with the keyboard closes by itself at a press elsewhere.
-    MacPopover(ui::View& content, std::function<void()> closed, MainLoop& mainLoop, ui::PopoverFocus focus);
+    MacPopover(ui::View& content, std::function<void()> closed, MainLoop& mainLoop, ui::PopoverKind kind);
     ~MacPopover() override;
 
     /// An anchor that is in no window has no place beside it: nothing is shown, and `closed` comes in a later turn.
@@ -24,14 +24,17 @@ public:
 
 private:
     void takeKeyboard() const;
+    void pressed(const NSEvent& event, const NSView& anchor);
+    void didClose();
 
     ui::View& content_;
-    const ui::PopoverFocus focus_;
+    const ui::PopoverKind kind_;
     std::function<void()> closed_;
     MainLoop& mainLoop_;
     ViewTree tree_;
     NSPopover popover_;
-    NSObject delegate_;  // the popover does not keep it
+    NSObject delegate_;     // the popover does not keep it
+    Subscription presses_;  // in this program's windows, while it is shown
     Lifetime lifetime_;
 };
 

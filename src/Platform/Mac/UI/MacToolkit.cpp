@@ -22,9 +22,6 @@ namespace morvel::mac {
 
 namespace {
 
-constexpr NSUInteger kAnyPress = NSEventMaskLeftMouseDown | NSEventMaskRightMouseDown | NSEventMaskOtherMouseDown;
-static_assert(kAnyPress == 0x200000a);
-
 bool isPress(const NSEvent& event) {
     const NSUInteger type = event.type();
     return type == NSEventTypeLeftMouseDown || type == NSEventTypeRightMouseDown || type == NSEventTypeOtherMouseDown;
@@ -36,15 +33,32 @@ const ui::View& rootOf(const ui::View& view) {
     return *root;
 }
 
+/// Empty for the system's own.
+NSAppearance nativeAppearance(ui::Appearance appearance) {
+    switch (appearance) {
+        case ui::Appearance::System:
+            break;
+        case ui::Appearance::Light:
+            return NSAppearance::named(NSString(NSAppearanceNameAqua));
+        case ui::Appearance::Dark:
+            return NSAppearance::named(NSString(NSAppearanceNameDarkAqua));
+    }
+    return {};
+}
+
 }  // namespace
+
+void MacToolkit::setAppearance(ui::Appearance appearance) {
+    NSApplication::shared().setAppearance(nativeAppearance(appearance));
+}
 
 std::unique_ptr<ui::PanelPeer> MacToolkit::makePanel(const ui::PanelOptions& options, ui::View& content) {
     return std::make_unique<MacPanel>(options, content);
 }
 
 std::unique_ptr<ui::PopoverPeer> MacToolkit::makePopover(ui::View& content, std::function<void()> closed,
-                                                         ui::PopoverFocus focus) {
-    return std::make_unique<MacPopover>(content, std::move(closed), mainLoop_, focus);
+                                                         ui::PopoverKind kind) {
+    return std::make_unique<MacPopover>(content, std::move(closed), mainLoop_, kind);
 }
 
 void MacToolkit::popUpMenu(ui::Menu menu, ui::View& anchor, Point<ViewSpace> locationInRoot,

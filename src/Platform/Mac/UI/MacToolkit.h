@@ -12,9 +12,10 @@ public:
     /// The loop outlives the toolkit.
     explicit MacToolkit(MainLoop& mainLoop) : mainLoop_(mainLoop) {}
 
+    void setAppearance(ui::Appearance appearance) override;
     std::unique_ptr<ui::PanelPeer> makePanel(const ui::PanelOptions& options, ui::View& content) override;
     std::unique_ptr<ui::PopoverPeer> makePopover(ui::View& content, std::function<void()> closed,
-                                                 ui::PopoverFocus focus) override;
+                                                 ui::PopoverKind kind) override;
     /// Returns when the menu has closed.
     void popUpMenu(ui::Menu menu, ui::View& anchor, Point<ViewSpace> locationInRoot,
                    std::function<void()> closed) override;

@@ -73,6 +73,7 @@ void NativeView::ensureRegistered() {
             .overrides<&NativeView::scrollWheel>(selectors::scrollWheel)
             .overrides<&NativeView::mouseEntered>(selectors::mouseEntered)
             .overrides<&NativeView::mouseExited>(selectors::mouseExited)
+            .overrides<&NativeView::mouseMoved>(selectors::mouseMoved)
             .overrides<&NativeView::updateTrackingAreas>(selectors::updateTrackingAreas)
             .overrides<&NativeView::layout>(selectors::layout)
             .overrides<&NativeView::viewDidChangeEffectiveAppearance>(selectors::viewDidChangeEffectiveAppearance)
@@ -184,12 +185,18 @@ void NativeView::mouseExited(objc::Self, NSEvent) {
     if (view_) view_->mouseExited();
 }
 
+void NativeView::mouseMoved(objc::Self self, NSEvent event) {
+    if (!view_ || !view_->tracksMoves()) return self.super(selectors::mouseMoved, event);
+    view_->mouseMoved(eventOf(self, ui::MouseButton::Left, event));
+}
+
 void NativeView::updateTrackingAreas(objc::Self self) {
     self.super(selectors::updateTrackingAreas);
     const NSView own(self.object);
     if (trackingArea_) own.removeTrackingArea(std::exchange(trackingArea_, {}));
     if (!view_ || !view_->tracksHover()) return;
-    trackingArea_ = NSTrackingArea::make(own.bounds(), kTrackingOptions, own);
+    const NSUInteger options = view_->tracksMoves() ? kTrackingOptions | NSTrackingMouseMoved : kTrackingOptions;
+    trackingArea_ = NSTrackingArea::make(own.bounds(), options, own);
     own.addTrackingArea(trackingArea_);
 }
 

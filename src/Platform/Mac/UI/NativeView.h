@@ -41,6 +41,7 @@ public:
     void scrollWheel(objc::Self self, NSEvent event);
     void mouseEntered(objc::Self self, NSEvent event);
     void mouseExited(objc::Self self, NSEvent event);
+    void mouseMoved(objc::Self self, NSEvent event);
     void updateTrackingAreas(objc::Self self);
     void layout(objc::Self self);
     void viewDidChangeEffectiveAppearance(objc::Self self);

@@ -72,6 +72,15 @@ morvel::AXError MacAccessibility::performAction(const AXElement& element, std::s
     return messenger_.ask(target.pid(), [&] { return AXUIElementPerformAction(target.reference(), action.get()); });
 }
 
+void MacAccessibility::startAction(const AXElement& element, std::string_view name) {
+    const MacElement& target = MacElement::of(element);
+    if (!target.reference()) return;
+    actions_.run([element, name = std::string(name)] {
+        const auto action = cfString(name);
+        if (action) AXUIElementPerformAction(MacElement::of(element).reference(), action.get());
+    });
+}
+
 std::optional<WindowNumber> MacAccessibility::windowNumber(const AXElement& element) {
     const MacElement& asked = MacElement::of(element);
     auto* const getWindow = getWindow_.get();

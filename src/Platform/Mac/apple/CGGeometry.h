@@ -21,6 +21,11 @@ struct CGRect {
     CGSize size;
     friend bool operator==(const CGRect&, const CGRect&) = default;
 };
+/// With the lower edges and without the upper ones, as the system's views have their bounds.
+inline bool contains(const CGRect& rect, const CGPoint& point) {
+    const double x = point.x - rect.origin.x, y = point.y - rect.origin.y;
+    return x >= 0 && x < rect.size.width && y >= 0 && y < rect.size.height;
+}
 struct NSEdgeInsets {
     double top = 0;
     double left = 0;

@@ -26,8 +26,13 @@ using dispatch_function_t = void (*)(void* context);
 inline constexpr dispatch_time_t DISPATCH_TIME_NOW = 0;
 inline constexpr dispatch_time_t DISPATCH_TIME_FOREVER = ~dispatch_time_t{0};
 inline constexpr std::uint32_t QOS_CLASS_UTILITY = 17;
+inline constexpr std::uint32_t QOS_CLASS_USER_INITIATED = 25;
+/// The folder was taken away.
+inline constexpr std::uint64_t DISPATCH_VNODE_DELETE = 1;
 /// Something was added to a folder or taken away.
 inline constexpr std::uint64_t DISPATCH_VNODE_WRITE = 2;
+/// The folder has another name or place.
+inline constexpr std::uint64_t DISPATCH_VNODE_RENAME = 32;
 
 extern "C" {
 void dispatch_async_f(dispatch_queue_t queue, void* context, dispatch_function_t work);

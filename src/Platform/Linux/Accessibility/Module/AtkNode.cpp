@@ -48,13 +48,17 @@ AtkNode& nodeIn(gpointer object) {
 // --- Every object ---
 
 gint childCount(AtkObject* object) {
-    return static_cast<gint>(nodeIn(object).children.size());
+    const AtkNode& node = nodeIn(object);
+    const gint guests = node.guests ? atk_object_get_n_accessible_children(node.guests.get()) : 0;
+    return static_cast<gint>(node.children.size()) + guests;
 }
 
 AtkObject* childAt(AtkObject* object, gint index) {
-    const auto& children = nodeIn(object).children;
-    if (index < 0 || static_cast<size_t>(index) >= children.size()) return nullptr;
-    return ATK_OBJECT(g_object_ref(children[static_cast<size_t>(index)].get()));
+    const AtkNode& node = nodeIn(object);
+    const auto own = static_cast<gint>(node.children.size());
+    if (index < 0) return nullptr;
+    if (index < own) return ATK_OBJECT(g_object_ref(node.children[static_cast<size_t>(index)].get()));
+    return node.guests ? atk_object_ref_accessible_child(node.guests.get(), index - own) : nullptr;
 }
 
 gint indexInParent(AtkObject* object) {
@@ -193,6 +197,38 @@ void insertChild(AtkObject* parent, size_t index, AtkObjectPtr child) {
     atk_object_set_parent(added, parent);
     children.insert(children.begin() + static_cast<std::ptrdiff_t>(index), std::move(child));
     g_signal_emit_by_name(parent, "children-changed::add", static_cast<guint>(index), added);
+}
+
+namespace {
+
+void guestCame(AtkObject*, guint index, AtkObject* guest, gpointer parent) {
+    // Its own toolkit has just said that it belongs to that toolkit's root, which assistive programs do not know.
+    if (guest) atk_object_set_parent(guest, ATK_OBJECT(parent));
+    const auto own = static_cast<guint>(nodeIn(parent).children.size());
+    g_signal_emit_by_name(parent, "children-changed::add", own + index, guest);
+}
+
+void guestWent(AtkObject*, guint index, AtkObject* guest, gpointer parent) {
+    const auto own = static_cast<guint>(nodeIn(parent).children.size());
+    g_signal_emit_by_name(parent, "children-changed::remove", own + index, guest);
+}
+
+}  // namespace
+
+void addGuests(AtkObject* parent, AtkObject* guests) {
+    nodeIn(parent).guests.reset(ATK_OBJECT(g_object_ref(guests)));
+    g_signal_connect(guests, "children-changed::add", G_CALLBACK(guestCame), parent);
+    g_signal_connect(guests, "children-changed::remove", G_CALLBACK(guestWent), parent);
+    const gint count = atk_object_get_n_accessible_children(guests);
+    for (gint i = 0; i < count; ++i) {
+        const AtkObjectPtr guest(atk_object_ref_accessible_child(guests, i));
+        guestCame(guests, static_cast<guint>(i), guest.get(), parent);
+    }
+}
+
+void dropGuests(AtkObject* parent) {
+    const AtkObjectPtr guests = std::move(nodeIn(parent).guests);
+    if (guests) g_signal_handlers_disconnect_by_data(guests.get(), parent);
 }
 
 AtkObjectPtr takeChild(AtkObject* parent, size_t index) {

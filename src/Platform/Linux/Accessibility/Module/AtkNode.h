@@ -24,6 +24,7 @@ struct AtkNode {
     bool isDefunct = false;
     bool wasShown = false;               ///< as was told last
     std::vector<AtkObjectPtr> children;  ///< in their order
+    AtkObjectPtr guests;                 ///< of the application alone: its children follow our own; null for none
 };
 
 /// The node of an object made here; it lives as long as the object.
@@ -39,5 +40,10 @@ void setDescription(AtkObject* object, const std::string& description);
 /// Both tell listeners of the parent.
 void insertChild(AtkObject* parent, size_t index, AtkObjectPtr child);
 AtkObjectPtr takeChild(AtkObject* parent, size_t index);
+
+/// Shows the children of an object that was not made here after the parent's own, and follows their coming and going
+/// until `dropGuests`. Listeners of the parent are told.
+void addGuests(AtkObject* parent, AtkObject* guests);
+void dropGuests(AtkObject* parent);
 
 }  // namespace morvel::x11

@@ -46,6 +46,7 @@ std::optional<size_t> indexOf(AtkObject* parent, const ui::View* view, size_t fr
 AtkTree::AtkTree() : application_(makeApplication(kApplicationName)) {}
 
 AtkTree::~AtkTree() {
+    dropGuests(application_.get());
     auto& windows = nodeOf(application_.get()).children;
     while (!windows.empty()) forget(takeChild(application_.get(), windows.size() - 1));
 }
@@ -73,6 +74,10 @@ void AtkTree::viewWillDetach(const ui::View& view) {
     node.window = nullptr;
     node.isDefunct = true;
     objects_.erase(found);
+}
+
+void AtkTree::addWindowsOf(void* otherRoot) {
+    addGuests(application_.get(), ATK_OBJECT(otherRoot));
 }
 
 AtkObject* AtkTree::windowObject(AccessibleWindow& window) {

@@ -21,6 +21,7 @@ public:
     void windowChanged(AccessibleWindow& window) override;
     void windowRemoved(AccessibleWindow& window) override;
     void viewWillDetach(const ui::View& view) override;
+    void addWindowsOf(void* otherRoot) override;
 
 private:
     AtkObject* windowObject(AccessibleWindow& window);

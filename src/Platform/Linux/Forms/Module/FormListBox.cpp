@@ -8,6 +8,7 @@ namespace {
 
 constexpr int kRowSpacing = 10;
 constexpr int kRowMargin = 6;
+constexpr int kPictureWidth = 20;  // kept free in rows without one, so that the titles stand below one another
 
 GtkWidget* pictureOf(const ui::ImageRef& image, int scale) {
     if (!image) return gtk_image_new();
@@ -65,7 +66,9 @@ void FormListBox::refresh() {
 GtkWidget* FormListBox::makeRow(const ui::FormListRow& row) const {
     GtkWidget* line = gtk_box_new(GTK_ORIENTATION_HORIZONTAL, kRowSpacing);
     g_object_set(line, "margin", kRowMargin, nullptr);
-    gtk_box_pack_start(GTK_BOX(line), pictureOf(row.image, gtk_widget_get_scale_factor(frame_)), FALSE, FALSE, 0);
+    GtkWidget* picture = pictureOf(row.image, gtk_widget_get_scale_factor(frame_));
+    gtk_widget_set_size_request(picture, kPictureWidth, -1);
+    gtk_box_pack_start(GTK_BOX(line), picture, FALSE, FALSE, 0);
     GtkWidget* title = gtk_label_new(validText(row.title).c_str());
     gtk_label_set_ellipsize(GTK_LABEL(title), PANGO_ELLIPSIZE_MIDDLE);
     gtk_label_set_single_line_mode(GTK_LABEL(title), TRUE);
@@ -73,6 +76,7 @@ GtkWidget* FormListBox::makeRow(const ui::FormListRow& row) const {
     gtk_widget_set_tooltip_text(title, validText(row.detail).c_str());
     gtk_box_pack_start(GTK_BOX(line), title, TRUE, TRUE, 0);
     GtkWidget* button = gtk_button_new_with_label(list_.buttonTitle.c_str());
+    speakAs(button, list_.buttonTitle + " " + row.title);
     onSignal(button, "clicked", [&list = list_, id = row.id] { list.press(id); });
     gtk_box_pack_start(GTK_BOX(line), button, FALSE, FALSE, 0);
     return line;

@@ -44,6 +44,7 @@ FormRow::FormRow(const ui::FormControl& control)
         gtk_widget_set_hexpand(label, TRUE);
         gtk_box_pack_start(GTK_BOX(line), label, TRUE, TRUE, 0);
     }
+    speakAs(active_, control.label, control.help);
     if (!isWide(control)) gtk_widget_set_valign(active_, GTK_ALIGN_CENTER);
     gtk_box_pack_start(GTK_BOX(line), active_, isWide(control), isWide(control), 0);
     gtk_box_pack_start(GTK_BOX(whole_), line, FALSE, FALSE, 0);
@@ -157,6 +158,9 @@ GtkWidget* FormRow::make(const ui::FormText& text) {
 
 GtkWidget* FormRow::make(const ui::FormLink& link) {
     GtkWidget* button = gtk_button_new_with_label(link.title.c_str());
+    // The theme's own colour for links, which is readable on its light and its dark background.
+    gtk_widget_set_state_flags(button, GTK_STATE_FLAG_LINK, FALSE);
+    addClass(button, GTK_STYLE_CLASS_FLAT);
     addClass(button, "morvel-link");
     onSignal(button, "clicked", [&link] { link.open(); });
     return button;

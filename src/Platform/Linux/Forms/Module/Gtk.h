@@ -29,6 +29,13 @@ inline void addClass(GtkWidget* widget, const char* styleClass) {
     gtk_style_context_add_class(gtk_widget_get_style_context(widget), styleClass);
 }
 
+/// What a screen reader says of the widget; empty texts leave it as GTK has it.
+inline void speakAs(GtkWidget* widget, const std::string& name, const std::string& description = {}) {
+    AtkObject* const accessible = gtk_widget_get_accessible(widget);
+    if (!name.empty()) atk_object_set_name(accessible, validText(name).c_str());
+    if (!description.empty()) atk_object_set_description(accessible, validText(description).c_str());
+}
+
 /// Several lines, as many as the text needs in its width.
 inline GtkWidget* wrappingLabel(const std::string& text) {
     GtkWidget* label = gtk_label_new(validText(text).c_str());

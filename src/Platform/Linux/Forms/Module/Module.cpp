@@ -19,10 +19,13 @@ constexpr const char* kNoBridgeVariable = "NO_AT_BRIDGE";
 constexpr const char* kStyle =
     ".morvel-heading { font-weight: bold; font-size: 110%; }"
     ".morvel-help { font-size: 92%; }"
-    ".morvel-link { padding: 2px 0; min-height: 0; border-color: transparent; background: none; box-shadow: none; }"
-    ".morvel-link label { color: @theme_selected_bg_color; text-decoration-line: underline; }"
+    ".morvel-link { padding: 2px 0; min-height: 0; }"
+    ".morvel-link:link label { text-decoration-line: underline; }"
     // Themes give these buttons more width than their titles need, and five would not fit beside the search field.
     ".morvel-tabs button { min-width: 0; padding-left: 10px; padding-right: 10px; }";
+
+/// What GTK would have told ATK of itself.
+AtkUtilClass gtkUtil{};
 
 /// GTK would enter itself as the whole program with assistive programs, where the bar has its own place: the functions
 /// by which ATK asks for the program's root are put back, and no bridge is started.
@@ -30,9 +33,13 @@ class AtkUntouched {
 public:
     AtkUntouched() : util_(ATK_UTIL_CLASS(g_type_class_ref(ATK_TYPE_UTIL))), before_(*util_) {
         if (const char* set = std::getenv(kNoBridgeVariable)) variable_ = set;
-        setenv(kNoBridgeVariable, "1", 1);
+        // Where the bar's own bridge runs, GTK's would be the same one, which starts only once.
+        if (!before_.get_root) setenv(kNoBridgeVariable, "1", 1);
+        // GTK leaves a root alone that is there already, and then has none of its own.
+        util_->get_root = nullptr;
     }
     ~AtkUntouched() {
+        gtkUtil = *util_;
         variable_ ? setenv(kNoBridgeVariable, variable_->c_str(), 1) : unsetenv(kNoBridgeVariable);
         util_->get_root = before_.get_root;
         util_->get_toolkit_name = before_.get_toolkit_name;
@@ -83,7 +90,25 @@ public:
         return std::make_unique<FormWindow>(std::move(form));
     }
     void setDark(bool dark) override {
-        g_object_set(gtk_settings_get_default(), "gtk-application-prefer-dark-theme", gboolean{dark}, nullptr);
+        GtkSettings* const settings = gtk_settings_get_default();
+        g_object_set(settings, "gtk-application-prefer-dark-theme", gboolean{dark}, nullptr);
+        // A theme that is dark by itself stays so; the one that it is the dark half of is either.
+        const std::string_view kDarkHalf = "-dark";
+        gchar* name = nullptr;
+        g_object_get(settings, "gtk-theme-name", &name, nullptr);
+        std::string theme(name ? name : "");
+        g_free(name);
+        if (dark || !theme.ends_with(kDarkHalf)) return;
+        theme.resize(theme.size() - kDarkHalf.size());
+        g_object_set(settings, "gtk-theme-name", theme.c_str(), nullptr);
+    }
+    void* accessibleRoot() override {
+        g_type_class_ref(GTK_TYPE_WINDOW);  // whose signals the root listens to
+        AtkObject* const root = gtkUtil.get_root();
+        // GTK tells which window is the active one only once somebody has listened for that.
+        const auto nobody = +[](GSignalInvocationHint*, guint, const GValue*, gpointer) -> gboolean { return TRUE; };
+        gtkUtil.add_global_event_listener(nobody, "window:activate");
+        return root;
     }
 };
 

@@ -61,6 +61,8 @@ EntryView::EntryView(const ui::FormEntry& entry, const Lifetime& lifetime)
       add_(entry.buttonTitle,
            lifetime.whileAlive([&entry, raw = field_.raw()] { handOver(entry, NSTextField(raw)); })) {
     field_.setPlaceholderString(NSString::from(entry.placeholder));
+    // Half an identifier must not be taken because the person looks something up elsewhere.
+    NSControl(field_).cell().setSendsActionOnEndEditing(false);
     setAction(NSControl(field_),
               lifetime.whileAlive([&entry, raw = field_.raw()] { handOver(entry, NSTextField(raw)); }));
 }

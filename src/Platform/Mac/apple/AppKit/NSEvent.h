@@ -2,6 +2,7 @@
 #pragma once
 
 #include <functional>
+#include <memory>
 
 #include "Platform/Mac/apple/CGGeometry.h"
 #include "Platform/Mac/apple/Foundation/NSString.h"
@@ -18,6 +19,9 @@ inline constexpr NSUInteger NSEventTypeScrollWheel = 22;
 inline constexpr NSUInteger NSEventMaskLeftMouseDown = 0x2;
 inline constexpr NSUInteger NSEventMaskRightMouseDown = 0x8;
 inline constexpr NSUInteger NSEventMaskOtherMouseDown = 0x2000000;
+inline constexpr NSUInteger kAnyPress =
+    NSEventMaskLeftMouseDown | NSEventMaskRightMouseDown | NSEventMaskOtherMouseDown;
+static_assert(kAnyPress == 0x200000a);
 inline constexpr NSUInteger NSEventModifierFlagControl = 0x40000;
 inline constexpr NSUInteger NSEventModifierFlagCommand = 0x100000;
 inline constexpr NSUInteger NSEventModifierFlagDeviceIndependentFlagsMask = 0xffff0000;
@@ -34,17 +38,30 @@ public:
     /// display and may be its upper end.
     static CGPoint mouseLocation() { return send<CGPoint>(ClassOf<NSEvent>{}, "mouseLocation"_sel); }
     NSUInteger type() const { return send<NSUInteger>(*this, "type"_sel); }
+    /// Empty for an event in no window of this program.
+    Id window() const { return send<Id>(*this, "window"_sel); }
     CGPoint locationInWindow() const { return send<CGPoint>(*this, "locationInWindow"_sel); }
     NSUInteger modifierFlags() const { return send<NSUInteger>(*this, "modifierFlags"_sel); }
     /// Of a key. Empty for a dead key.
-    NSString charactersIgnoringModifiers() const {
-        return send<NSString>(*this, "charactersIgnoringModifiers"_sel);
-    }
+    NSString charactersIgnoringModifiers() const { return send<NSString>(*this, "charactersIgnoringModifiers"_sel); }
     NSInteger clickCount() const { return send<NSInteger>(*this, "clickCount"_sel); }
     /// Calls `seen` on the main thread for events of other programs, until the token dies. They get them all the same.
     [[nodiscard]] static Subscription monitorGlobally(NSUInteger mask, std::function<void(NSEvent)> seen) {
         const Id monitor = send<Id>(ClassOf<NSEvent>{}, "addGlobalMonitorForEventsMatchingMask:handler:"_sel, mask,
                                     Block<void(NSEvent)>(std::move(seen)));
+        if (!monitor) return {};
+        return Subscription([monitor] { send(ClassOf<NSEvent>{}, "removeMonitor:"_sel, monitor); });
+    }
+    /// The same for events of this program, before they go to its views. `seen` may end the token.
+    [[nodiscard]] static Subscription monitorLocally(NSUInteger mask, std::function<void(NSEvent)> seen) {
+        const auto shared = std::make_shared<const std::function<void(NSEvent)>>(std::move(seen));
+        const auto pass = [shared](const NSEvent& event) {
+            const auto kept = shared;  // ending the token ends the block, and what it holds
+            (*kept)(event);
+            return event;
+        };
+        const Id monitor = send<Id>(ClassOf<NSEvent>{}, "addLocalMonitorForEventsMatchingMask:handler:"_sel, mask,
+                                    Block<NSEvent(NSEvent)>(pass));
         if (!monitor) return {};
         return Subscription([monitor] { send(ClassOf<NSEvent>{}, "removeMonitor:"_sel, monitor); });
     }

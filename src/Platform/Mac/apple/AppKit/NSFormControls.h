@@ -18,6 +18,16 @@ inline constexpr NSUInteger NSSegmentSwitchTrackingSelectOne = 0;
 inline constexpr NSUInteger NSNoTitle = 0;
 inline constexpr NSInteger NSModalResponseOK = 1;
 
+/// The part of a control that knows when its action is due.
+class NSCell : public NSObject {
+public:
+    static constexpr const char* kClass = "NSCell";
+    using NSObject::NSObject;
+
+    /// Whether leaving a field counts as using it, as Return does.
+    void setSendsActionOnEndEditing(bool sends) const { send(*this, "setSendsActionOnEndEditing:"_sel, sends); }
+};
+
 /// What all controls can, labels and buttons included.
 class NSControl : public NSView {
 public:
@@ -30,6 +40,7 @@ public:
     void setEnabled(bool enabled) const { send(*this, "setEnabled:"_sel, enabled); }
     double doubleValue() const { return send<double>(*this, "doubleValue"_sel); }
     void setDoubleValue(double value) const { send(*this, "setDoubleValue:"_sel, value); }
+    NSCell cell() const { return send<NSCell>(*this, "cell"_sel); }
     /// What it needs at most within this size.
     CGSize sizeThatFits(CGSize size) const { return send<CGSize>(*this, "sizeThatFits:"_sel, size); }
 };

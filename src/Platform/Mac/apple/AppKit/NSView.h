@@ -14,6 +14,7 @@ inline constexpr NSUInteger NSViewHeightSizable = 16;
 inline constexpr NSUInteger NSViewMinXMargin = 1;
 inline constexpr NSInteger NSWindowBelow = -1;
 inline constexpr NSUInteger NSTrackingMouseEnteredAndExited = 1;
+inline constexpr NSUInteger NSTrackingMouseMoved = 2;
 inline constexpr NSUInteger NSTrackingActiveAlways = 128;
 inline constexpr NSUInteger NSTrackingInVisibleRect = 512;
 

@@ -46,6 +46,8 @@ public:
     NSView contentView() const { return send<NSView>(*this, "contentView"_sel); }
     void center() const { send(*this, "center"_sel); }
     void makeKeyAndOrderFront() const { send(*this, "makeKeyAndOrderFront:"_sel, nullptr); }
+    /// Tab and Shift-Tab then reach every control in reading order, those that were added later included.
+    void setAutorecalculatesKeyViewLoop(bool is) const { send(*this, "setAutorecalculatesKeyViewLoop:"_sel, is); }
     /// Takes the keyboard.
     void makeKey() const { send(*this, "makeKeyWindow"_sel); }
     /// The view that is typed into; whether it took it.

@@ -1,4 +1,8 @@
-"""Draws the application's icon: a rounded screen with a bar of tiles along its bottom. Writes an .icns file."""
+"""Draws the application's icon: a rounded screen with a bar of tiles along its bottom.
+
+make_icon.py Morvel.icns         all sizes in the file that macOS wants
+make_icon.py morvel.png 48       one picture, 48 pixels wide
+"""
 import struct
 import sys
 import zlib
@@ -50,13 +54,19 @@ def png(size):
     return b"\x89PNG\r\n\x1a\n" + chunk(b"IHDR", header) + chunk(b"IDAT", zlib.compress(rows, 9)) + chunk(b"IEND", b"")
 
 
-def main():
+def icns():
     entries = b""
     for size in (16, 32, 64, 128, 256, 512):
         image = png(size)
         entries += TYPES[size] + struct.pack(">I", 8 + len(image)) + image
-    with open(sys.argv[1], "wb") as out:
-        out.write(b"icns" + struct.pack(">I", 8 + len(entries)) + entries)
+    return b"icns" + struct.pack(">I", 8 + len(entries)) + entries
+
+
+def main():
+    target = sys.argv[1]
+    content = png(int(sys.argv[2])) if target.endswith(".png") else icns()
+    with open(target, "wb") as out:
+        out.write(content)
 
 
 if __name__ == "__main__":
