@@ -74,6 +74,8 @@ void AppDelegate::startCore() {
     spaceQuery_ = std::make_unique<SpaceQuery>(platform_.windowServer, platform_.screens);
     makeLaunchers();
     iconCache_ = std::make_unique<IconCache>(platform_.icons, platform_.mainLoop);
+    subscriptions_.push_back(platform_.workspace.observeTerminated(
+        [this](const RunningApplication& application) { iconCache_->forget(application.pid); }));
     barActions_ = makeBarActions();
     displayManager_ = std::make_unique<DisplayManager>(
         BarServices{platform_.toolkit, platform_.mainLoop, platform_.screens, platform_.icons, *spaceQuery_,

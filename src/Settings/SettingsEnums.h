@@ -27,6 +27,9 @@ struct RawString {
     E value;
     std::string_view raw;
 };
+// The rule makes it by itself for an aggregate, but not in the clang of Debian 12, which builds the fuzzers.
+template <class E>
+RawString(E, std::string_view) -> RawString<E>;
 
 /// The table of each enumeration, in its case order; reading, writing, pickers and tests use these alone.
 template <class E>

@@ -30,6 +30,13 @@ Subscription IconCache::fileIcon(const std::string& path, Delivery deliver) {
         "file:" + path, [this, path] { return icons_.fileIcon(path); }, std::move(deliver));
 }
 
+void IconCache::forget(ProcessID pid) {
+    const auto cached = byKey_.find(key(std::nullopt, pid));
+    if (cached == byKey_.end()) return;
+    entries_.erase(cached->second);
+    byKey_.erase(cached);
+}
+
 Subscription IconCache::request(const std::string& wanted, Load load, Delivery deliver) {
     if (const auto cached = byKey_.find(wanted); cached != byKey_.end()) {
         entries_.splice(entries_.end(), entries_, cached->second);

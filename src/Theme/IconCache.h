@@ -35,6 +35,10 @@ public:
     /// The same for the icon that a file, folder or application at an absolute path has.
     [[nodiscard]] Subscription fileIcon(const std::string& path, Delivery deliver);
 
+    /// Drops the icon of a process that has ended and had no bundle identifier: its number is no longer its own, and
+    /// nobody asks for it again.
+    void forget(ProcessID pid);
+
     /// What icons are told apart by: the bundle identifier, or the process where there is none.
     static std::string key(const std::optional<std::string>& bundleID, ProcessID fallbackPID);
 

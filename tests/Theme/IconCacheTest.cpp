@@ -129,6 +129,20 @@ TEST_F(IconCacheTest, FallsBackStepByStep) {
     }
 }
 
+TEST_F(IconCacheTest, AProcessTakesItsIconWithIt) {
+    ask(std::nullopt, 7);
+    ask("com.a", 7);
+    loop_.settle();
+    cache_->forget(ProcessID(7));
+    cache_->forget(ProcessID(8));
+    ask("com.a", 7);
+    EXPECT_EQ(seen_.size(), 3u) << "an application's icon stays for its next start";
+    ask(std::nullopt, 7);
+    EXPECT_EQ(seen_.size(), 3u) << "the number may be another program's by now";
+    loop_.settle();
+    EXPECT_EQ(seen_.back(), "process 7");
+}
+
 TEST_F(IconCacheTest, DeliveriesEndWithTheirTokens) {
     ask("com.a");
     ask("com.b");
