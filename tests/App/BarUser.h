@@ -172,7 +172,7 @@ public:
         if (auto* start = reachable<StartButton>(bars())) desktop_.toolkit().click(*start);
         run(std::chrono::milliseconds(chance_.below(100)));
         sim::SimPopover* popover = desktop_.toolkit().shownPopover();
-        if (!popover || popover->focus == ui::PopoverFocus::None) return;
+        if (!popover || popover->kind != ui::PopoverKind::Search) return;
         desktop_.toolkit().type(chance_.oneIn(2) ? "app" : std::to_string(chance_.below(6)));
         desktop_.toolkit().give(ui::TextCommand::MoveDown);
         if (auto* row = reachable<LauncherRow>({&popover->surface.root()}); row && chance_.oneIn(2))
