@@ -231,7 +231,8 @@ void LaunchStrip::overflowClicked() {
 }
 
 void LaunchStrip::hoverOpen() {
-    if (overflowPopover_.isShown()) return;
+    // Where everything has found a place during the drag, the button is gone.
+    if (!hasOverflow_ || overflowPopover_.isShown()) return;
     isSprungOpen_ = true;
     overflowPopover_.show(overflowButton_);
 }

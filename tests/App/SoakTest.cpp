@@ -2,7 +2,7 @@
 //
 // A few minutes of the desktop's own time by default. For the whole hour, under the sanitizers:
 //   MORVEL_SOAK_HOURS=1 build/asan/tests/core_tests --gtest_filter='Soak.*'
-// MORVEL_SOAK_SEED gives another life.
+// MORVEL_SOAK_SEED gives another life, and `setarch -R` the same one each time.
 #include <cstdio>
 #include <cstdlib>
 

@@ -137,6 +137,13 @@ TEST(PinnedOverflow, DragsGoIntoTheListOutOfItAndWithinIt) {
     desktop.drags().cancel();
     desktop.run(1s);
     EXPECT_EQ(desktop.rows(), "") << "what the drag opened goes with it";
+
+    desktop.drags().pull(desktop.pin("c"));
+    desktop.drags().over(desktop.overflowButton());
+    desktop.settings().pinnedMaxVisible.set(15);
+    desktop.run(1s);
+    EXPECT_EQ(desktop.toolkit().shownPopover(), nullptr) << "the button has gone, and the drag rests on nothing";
+    desktop.drags().cancel();
     EXPECT_EQ(desktop.held, 0);
 }
 
