@@ -3,7 +3,6 @@
 #include <gio/gio.h>
 #include <sys/stat.h>
 
-#include "Platform/Linux/Applications/ProcessWatch.h"
 #include "Platform/Linux/Icons/ImageLoading.h"
 #include "Platform/Linux/Icons/Symbols.h"
 
@@ -13,7 +12,6 @@ namespace {
 
 constexpr int kIconSize = 48;                   // pixels; the largest that is shown, and the size that every theme has
 constexpr uint32_t kLargestProperty = 1 << 18;  // units of four bytes: a picture of 512 by 512
-constexpr size_t kMostProcessIcons = 256;
 
 std::vector<std::string> namesOf(GIcon* icon) {
     std::vector<std::string> out;
@@ -49,20 +47,13 @@ ui::ImageRef XIcons::applicationIcon(const std::string& bundleID) {
 }
 
 ui::ImageRef XIcons::processIcon(ProcessID pid) {
-    const auto key = std::pair(pid, processStartTime(pid).value_or(0));
-    if (const auto known = processIcons_.find(key); known != processIcons_.end()) return known->second;
-    if (processIcons_.size() >= kMostProcessIcons) processIcons_.clear();
-    ui::ImageRef icon;
     for (const ClientWindow* client : clients_.all()) {
-        if (icon || client->pid != pid) continue;
-        icon = windowIcon(client->window);
-        if (icon) continue;
+        if (client->pid != pid) continue;
+        if (ui::ImageRef icon = windowIcon(client->window)) return icon;
         if (const auto entry = entries_.findForClass(client->classInstance, client->className))
-            icon = entryIcon(*entry);
+            if (ui::ImageRef icon = entryIcon(*entry)) return icon;
     }
-    // Nothing found is not kept: a window may set its icon after it was shown.
-    if (icon) processIcons_[key] = icon;
-    return icon;
+    return nullptr;
 }
 
 ui::ImageRef XIcons::windowIcon(xcb_window_t window) {

@@ -1,8 +1,6 @@
 // Images of applications and files from the icon theme, and of windows from what they say of themselves.
 #pragma once
 
-#include <map>
-
 #include "Platform/Icons.h"
 #include "Platform/Linux/Applications/DesktopEntries.h"
 #include "Platform/Linux/Icons/IconTheme.h"
@@ -12,15 +10,14 @@
 
 namespace morvel::x11 {
 
-/// Everything is loaded when it is asked for, and only what windows say is kept: its asker keeps the rest.
+/// Everything is loaded when it is asked for, and nothing is kept: that is the asker's business.
 class XIcons : public Icons {
 public:
     /// All outlive this.
     XIcons(XConnection& connection, ClientWindows& clients, DesktopEntries& entries);
 
     ui::ImageRef applicationIcon(const std::string& bundleID) override;
-    /// The first request for a process asks the server and waits for it; the answer is kept, so that the icon stays
-    /// when the last window is gone.
+    /// Of one of its windows; none once the last is gone. Asks the server and waits for it.
     ui::ImageRef processIcon(ProcessID pid) override;
     ui::ImageRef fileIcon(const std::string& path) override;
     ui::ImageRef symbol(const std::string& name, double pointSize) override;
@@ -38,7 +35,6 @@ private:
     DesktopEntries& entries_;
     const RenderedIcons rendered_{RenderedIcons::defaultFolder()};
     std::optional<IconTheme> theme_;
-    std::map<std::pair<ProcessID, uint64_t>, ui::ImageRef> processIcons_;  // by process and its start
 };
 
 }  // namespace morvel::x11
