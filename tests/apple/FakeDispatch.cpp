@@ -18,6 +18,11 @@ void FakeDispatch::enqueue(std::uint64_t when, dispatch_queue_t queue, void* con
     work_.push_back({when, ++order_, queue, context, work});
 }
 
+void FakeDispatch::enqueueCancelled(const Timer& timer) {
+    enqueue(now_, timer.queue, timer.context, timer.cancelled);
+    work_.back().isOfCancelled = true;
+}
+
 dispatch_queue_t FakeDispatch::makeQueue() {
     auto made = std::make_unique<DispatchQueueTag>();
     const dispatch_queue_t queue = made.get();
@@ -115,6 +120,8 @@ void FakeDispatch::raise(int signal) {
 }
 
 void FakeDispatch::finish() {
+    for (const Work& work : std::vector<Work>(work_.begin(), work_.end()))
+        if (work.isOfCancelled) run(work);
     for (const auto& timer : timers_) {
         (void)timer;
         runtime().faults().add(FaultKind::Leak, "a dispatch timer was never released");
@@ -182,9 +189,7 @@ void dispatch_source_cancel(dispatch_source_t source) {
     if (!timer || timer->isCancelled) return;
     timer->isCancelled = true;
     ++timer->generation;
-    if (timer->cancelled) {
-        dispatch().enqueue(dispatch().resolve(DISPATCH_TIME_NOW), timer->queue, timer->context, timer->cancelled);
-    }
+    if (timer->cancelled) dispatch().enqueueCancelled(*timer);
 }
 void dispatch_set_context(dispatch_object_t object, void* context) {
     if (auto* const timer = dispatch().timer(object)) timer->context = context;

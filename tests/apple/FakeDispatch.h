@@ -41,7 +41,8 @@ public:
     /// Calls whoever watches for the signal.
     void raise(int signal);
 
-    /// Ends a test: drops what waits, reports queues and timers that were never released, sets the clock back.
+    /// Ends a test: lets cancelled sources give up what they hold, drops what else waits, reports queues and timers that
+    /// were never released, sets the clock back.
     void finish();
 
     // For the C functions.
@@ -59,6 +60,7 @@ public:
         int signal = 0;                // that it watches for, instead of a time
     };
     void enqueue(std::uint64_t when, dispatch_queue_t queue, void* context, dispatch_function_t work);
+    void enqueueCancelled(const Timer& timer);
     std::uint64_t resolve(dispatch_time_t when) const { return when == DISPATCH_TIME_NOW ? now_ : when; }
     dispatch_queue_t makeQueue();
     dispatch_source_t makeTimer(dispatch_queue_t queue, std::optional<std::uint64_t> watched = {});
@@ -76,6 +78,7 @@ private:
         dispatch_function_t function;
         const void* source = nullptr;
         std::uint64_t generation = 0;
+        bool isOfCancelled = false;
     };
     void run(const Work& work);
     void fire(const Work& work);

@@ -15,6 +15,7 @@ TEST_F(SingleInstance, ASecondOneLeavesToTheFirstItsPlace) {
         << "what starting it again is good for";
     bar->program().signal(SIGKILL);
     bar->program().waitForExit();
+    EXPECT_TRUE(eventually([&] { return bar->panels().empty(); })) << "or it would be taken for the next one's";
     startBar();
     EXPECT_EQ(bar->panels().size(), 1U) << "a crash leaves nothing behind that is in the way";
 }
