@@ -37,7 +37,11 @@ public:
         if (--state->emitting == 0) std::erase_if(state->slots, [](const Slot& slot) { return !slot.listener; });
     }
 
-    bool hasListeners() const { return !state_->slots.empty(); }
+    bool hasListeners() const {
+        for (const Slot& slot : state_->slots)
+            if (slot.listener) return true;
+        return false;
+    }
 
 private:
     struct Slot {

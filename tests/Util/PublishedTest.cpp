@@ -63,4 +63,17 @@ TEST(Published, MayBeDestroyedByASubscriber) {
     EXPECT_EQ(seen, "a text long enough to live on the heap");
 }
 
+TEST(Signal, KnowsWithinAnEmissionThatItsLastListenerHasGone) {
+    Signal<> signal;
+    Subscription only;
+    bool isHeard = true;
+    only = signal.subscribe([&] {
+        only.reset();
+        isHeard = signal.hasListeners();  // on which whoever keeps a signal per window forgets it
+    });
+    EXPECT_TRUE(signal.hasListeners());
+    signal.emit();
+    EXPECT_FALSE(isHeard);
+}
+
 }  // namespace morvel
