@@ -1,12 +1,11 @@
 // Media players of the session: the badge on their buttons, the controls, and players that mean no good.
-#include <arpa/inet.h>
-#include <sys/socket.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
 #include <filesystem>
 #include <fstream>
 
+#include "../Loopback.h"
 #include "BarTest.h"
 #include "FakePlayer.h"
 
@@ -19,16 +18,7 @@ constexpr const char* kDefaults = R"({"groupingMode": "never", "updaterAutoCheck
 /// A web server on this machine that nobody is to ask.
 class UnaskedServer {
 public:
-    UnaskedServer() {
-        sockaddr_in address{};
-        address.sin_family = AF_INET;
-        address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
-        socklen_t size = sizeof address;
-        ::bind(socket_, reinterpret_cast<sockaddr*>(&address), size);
-        ::listen(socket_, 8);
-        ::getsockname(socket_, reinterpret_cast<sockaddr*>(&address), &size);
-        port_ = ntohs(address.sin_port);
-    }
+    UnaskedServer() = default;
     ~UnaskedServer() { ::close(socket_); }
     UnaskedServer(const UnaskedServer&) = delete;
     UnaskedServer& operator=(const UnaskedServer&) = delete;
@@ -38,7 +28,7 @@ public:
 
 private:
     const int socket_ = ::socket(AF_INET, SOCK_STREAM | SOCK_NONBLOCK | SOCK_CLOEXEC, 0);
-    int port_ = 0;
+    const int port_ = listenOnLoopback(socket_);
 };
 
 class MediaPlayers : public BarTest {

@@ -1,9 +1,7 @@
 // The asking of web servers, against one on this machine that behaves as badly as the network's can.
 #include "Platform/Linux/Web/FetchClient.h"
 
-#include <arpa/inet.h>
 #include <gtest/gtest.h>
-#include <sys/socket.h>
 #include <unistd.h>
 
 #include <atomic>
@@ -11,6 +9,7 @@
 
 #include "Platform/Linux/System/GLibMainLoop.h"
 #include "Update/UpdateChecker.h"
+#include "x11/Loopback.h"
 
 namespace morvel::x11 {
 namespace {
@@ -25,14 +24,6 @@ enum class Then { Close, Silence, Drops, Flood };
 class LoopbackServer {
 public:
     explicit LoopbackServer(std::string answer, Then then = Then::Close) : answer_(std::move(answer)), then_(then) {
-        sockaddr_in address{};
-        address.sin_family = AF_INET;
-        address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
-        socklen_t size = sizeof address;
-        ::bind(socket_, reinterpret_cast<sockaddr*>(&address), size);
-        ::listen(socket_, 8);
-        ::getsockname(socket_, reinterpret_cast<sockaddr*>(&address), &size);
-        port_ = ntohs(address.sin_port);
         thread_ = std::thread([this] { serve(); });
     }
     ~LoopbackServer() {
@@ -72,7 +63,7 @@ private:
     const Then then_;
     std::atomic<size_t> taken_ = 0;
     const int socket_ = ::socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0);
-    int port_ = 0;
+    const int port_ = listenOnLoopback(socket_);
     std::string request_;
     std::thread thread_;
 };
