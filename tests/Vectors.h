@@ -9,6 +9,9 @@
 #include <nlohmann/json.hpp>
 #include <string>
 
+#include "Platform/InstalledApplications.h"
+#include "Settings/SettingsEnums.h"
+#include "Util/Geometry.h"
 #include "Util/Identity.h"
 
 namespace morvel::vectors {
@@ -54,6 +57,35 @@ inline WindowID windowID(uint64_t n) {
 }
 inline uint64_t number(const WindowID& id) {
     return id.low;
+}
+
+// --- What several kinds of cases have in common ---
+template <class T>
+std::optional<T> optional(const Json& value) {
+    return value.is_null() ? std::nullopt : std::optional(value.get<T>());
+}
+/// A case of an enumeration by its stored text.
+template <class E>
+E choice(const Json& raw) {
+    return fromRawString<E>(raw.get<std::string>()).value();
+}
+template <class Space>
+Rect<Space> rect(const Json& r) {
+    return {r[0], r[1], r[2], r[3]};
+}
+/// An application's Info.plist; keys of a wrong type count as missing.
+inline ApplicationBundle bundle(const Json& info) {
+    const auto text = [&info](const char* key) {
+        const Json value = info.is_object() ? info.value(key, Json()) : Json();
+        return value.is_string() ? std::optional(value.get<std::string>()) : std::nullopt;
+    };
+    return {.identifier = text("CFBundleIdentifier"),
+            .displayName = text("CFBundleDisplayName"),
+            .name = text("CFBundleName")};
+}
+template <class Space>
+Json json(const Rect<Space>& r) {
+    return {r.x, r.y, r.width, r.height};
 }
 
 }  // namespace morvel::vectors

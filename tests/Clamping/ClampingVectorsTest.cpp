@@ -10,40 +10,35 @@ namespace morvel {
 namespace {
 
 using vectors::Json;
+using vectors::rect;
+
+const auto& edgeOf = vectors::choice<MorvelEdge>;
 
 template <class Space>
-Rect<Space> rectOf(const Json& json) {
-    return {json[0], json[1], json[2], json[3]};
+Json jsonOf(const std::optional<Rect<Space>>& r) {
+    return r ? vectors::json(*r) : Json();
 }
 template <class Space>
-Json jsonOf(const std::optional<Rect<Space>>& r) {
-    return r ? Json{r->x, r->y, r->width, r->height} : Json();
-}
-MorvelEdge edgeOf(const Json& json) {
-    return fromRawString<MorvelEdge>(json.get<std::string>()).value();
+std::optional<Rect<Space>> optionalRect(const Json& r) {
+    return r.is_null() ? std::nullopt : std::optional(rect<Space>(r));
 }
 
 TEST(ClampingMath, RecordedCases) {
     vectors::walk("clamp_math", [](const Json& in) -> Json {
         if (in["fn"] == "reservedRect") {
             const Json& settings = in["settings"];
-            return jsonOf(ClampingMath::reservedRect(rectOf<ScreenSpace>(in["screen"]), edgeOf(in["edge"]),
+            return jsonOf(ClampingMath::reservedRect(rect<ScreenSpace>(in["screen"]), edgeOf(in["edge"]),
                                                      in["barHeight"],
                                                      settings["compactAtTop"] && settings["matchMenuBarHeight"]));
         }
         if (in["fn"] == "corrected") {
-            const Json& strip = in["reservedRect"];
-            return jsonOf(ClampingMath::corrected(
-                rectOf<ScreenSpace>(in["frame"]), rectOf<ScreenSpace>(in["screen"]),
-                strip.is_null() ? std::nullopt : std::optional(rectOf<ScreenSpace>(strip)), edgeOf(in["edge"])));
+            return jsonOf(ClampingMath::corrected(rect<ScreenSpace>(in["frame"]), rect<ScreenSpace>(in["screen"]),
+                                                  optionalRect<ScreenSpace>(in["reservedRect"]), edgeOf(in["edge"])));
         }
         if (in["fn"] == "approx")
-            return ClampingMath::framesApproxEqual(rectOf<AXSpace>(in["a"]), rectOf<AXSpace>(in["b"]), in["tolerance"]);
-        const Json& original = in["original"];
-        return jsonOf(
-            ClampingMath::restoreTarget(rectOf<AXSpace>(in["current"]),
-                                        original.is_null() ? std::nullopt : std::optional(rectOf<AXSpace>(original)),
-                                        in["previouslyClamped"], in["tolerance"]));
+            return ClampingMath::framesApproxEqual(rect<AXSpace>(in["a"]), rect<AXSpace>(in["b"]), in["tolerance"]);
+        return jsonOf(ClampingMath::restoreTarget(rect<AXSpace>(in["current"]), optionalRect<AXSpace>(in["original"]),
+                                                  in["previouslyClamped"], in["tolerance"]));
     });
 }
 
@@ -52,8 +47,7 @@ class ClampTrace {
 public:
     explicit ClampTrace(const Json& start) {
         for (const Json& frame : start["screens"])
-            screens_.list.push_back(
-                {DisplayID{uint32_t(screens_.list.size() + 1)}, "", rectOf<ScreenSpace>(frame), {}});
+            screens_.list.push_back({DisplayID{uint32_t(screens_.list.size() + 1)}, "", rect<ScreenSpace>(frame), {}});
         settings_.compactAtTop.set(false);
         settings_.clampWindows.set(start["clamp"]);
         settings_.barEdge.set(edgeOf(start["edge"]));
@@ -69,13 +63,12 @@ public:
             written_.clear();
             perform(step);
             Json inOrder = Json::object();
-            for (const auto& [id, frame] : written_)
-                inOrder[std::to_string(id)].push_back(jsonOf(std::optional(frame)));
+            for (const auto& [id, frame] : written_) inOrder[std::to_string(id)].push_back(vectors::json(frame));
             writes.push_back(inOrder);
         }
         Json frames = Json::object();
         for (const auto& [id, window] : *store_.windows().value())
-            frames[std::to_string(id.low)] = jsonOf(std::optional(toScreen(window.frame, mainHeight())));
+            frames[std::to_string(id.low)] = vectors::json(toScreen(window.frame, mainHeight()));
         return {{"writes", writes}, {"frames", frames}};
     }
 
@@ -91,7 +84,7 @@ private:
         if (what == "blacklist") setBlacklist(step[1]);
         if (what == "touch") store_.apply(event::TitleChanged{touched(), "title " + std::to_string(++touches_)});
         if (what == "win") open(vectors::windowID(step[1]), step[2], step[3]);
-        if (what == "frame") place(vectors::windowID(step[1]), rectOf<ScreenSpace>(step[2]));
+        if (what == "frame") place(vectors::windowID(step[1]), rect<ScreenSpace>(step[2]));
         if (what == "fs") store_.apply(event::FullscreenChanged{vectors::windowID(step[1]), step[2]});
         if (what == "close") store_.apply(event::Removed{vectors::windowID(step[1])});
         answerWrites();
@@ -110,7 +103,7 @@ private:
         WindowSnapshot snapshot;
         snapshot.id = id;
         snapshot.pid = ProcessID{1};
-        snapshot.frame = toAX(rectOf<ScreenSpace>(window["frame"]), mainHeight());
+        snapshot.frame = toAX(rect<ScreenSpace>(window["frame"]), mainHeight());
         snapshot.isFullscreen = window["fs"];
         if (window["bundle"].is_string()) snapshot.bundleID = window["bundle"];
         store_.apply(event::Added{snapshot});

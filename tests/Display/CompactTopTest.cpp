@@ -14,13 +14,8 @@ namespace {
 
 using vectors::Json;
 
-Rect<ScreenSpace> rect(const Json& r) {
-    return {r[0], r[1], r[2], r[3]};
-}
-
-std::optional<double> number(const Json& value) {
-    return value.is_null() ? std::nullopt : std::optional(value.get<double>());
-}
+const auto& rect = vectors::rect<ScreenSpace>;
+const auto& number = vectors::optional<double>;
 
 TEST(CompactTopBuffers, RecordedCases) {
     vectors::walk("compact_buffers", [](const Json& in) {
@@ -47,8 +42,7 @@ constexpr ProcessID kOther{50};
 constexpr ProcessID kOurs{2};
 
 ListedWindow window(const Rect<AXSpace>& bounds, std::optional<int> layer = 25, ProcessID owner = kOther) {
-    return {
-        .number = WindowNumber{1}, .owner = owner, .layer = layer, .bounds = bounds, .ownerName = {}, .name = {}};
+    return {.number = WindowNumber{1}, .owner = owner, .layer = layer, .bounds = bounds, .ownerName = {}, .name = {}};
 }
 
 TEST(CompactTopDetectors, OnlyStatusItemsOfTheDisplayCount) {

@@ -10,22 +10,12 @@ using vectors::Json;
 
 namespace {
 
-std::optional<std::string> textOrNothing(const Json& info, const char* key) {
-    return info.contains(key) && info[key].is_string() ? std::optional(info[key].get<std::string>()) : std::nullopt;
-}
-
 void fill(sim::SimInstalledApplications& installed, const Json& input) {
     installed.contents.clear();
-    for (const Json& folder : input["folders"]) {
-        std::optional<std::vector<std::string>> names;
-        if (!folder[1].is_null()) names = folder[1].get<std::vector<std::string>>();
-        installed.contents.emplace_back(folder[0], std::move(names));
-    }
+    for (const Json& folder : input["folders"])
+        installed.contents.emplace_back(folder[0], vectors::optional<std::vector<std::string>>(folder[1]));
     for (const auto& [path, info] : input["bundles"].items())
-        if (!info.is_null())
-            installed.bundles[path] = {.identifier = textOrNothing(info, "CFBundleIdentifier"),
-                                       .displayName = textOrNothing(info, "CFBundleDisplayName"),
-                                       .name = textOrNothing(info, "CFBundleName")};
+        if (!info.is_null()) installed.bundles[path] = vectors::bundle(info);
 }
 
 class Loading : public testing::Test {
@@ -38,8 +28,9 @@ protected:
     InstalledAppsLoader::Use into(std::vector<std::string>& list) {
         return [this, &list](const InstalledAppsLoader::Apps& apps) { list = names(apps); };
     }
-    InstalledAppsLoader make() {
-        return {desktop_.platform().installedApplications, desktop_.mainLoop(), desktop_.workQueues().make("apps")};
+    std::unique_ptr<InstalledAppsLoader> make() {
+        return std::make_unique<InstalledAppsLoader>(desktop_.platform().installedApplications, desktop_.mainLoop(),
+                                                     desktop_.workQueues().make("apps"));
     }
 
     sim::Desktop desktop_;
@@ -66,17 +57,17 @@ TEST_F(Loading, ReadsOnceForAllWhoAskAndAgainAfterAChange) {
     desktop_.settle();
     EXPECT_EQ(installed_.bundlesRead, 0) << "nobody has asked yet";
     std::vector<std::string> first, second, third;
-    loader.apps(into(first));
-    loader.apps(into(second));
+    loader->apps(into(first));
+    loader->apps(into(second));
     EXPECT_TRUE(first.empty()) << "the disk is not read on the main thread";
     desktop_.settle();
     EXPECT_EQ(first, (std::vector<std::string>{"Mail", "Notes"}));
     EXPECT_EQ(second, first);
-    loader.apps(into(third));
+    loader->apps(into(third));
     EXPECT_EQ(third, first) << "known by now, so at once";
     EXPECT_EQ(installed_.bundlesRead, 2);
     installed_.install("c", "Atlas");
-    loader.apps(into(third));
+    loader->apps(into(third));
     desktop_.settle();
     EXPECT_EQ(third, (std::vector<std::string>{"Atlas", "Mail", "Notes"}));
 }
@@ -86,9 +77,9 @@ TEST_F(Loading, WhatChangesDuringAScanIsNotMissed) {
     auto loader = make();
     std::vector<std::string> early, late;
     desktop_.workQueues().hold();
-    loader.apps(into(early));
+    loader->apps(into(early));
     installed_.changes.emit();
-    loader.apps([&](const InstalledAppsLoader::Apps& apps) {
+    loader->apps([&](const InstalledAppsLoader::Apps& apps) {
         EXPECT_FALSE(early.empty()) << "the first scan's answer comes first";
         late = names(apps);
     });
@@ -102,14 +93,11 @@ TEST_F(Loading, WhatChangesDuringAScanIsNotMissed) {
 TEST_F(Loading, AnEndDuringAScanOrDuringItsAnswerIsQuiet) {
     installed_.install("a", "Notes");
     int answers = 0;
-    {
-        auto loader = make();
-        loader.apps([&](const auto&) { ++answers; });
-    }
+    auto loader = make();
+    loader->apps([&](const auto&) { ++answers; });
+    loader = make();
     desktop_.settle();
     EXPECT_EQ(answers, 0);
-    auto loader = std::make_unique<InstalledAppsLoader>(desktop_.platform().installedApplications, desktop_.mainLoop(),
-                                                        desktop_.workQueues().make("apps"));
     loader->apps([&](const auto&) { loader.reset(); });
     loader->apps([&](const auto&) { ++answers; });
     desktop_.settle();

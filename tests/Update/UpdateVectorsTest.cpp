@@ -11,11 +11,6 @@ namespace {
 
 using vectors::Json;
 
-template <class T>
-std::optional<T> optionally(const Json& value) {
-    return value.is_null() ? std::nullopt : std::optional<T>(value.get<T>());
-}
-
 std::optional<SemanticVersion> version(const Json& text) {
     return text.is_null() ? std::nullopt : SemanticVersion::parse(text.get<std::string>());
 }
@@ -43,7 +38,7 @@ Json toJson(const RemoteVersion& remote) {
 
 TEST(UpdateVectors, Documents) {
     vectors::walk("version_document", [](const Json& input) -> Json {
-        const HttpResponse response{optionally<int>(input["status"]), input["body"]};
+        const HttpResponse response{vectors::optional<int>(input["status"]), input["body"]};
         const auto result = UpdateChecker::read(response);
         if (const auto* error = std::get_if<UpdateError>(&result)) {
             if (error->kind == UpdateError::Kind::Status) return {{"error", "status"}, {"status", error->status}};
@@ -60,7 +55,7 @@ TEST(UpdateVectors, Documents) {
 TEST(UpdateVectors, Rules) {
     vectors::walk("update_rules", [](const Json& input) -> Json {
         const auto date = [&](const char* name) {
-            const auto count = optionally<double>(input[name]);
+            const auto count = vectors::optional<double>(input[name]);
             return count ? std::optional(Date(std::chrono::duration<double>(*count))) : std::nullopt;
         };
         if (input["fn"] == "os")
@@ -77,7 +72,7 @@ public:
     explicit UpdateWorld(const Json& start) {
         settings_.updaterAutoCheckEnabled.set(start["auto"]);
         if (!start["lastChecked"].is_null()) settings_.updaterLastCheckedAt.set(at(start["lastChecked"]));
-        settings_.updaterSkippedVersion.set(optionally<std::string>(start["skipped"]));
+        settings_.updaterSkippedVersion.set(vectors::optional<std::string>(start["skipped"]));
         if (const Json& cached = start["cached"]; !cached.is_null()) {
             const std::string text =
                 cached.is_array() ? encodeRemoteVersion(record(cached)) : cached.get<std::string>();

@@ -9,17 +9,9 @@
 namespace morvel {
 
 using vectors::Json;
+using vectors::optional;
 
 namespace {
-
-template <class T>
-std::optional<T> optional(const Json& json) {
-    return json.is_null() ? std::nullopt : std::optional(json.get<T>());
-}
-
-Rect<AXSpace> rect(const Json& r) {
-    return {r[0], r[1], r[2], r[3]};
-}
 
 WindowSnapshot snapshotOf(WindowID id, const Json& r) {
     WindowSnapshot s;
@@ -29,7 +21,7 @@ WindowSnapshot snapshotOf(WindowID id, const Json& r) {
     s.bundleID = optional<std::string>(r[2]);
     s.appName = r[3];
     s.title = r[4];
-    s.frame = rect(r[5]);
+    s.frame = vectors::rect<AXSpace>(r[5]);
     s.isFullscreen = r[6];
     s.isWindowless = r[7];
     return s;
@@ -41,7 +33,7 @@ Json record(const WindowSnapshot& s) {
             s.bundleID ? Json(*s.bundleID) : Json(),
             s.appName,
             s.title,
-            {s.frame.x, s.frame.y, s.frame.width, s.frame.height},
+            vectors::json(s.frame),
             s.isFullscreen,
             s.isWindowless};
 }
@@ -65,7 +57,7 @@ private:
         if (kind == "added") return event::Added{snapshotOf(id(e[1]), e[2])};
         if (kind == "removed") return event::Removed{id(e[1])};
         if (kind == "title") return event::TitleChanged{id(e[1]), e[2]};
-        if (kind == "frame") return event::FrameChanged{id(e[1]), rect(e[2])};
+        if (kind == "frame") return event::FrameChanged{id(e[1]), vectors::rect<AXSpace>(e[2])};
         if (kind == "fs") return event::FullscreenChanged{id(e[1]), e[2]};
         if (kind == "focused") return event::Focused{e[1].is_null() ? std::nullopt : std::optional(id(e[1]))};
         if (kind == "terminated") return event::AppTerminated{ProcessID(e[1])};
