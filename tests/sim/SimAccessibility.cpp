@@ -114,13 +114,6 @@ void SimAccessibility::notify(ElementID id, std::string_view name) {
     }
 }
 
-bool SimAccessibility::hasObserver(ProcessID pid) const {
-    return std::ranges::any_of(observers_, [pid](const auto& weak) {
-        const auto observer = weak.lock();
-        return observer && observer->pid == pid;
-    });
-}
-
 size_t SimAccessibility::subscriptions(ProcessID pid) const {
     size_t count = 0;
     for (const auto& weak : observers_)

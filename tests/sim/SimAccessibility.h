@@ -60,7 +60,6 @@ public:
 
     /// Sends the notice in a later turn to every subscription that covers it: the element's own and its application's.
     void notify(ElementID id, std::string_view name);
-    bool hasObserver(ProcessID pid) const;
     /// Subscriptions that are in force for the process, on any of its elements.
     size_t subscriptions(ProcessID pid) const;
 

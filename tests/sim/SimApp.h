@@ -25,7 +25,6 @@ public:
     bool isFrontmost() const;
     /// Every window that it ever opened, in that order.
     const std::vector<std::unique_ptr<SimWindow>>& windows() const { return windows_; }
-    SimWindow* focusedWindow() const { return focused_; }
 
     // --- What its user and its own code do ---
     SimWindow& open(const WindowSpec& spec = {});

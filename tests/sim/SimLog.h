@@ -1,7 +1,6 @@
 // A log that keeps its lines.
 #pragma once
 
-#include <algorithm>
 #include <string>
 #include <vector>
 
@@ -16,10 +15,6 @@ public:
         if (wantsDebug) debugs.emplace_back(line);
     }
     bool isDebugWanted() const override { return wantsDebug; }
-
-    long countDebugsWith(std::string_view part) const {
-        return std::ranges::count_if(debugs, [&](const std::string& line) { return line.find(part) != line.npos; });
-    }
 
     bool wantsDebug = false;
     std::vector<std::string> errors;

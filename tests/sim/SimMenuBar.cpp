@@ -36,11 +36,7 @@ void SimMenuBar::setItems(SimApp& owner, const std::vector<double>& widths, Poin
     setBar(owner.pid(), ax::kExtrasMenuBar, frames);
 }
 
-void SimMenuBar::showBar(const Rect<AXSpace>& frame) {
-    list(ProcessID{1}, kMenuLevel, frame);
-}
-
-void SimMenuBar::list(std::optional<ProcessID> owner, int layer, const Rect<AXSpace>& frame) {
+void SimMenuBar::list(ProcessID owner, int layer, const Rect<AXSpace>& frame) {
     desktop_.windowServer().windows.push_back({.number = WindowNumber{++lastNumber_},
                                                .owner = owner,
                                                .layer = layer,
@@ -50,9 +46,8 @@ void SimMenuBar::list(std::optional<ProcessID> owner, int layer, const Rect<AXSp
 }
 
 void SimMenuBar::unlistOwnedBy(ProcessID owner) {
-    std::erase_if(desktop_.windowServer().windows, [owner](const ListedWindow& w) {
-        return w.owner == owner && (w.layer == kStatusLevel || w.layer == kMenuLevel);
-    });
+    std::erase_if(desktop_.windowServer().windows,
+                  [owner](const ListedWindow& w) { return w.owner == owner && w.layer == kStatusLevel; });
 }
 
 int SimMenuBar::questions(ProcessID process) {

@@ -10,7 +10,6 @@ namespace morvel::sim {
 
 class SimMenuBar {
 public:
-    static constexpr int kMenuLevel = 24;
     static constexpr int kStatusLevel = 25;
     static constexpr double kHeight = 24;
 
@@ -26,15 +25,13 @@ public:
     /// end on; `offset` is the room between that end and the first.
     void setItems(SimApp& owner, const std::vector<double>& widths, Point<AXSpace> topRight, double offset = 0);
 
-    /// The window server's own window, over the whole width of a display.
-    void showBar(const Rect<AXSpace>& frame);
-    void list(std::optional<ProcessID> owner, int layer, const Rect<AXSpace>& frame);
     void unlistOwnedBy(ProcessID owner);
 
     /// How often the process was asked for anything since this was last called for it.
     int questions(ProcessID process);
 
 private:
+    void list(ProcessID owner, int layer, const Rect<AXSpace>& frame);
     std::vector<AXElement> elements(ProcessID pid, const std::vector<Rect<AXSpace>>& frames);
     void setBar(ProcessID pid, std::string_view attribute, const std::vector<Rect<AXSpace>>& frames);
 
