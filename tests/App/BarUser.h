@@ -1,8 +1,6 @@
 // A person who does anything at all to the bars, in any order. Only what can be reached is pressed.
 #pragma once
 
-#include <map>
-
 #include "App/DesktopLife.h"
 #include "Bar/Pinned/PinnedOverflowRow.h"
 #include "Launcher/LauncherRow.h"
@@ -18,61 +16,14 @@ public:
     BarUser(BarDesktop& desktop, DesktopLife& life, Chance& chance) : desktop_(desktop), life_(life), chance_(chance) {}
 
     // --- Settings ---
-    template <class E>
-    void setAny(Setting<E>& setting) {
-        setting.set(kRawStrings<E>[static_cast<size_t>(chance_.below(static_cast<int>(kRawStrings<E>.size())))].value);
-    }
     void changeSetting() {
-        SettingsStore& s = desktop_.settings();
-        switch (chance_.below(22)) {
-            case 0:
-                return setAny(s.barEdge);
-            case 1:
-                return s.barHeight.set(chance_.below(100));
-            case 2:
-                return setAny(s.theme);
-            case 3:
-                return s.clampWindows.set(chance_.oneIn(2));
-            case 4:
-                return setAny(s.groupingMode);
-            case 5:
-                return setAny(s.windowButtonWidthMode);
-            case 6:
-                return s.windowButtonCustomWidth.set(chance_.below(500));
-            case 7:
-                return setAny(s.windowSpaceMode);
-            case 8:
-                return setAny(s.windowlessAppsMode);
-            case 9:
-                return setAny(s.windowlessDisplayMode);
-            case 10:
-                return setAny(s.activeButtonStyle);
-            case 11:
-                return setAny(s.accentColorMode);
-            case 12:
-                return s.accentColorCustom.set(chance_.oneIn(2) ? "11223344" : "no colour");
-            case 13:
-                return setAny(s.barBackgroundStyle);
-            case 14:
-                return setAny(s.barBlurIntensity);
-            case 15:
-                return s.showButtonBorders.set(chance_.oneIn(2));
-            case 16:
-                return s.compactAtTop.set(chance_.oneIn(2));
-            case 17:
-                return s.matchMenuBarHeight.set(chance_.oneIn(2));
-            case 18:
-                return s.compactTopCollapsedItemCount.set(chance_.below(20));
-            case 19:
-                return s.pinnedMaxVisible.set(chance_.below(6));
-            case 20:
-                return s.autoHide.set(chance_.oneIn(2));
-            default:
-                return s.windowBlacklist.set(chance_.oneIn(2) ? std::set<std::string>{}
-                                                              : std::set{std::string("com.example.app 1")});
-        }
+        int count = 0;
+        desktop_.settings().forEachChoice([&](auto&) { ++count; });
+        int left = chance_.below(count);
+        desktop_.settings().forEachChoice([&](auto& setting) {
+            if (left-- == 0) setAny(setting);
+        });
     }
-
     /// Brings settings from another machine, which may be anything.
     void importSettings() {
         std::string text = SettingsFile::exported(desktop_.settings());
@@ -108,6 +59,11 @@ public:
         std::vector<ui::View*> roots;
         for (sim::SimPanel* panel : desktop_.toolkit().panels())
             if (desktop_.isSeen(*panel)) roots.push_back(&panel->surface.root());
+        return roots;
+    }
+    std::vector<ui::View*> barsAndList() {
+        std::vector<ui::View*> roots = bars();
+        if (sim::SimPopover* popover = desktop_.toolkit().shownPopover()) roots.push_back(&popover->surface.root());
         return roots;
     }
     /// A strip that waits for the pointer, or a bar, or nothing at all.
@@ -185,10 +141,10 @@ public:
     // --- Pinned items ---
     void changePins() {
         PinnedAppsStore& store = *desktop_.delegate().pinnedStore();
-        const std::string path = "/" + std::to_string(chance_.below(12));
+        const std::string path = anyPath();
         const int what = chance_.below(4);
         if (what == 0) store.pinFolder(path, path);
-        if (what == 1) store.pinApp("com.example.app " + std::to_string(chance_.below(6)), path);
+        if (what == 1) store.pinApp(anyApp(), path);
         if (what == 2) store.move("folder:" + path, chance_.below(12) - 2);
         if (what == 3) store.unpin("folder:" + path);
     }
@@ -197,19 +153,16 @@ public:
         settle();
         desktop_.toolkit().dismissMenu();
         sim::SimDrags& drags = desktop_.toolkit().drags();
-        std::vector<ui::View*> roots = bars();
-        if (sim::SimPopover* popover = desktop_.toolkit().shownPopover()) roots.push_back(&popover->surface.root());
-        ui::View* dragged = reachable<PinnedAppButton>(roots);
-        if (chance_.oneIn(3)) dragged = reachable<PinnedOverflowRow>(roots);
-        if (chance_.oneIn(4)) dragged = reachable<WindowButton>(roots);
-        if (!dragged) {
-            drags.bring(sim::SimPasteboard::ofFile("/" + std::to_string(chance_.below(12))));
-        } else {
+        ui::View* dragged = reachable<PinnedAppButton>(barsAndList());
+        if (chance_.oneIn(3)) dragged = reachable<PinnedOverflowRow>(barsAndList());
+        if (chance_.oneIn(4)) dragged = reachable<WindowButton>(barsAndList());
+        if (dragged) {
             drags.pull(*dragged);
+        } else {
+            drags.bring(sim::SimPasteboard::ofFile(anyPath()));
         }
         for (int i = chance_.below(4); i >= 0; --i) {
-            roots = bars();
-            if (sim::SimPopover* popover = desktop_.toolkit().shownPopover()) roots.push_back(&popover->surface.root());
+            const std::vector<ui::View*> roots = barsAndList();
             ui::View* over = reachable<PinnedAppButton>(roots);
             if (chance_.oneIn(3)) over = reachable<PinnedOverflowRow>(roots);
             if (chance_.oneIn(3)) over = reachable<PinnedOverflowButton>(roots);
@@ -230,6 +183,20 @@ public:
 private:
     void settle() { run({}); }
     void run(Duration time) { life_.run(time); }
+    std::string anyPath() { return "/" + std::to_string(chance_.below(12)); }
+    std::string anyApp() { return "com.example.app " + std::to_string(chance_.below(6)); }
+
+    template <class E>
+    void setAny(Setting<E>& setting) {
+        setting.set(kRawStrings<E>[static_cast<size_t>(chance_.below(static_cast<int>(kRawStrings<E>.size())))].value);
+    }
+    void setAny(Setting<bool>& setting) { setting.set(chance_.oneIn(2)); }
+    void setAny(Setting<int>& setting) { setting.set(chance_.below(20)); }
+    void setAny(Setting<double>& setting) { setting.set(chance_.below(chance_.oneIn(2) ? 100 : 500)); }
+    void setAny(Setting<std::string>& setting) { setting.set(chance_.oneIn(2) ? "11223344" : "no colour"); }
+    void setAny(Setting<std::set<std::string>>& setting) {
+        setting.set(chance_.oneIn(2) ? std::set<std::string>{} : std::set{anyApp()});
+    }
 
     // --- The kinds of controls ---
     void operate(const ui::FormToggle& toggle) { toggle.set(!toggle.isOn()); }
@@ -246,14 +213,12 @@ private:
     void operate(const ui::FormList& list) {
         if (const auto row = chance_.any(list.rows())) list.press(row->id);
     }
-    void operate(const ui::FormEntry& entry) {
-        entry.take(chance_.oneIn(3) ? " " : "com.example.app " + std::to_string(chance_.below(6)));
-    }
+    void operate(const ui::FormEntry& entry) { entry.take(chance_.oneIn(3) ? " " : anyApp()); }
     void operate(const ui::FormText& text) { text.text(); }
     void operate(const ui::FormLink& link) { link.open(); }
     void operate(const ui::FormButton& button) { button.press(); }
     void operate(const ui::FormPathButton& button) {
-        if (button.kind != ui::PathKind::NewFile) button.chosen("/" + std::to_string(chance_.below(12)));
+        if (button.kind != ui::PathKind::NewFile) button.chosen(anyPath());
     }
 
     BarDesktop& desktop_;

@@ -2,7 +2,6 @@
 #pragma once
 
 #include <set>
-#include <tuple>
 
 #include "App/BarDesktop.h"
 #include "App/Chance.h"
@@ -51,20 +50,21 @@ public:
         if (chance_.oneIn(2)) app.activate();
     }
     void quit() {
-        if (sim::SimApp* app = chance_.any(running())) app->quit();
+        withApp([](sim::SimApp& app) { app.quit(); });
     }
     void killSilently() {
-        if (sim::SimApp* app = chance_.any(running())) app->killSilently();
+        withApp([](sim::SimApp& app) { app.killSilently(); });
     }
     void hangOrRecover() {
-        if (sim::SimApp* app = chance_.any(running())) chance_.oneIn(2) ? app->hang() : app->recover();
+        withApp([this](sim::SimApp& app) { chance_.oneIn(2) ? app.hang() : app.recover(); });
     }
     void open() {
         if (sim::SimApp* app = chance_.any(running()); app && countingWindows().size() < 40) openIn(*app);
     }
     void openIn(sim::SimApp& app) {
-        sim::WindowSpec spec{.title = title()};
-        std::tie(spec.x, spec.y, spec.width, spec.height) = place();
+        const Rect<AXSpace> frame = place();
+        sim::WindowSpec spec{
+            .x = frame.x, .y = frame.y, .width = frame.width, .height = frame.height, .title = title()};
         spec.isFullScreen = chance_.oneIn(12);
         const int kind = chance_.below(12);
         if (kind == 0) spec.subrole = "AXSheet";
@@ -76,29 +76,22 @@ public:
         (kind > 2 ? countable_ : uncountable_).insert(&window);
     }
     void close() {
-        if (sim::SimWindow* window = chance_.any(countingWindows())) window->close();
-    }
-    void vanish() {
-        if (sim::SimWindow* window = chance_.any(countingWindows())) window->vanish();
+        withWindow([this](sim::SimWindow& window) { chance_.oneIn(8) ? window.vanish() : window.close(); });
     }
     void retitle() {
-        if (sim::SimWindow* window = chance_.any(countingWindows())) window->setTitle(title());
+        withWindow([this](sim::SimWindow& window) { window.setTitle(title()); });
     }
     void move() {
-        sim::SimWindow* window = chance_.any(countingWindows());
-        if (!window) return;
-        const auto [x, y, width, height] = place();
-        window->setFrame({x, y, width, height});
+        withWindow([this](sim::SimWindow& window) { window.setFrame(place()); });
     }
     void minimizeOrRestore() {
-        if (sim::SimWindow* window = chance_.any(countingWindows()))
-            window->isMinimized() ? window->restore() : window->minimize();
+        withWindow([](sim::SimWindow& window) { window.isMinimized() ? window.restore() : window.minimize(); });
     }
     void fullScreen() {
-        if (sim::SimWindow* window = chance_.any(countingWindows())) window->setFullScreen(chance_.oneIn(2));
+        withWindow([this](sim::SimWindow& window) { window.setFullScreen(chance_.oneIn(2)); });
     }
     void focus() {
-        if (sim::SimWindow* window = chance_.any(countingWindows())) window->focus();
+        withWindow([](sim::SimWindow& window) { window.focus(); });
     }
 
     // --- Displays and Spaces ---
@@ -137,11 +130,9 @@ public:
         desktop_.players().answers[player] = *chance_.anyOf(kAnswers);
     }
     void publishRelease() {
-        static const std::vector<HttpAnswer> kAnswers = {
-            HttpFailure{"The network is down."}, HttpResponse{404, "not found"}, HttpResponse{200, "{"},
-            HttpResponse{200, R"({"version": "2.0.0", "build": "7", "published_at": "2024-05-01T12:00:00Z",
-                "download_url": "https://example.com/d.zip", "release_notes_url": "https://example.com/notes",
-                "minimum_os_version": "13.0"})"}};
+        static const std::vector<HttpAnswer> kAnswers = {HttpFailure{"The network is down."},
+                                                         HttpResponse{404, "not found"}, HttpResponse{200, "{"},
+                                                         sim::release("2.0.0")};
         desktop_.web().answer = *chance_.anyOf(kAnswers);
         desktop_.web().isSilent = chance_.oneIn(4);
         desktop_.delegate().updateController()->checkNow();
@@ -174,13 +165,21 @@ public:
     }
 
 private:
+    template <class Act>
+    void withApp(const Act& act) {
+        if (sim::SimApp* app = chance_.any(running())) act(*app);
+    }
+    template <class Act>
+    void withWindow(const Act& act) {
+        if (sim::SimWindow* window = chance_.any(countingWindows())) act(*window);
+    }
     std::string title() {
         static const std::vector<std::string> kTitles = {
             "", "a", "Inbox", "Résumé — 日本語", "\xFF\xFE broken", "line\nbreak", std::string(5000, 'x'), "Inbox"};
         return *chance_.any(kTitles) + (chance_.oneIn(2) ? std::to_string(chance_.below(100)) : "");
     }
     /// Mostly on a display, at times outside all of them, at times absurd.
-    std::tuple<double, double, double, double> place() {
+    Rect<AXSpace> place() {
         if (chance_.oneIn(30)) return {-1e9, 1e300, 1e12, 5};
         return {chance_.below(3600) - 100.0, chance_.below(1200) - 100.0, 1.0 + chance_.below(900),
                 1.0 + chance_.below(700)};

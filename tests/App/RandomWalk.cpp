@@ -38,12 +38,11 @@ void RandomWalk::step() {
     using Life = DesktopLife;
     using User = BarUser;
     static constexpr std::pair<int, void (Life::*)()> kHappens[] = {
-        {4, &Life::launch},         {2, &Life::quit},           {1, &Life::killSilently},
-        {12, &Life::open},          {8, &Life::close},          {1, &Life::vanish},
-        {10, &Life::retitle},       {12, &Life::move},          {6, &Life::minimizeOrRestore},
-        {4, &Life::fullScreen},     {8, &Life::focus},          {5, &Life::switchSpace},
-        {3, &Life::changeDisplays}, {2, &Life::hangOrRecover},  {1, &Life::lockOrUnlock},
-        {3, &Life::changeTrack},    {1, &Life::publishRelease}, {1, &Life::installOrRemove}};
+        {4, &Life::launch},         {2, &Life::quit},         {1, &Life::killSilently}, {12, &Life::open},
+        {9, &Life::close},          {10, &Life::retitle},     {12, &Life::move},        {6, &Life::minimizeOrRestore},
+        {4, &Life::fullScreen},     {8, &Life::focus},        {5, &Life::switchSpace},  {3, &Life::changeDisplays},
+        {2, &Life::hangOrRecover},  {1, &Life::lockOrUnlock}, {3, &Life::changeTrack},  {1, &Life::publishRelease},
+        {1, &Life::installOrRemove}};
     static constexpr std::pair<int, void (User::*)()> kDoes[] = {
         {8, &User::changeSetting}, {1, &User::importSettings}, {3, &User::useSettingsWindow}, {10, &User::clickButton},
         {6, &User::rightClick},    {8, &User::chooseFromMenu}, {5, &User::usePopover},        {3, &User::pressOutside},

@@ -52,19 +52,15 @@ public:
         if (!found) throw std::runtime_error("nothing of the kind below " + heading);
         return *found;
     }
-    /// All lines of text that are shown.
-    std::vector<std::string> texts() const {
-        std::vector<std::string> texts;
+    /// Whether a line of text that is shown has the part.
+    bool says(const std::string& part) const {
+        bool found = false;
         forEach([&](const ui::FormControl& control, const ui::FormSection&) {
             const auto* text = std::get_if<ui::FormText>(&control.kind);
-            if (text && (!control.isVisible || control.isVisible())) texts.push_back(text->text());
+            const bool isSeen = text && (!control.isVisible || control.isVisible());
+            found = found || (isSeen && text->text().find(part) != std::string::npos);
         });
-        return texts;
-    }
-    bool says(const std::string& part) const {
-        for (const std::string& text : texts())
-            if (text.find(part) != std::string::npos) return true;
-        return false;
+        return found;
     }
 
     static std::string nameOf(const ui::FormControl& control) {

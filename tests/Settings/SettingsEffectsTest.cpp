@@ -1,5 +1,5 @@
-// Every control of the settings window, seen from the desktop: each of its values looks different from the others, and
-// going back to the first brings back what was there.
+// Every control of the settings window: each of its values is stored and seen on the desktop, looks different from the
+// others, and going back to the first brings back what was there.
 #include <map>
 #include <sstream>
 
@@ -140,7 +140,6 @@ struct Scene {
 };
 
 using Scenes = std::vector<Scene>;
-const Scenes kAnywhere = {{}};
 
 template <class T>
 Scene with(Setting<T> SettingsStore::*setting, T value, Scene scene = {}) {
@@ -173,8 +172,14 @@ Scene crowded(Scene scene = {}) {
             scene.look};
 }
 
-/// By label. More than one scene where no single one tells all values apart.
-std::map<std::string, Scenes> scenesOfControls() {
+struct Control {
+    std::string label;
+    std::string key;            ///< of what is stored
+    Scenes scenes = {Scene()};  ///< more than one where no single one tells all values apart
+};
+
+/// In the order of the window.
+std::vector<Control> allControls() {
     using S = SettingsStore;
     const Look checks = [](FullDesktop& desktop) { return desktop.whetherItLooksForReleases(); };
     const Look fileDrag = [](FullDesktop& desktop) { return desktop.focusAfterDrag(sim::SimPasteboard::ofFile("/a")); };
@@ -183,111 +188,131 @@ std::map<std::string, Scenes> scenesOfControls() {
     };
     // The shrunk window stays as it is when the bar shrinks too.
     const Look bars = [](FullDesktop& desktop) { return desktop.bars(); };
+    const Scene unmeasured = with(&S::autoDetectMacOSItemsWidth, false, expandedAtTop());
     return {
-        {"Edge", kAnywhere},
-        {"Show Start button", kAnywhere},
-        {"Show Apple menu button", kAnywhere},
-        {"Start at login", kAnywhere},
-        {"Theme", kAnywhere},
-        {"Bar height", {{.look = bars}}},
-        {"Active button style", kAnywhere},
-        {"Color", kAnywhere},
-        {"Custom color", {with(&S::accentColorMode, AccentColorMode::Custom)}},
-        {"Style", kAnywhere},
-        {"Blur", kAnywhere},
-        {"Show icon in macOS menu bar", kAnywhere},
-        {"Show button borders", kAnywhere},
-        {"Width", {with(&S::windowButtonCustomWidth, 200.0)}},
-        {"Custom width", {with(&S::windowButtonWidthMode, WindowButtonWidthMode::Custom)}},
-        {"Maximum visible on bar", kAnywhere},
-        {"Reserve space for morvel", kAnywhere},
-        {"Mode", {{}, crowded()}},
-        {"Show in morvel", kAnywhere},
+        {"Edge", "barEdge"},
+        {"Show Start button", "showStartButton"},
+        {"Show Apple menu button", "showAppleMenuButton"},
+        {"Start at login", "startAtLogin"},
+        {"Theme", "theme"},
+        {"Bar height", "barHeight", {{.look = bars}}},
+        {"Active button style", "activeButtonStyle"},
+        {"Color", "accentColorMode"},
+        {"Custom color", "accentColorCustom", {with(&S::accentColorMode, AccentColorMode::Custom)}},
+        {"Style", "barBackgroundStyle"},
+        {"Blur", "barBlurIntensity"},
+        {"Show icon in macOS menu bar", "showMenuBarIcon"},
+        {"Show button borders", "showButtonBorders"},
+        {"Width", "windowButtonWidthMode", {with(&S::windowButtonCustomWidth, 200.0)}},
+        {"Custom width", "windowButtonCustomWidth", {with(&S::windowButtonWidthMode, WindowButtonWidthMode::Custom)}},
+        {"Maximum visible on bar", "pinnedMaxVisible"},
+        {"Reserve space for morvel", "clampWindows"},
+        {"Mode", "groupingMode", {{}, crowded()}},
+        {"Show in morvel", "windowlessAppsMode"},
         {"Display as",
+         "windowlessDisplayMode",
          {{}, with(&S::groupingMode, GroupingMode::Always), crowded(with(&S::groupingMode, GroupingMode::Never))}},
-        {"Show windows from", kAnywhere},
-        {"Disable automatic Space switching", kAnywhere},
-        {"Hide bar when cursor is away", kAnywhere},
-        {"Compact mode at top", {atTop()}},
-        {"Match macOS menu bar height", {atTop()}},
-        {"Auto-detect macOS status items width", {expandedAtTop()}},
-        {"Right-side reserved buffer", {with(&S::autoDetectMacOSItemsWidth, false, expandedAtTop())}},
-        {"Items visible when collapsed", {atTop()}},
-        {"Auto-reserve space for app menu titles", {atTop()}},
-        {"Trigger on", {{.look = fileDrag}, {.look = textDrag}}},
-        {"Show Now Playing controls", kAnywhere},
-        {"Hide macOS Dock", kAnywhere},
-        {"Check for updates automatically", {{.look = checks}}},
+        {"Show windows from", "windowSpaceMode"},
+        {"Disable automatic Space switching", "spacesPrefsChangedByUs"},
+        {"Hide bar when cursor is away", "autoHide"},
+        {"Compact mode at top", "compactAtTop", {atTop()}},
+        {"Match macOS menu bar height", "matchMenuBarHeight", {atTop()}},
+        {"Auto-detect macOS status items width", "autoDetectMacOSItemsWidth", {expandedAtTop()}},
+        {"Right-side reserved buffer", "compactTopRightBuffer", {unmeasured}},
+        {"Items visible when collapsed", "compactTopCollapsedItemCount", {atTop()}},
+        {"Auto-reserve space for app menu titles", "autoDetectMacOSMenuWidth", {atTop()}},
+        {"Trigger on", "dragHoverRaiseMode", {{.look = fileDrag}, {.look = textDrag}}},
+        {"Show Now Playing controls", "nowPlayingEnabled"},
+        {"Hide macOS Dock", "dockChangedByUs"},
+        {"Check for updates automatically", "updaterAutoCheckEnabled", {{.look = checks}}},
     };
 }
 
-/// The ways in which the control can be set, the way that it is set in first.
-std::vector<std::function<void()>> waysToSet(const ui::FormControl& control) {
-    std::vector<std::function<void()>> ways;
-    const auto add = [&](auto value, const auto& set) { ways.push_back([value, &set] { set(value); }); };
+/// One way to set a control, and what it stores; nothing where that is told by its key alone.
+struct Way {
+    std::function<void()> set;
+    std::optional<DefaultsValue> stored = {};
+};
+
+/// The way that the control is set in comes first.
+std::vector<Way> waysToSet(const ui::FormControl& control) {
+    std::vector<Way> ways;
     if (const auto* toggle = std::get_if<ui::FormToggle>(&control.kind)) {
-        add(toggle->isOn(), toggle->set);
-        add(!toggle->isOn(), toggle->set);
+        for (const bool on : {toggle->isOn(), !toggle->isOn()})
+            ways.push_back({[=] { toggle->set(on); }, DefaultsValue{on}});
     } else if (const auto* picker = std::get_if<ui::FormPicker>(&control.kind)) {
         for (size_t i = 0; i < picker->titles.size(); ++i)
-            add((picker->selected() + i) % picker->titles.size(), picker->select);
+            ways.push_back({[picker, at = (picker->selected() + i) % picker->titles.size()] {
+                picker->select(at);
+                EXPECT_EQ(picker->selected(), at);
+            }});
     } else if (const auto* slider = std::get_if<ui::FormSlider>(&control.kind)) {
-        for (const double value : {slider->value(), slider->least, slider->greatest}) add(value, slider->set);
+        for (const double value : {slider->value(), slider->least, slider->greatest})
+            ways.push_back({[=] { slider->set(value); }, DefaultsValue{value}});
     } else if (const auto* stepper = std::get_if<ui::FormStepper>(&control.kind)) {
-        for (const int value : {stepper->value(), stepper->least, stepper->greatest}) add(value, stepper->set);
+        for (const int value : {stepper->value(), stepper->least, stepper->greatest})
+            ways.push_back({[=] { stepper->set(value); }, DefaultsValue{int64_t{value}}});
     } else if (const auto* well = std::get_if<ui::FormColorWell>(&control.kind)) {
-        add(well->color(), well->set);
-        add(ui::RGBA{1, 0.5, 0, 1}, well->set);
+        ways.push_back({[=, color = well->color()] { well->set(color); }});
+        ways.push_back({[=] { well->set({1, 0.5, 0, 2}); }, DefaultsValue{std::string("FF8000FF")}});
     }
     return ways;
 }
 
 /// What each way of setting the control looks like in the scene.
-std::vector<std::string> looks(const std::string& label, const Scene& scene) {
+std::vector<std::string> looks(const Control& tried, const Scene& scene) {
+    SCOPED_TRACE(tried.label);
     FullDesktop desktop;
     desktop.open();
     scene.arrange(desktop);
     desktop.run(3s);
-    const ui::FormControl* control = desktop.form().find(label);
-    if (!control || !desktop.form().isShown(label) || !ui::isEnabled(*control)) {
-        ADD_FAILURE() << label << " cannot be used";
+    const ui::FormControl* control = desktop.form().find(tried.label);
+    if (!control || !desktop.form().isShown(tried.label) || !ui::isEnabled(*control)) {
+        ADD_FAILURE() << "it cannot be used";
         return {};
     }
-    std::vector<std::string> seen;
-    const auto ways = waysToSet(*control);
-    const auto use = [&](const std::function<void()>& way) {
-        way();
+    const auto use = [&](const Way& way) {
+        way.set();
         desktop.run(3s);
         return scene.look(desktop);
     };
-    for (const auto& way : ways) seen.push_back(use(way));
-    EXPECT_EQ(use(ways.front()), seen.front()) << label << ": what was there before does not come back";
+    const auto ways = waysToSet(*control);
+    std::vector<std::string> seen;
+    std::vector<std::optional<DefaultsValue>> stored;
+    for (const Way& way : ways) {
+        seen.push_back(use(way));
+        const auto now = desktop.defaults().object(tried.key);
+        EXPECT_TRUE(now && now == way.stored.value_or(*now)) << "it stores something else";
+        EXPECT_EQ(std::ranges::count(stored, now), 0) << "two of its values are stored alike";
+        stored.push_back(now);
+    }
+    EXPECT_EQ(use(ways.front()), seen.front()) << "what was there before does not come back";
     return seen;
 }
 
-TEST(SettingsEffects, EveryValueOfEveryControlIsSeen) {
-    const auto scenes = scenesOfControls();
-    std::vector<std::string> labels;
+TEST(SettingsEffects, EveryValueOfEveryControlIsStoredAndSeen) {
+    const std::vector<Control> controls = allControls();
+    std::vector<std::string> labels, found;
+    for (const Control& control : controls) labels.push_back(control.label);
     {
         FullDesktop desktop;
         desktop.open();
         desktop.form().forEach([&](const ui::FormControl& control, const ui::FormSection&) {
-            if (!control.label.empty()) labels.push_back(control.label);
+            if (!control.label.empty()) found.push_back(control.label);
         });
     }
-    EXPECT_EQ(labels.size(), scenes.size());
-    for (const std::string& label : labels) {
-        ASSERT_TRUE(scenes.contains(label)) << label;
+    EXPECT_EQ(found, labels);
+    for (const Control& control : controls) {
         std::vector<std::string> all;
-        for (const Scene& scene : scenes.at(label)) {
-            const auto seen = looks(label, scene);
+        for (const Scene& scene : control.scenes) {
+            const auto seen = looks(control, scene);
             all.resize(seen.size());
             for (size_t i = 0; i < seen.size(); ++i) all[i] += seen[i];
         }
-        EXPECT_GE(all.size(), 2u) << label;
+        EXPECT_GE(all.size(), 2u) << control.label;
         for (size_t i = 0; i < all.size(); ++i)
             for (size_t j = 0; j < i; ++j)
-                EXPECT_NE(all[i], all[j]) << label << ": values " << j << " and " << i << " look alike";
+                EXPECT_NE(all[i], all[j]) << control.label << ": values " << j << " and " << i << " look alike";
     }
 }
 

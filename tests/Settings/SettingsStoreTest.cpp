@@ -11,36 +11,10 @@ using vectors::Json;
 
 namespace {
 
-// Settings' values in the recorded cases' terms: enumerations as their raw strings, dates as seconds, data as text.
-Json toJson(bool value) {
-    return value;
-}
-Json toJson(int value) {
-    return value;
-}
-Json toJson(double value) {
-    return value;
-}
-Json toJson(const std::string& value) {
-    return value;
-}
-Json toJson(const Date& value) {
-    return value.time_since_epoch().count();
-}
-Json toJson(const Data& value) {
-    return std::string(value.begin(), value.end());
-}
-Json toJson(const std::set<std::string>& value) {
-    return value;
-}
-template <class E>
-requires std::is_enum_v<E> Json toJson(E value) {
-    return rawString(value);
-}
 template <class T>
-Json toJson(const std::optional<T>& value) {
-    return value ? toJson(*value) : Json();
-}
+constexpr bool isOptional = false;
+template <class T>
+constexpr bool isOptional<std::optional<T>> = true;
 
 Date dateOf(const Json& seconds) {
     return Date(std::chrono::duration<double>(seconds.get<double>()));
@@ -49,27 +23,32 @@ Data dataOf(const std::string& text) {
     return Data(text.begin(), text.end());
 }
 
+// Settings' values in the recorded cases' terms: enumerations as their raw strings, dates as seconds, data as text.
 template <class T>
-void read(const Json& json, T& value) {
-    if constexpr (std::is_enum_v<T>) {
-        value = *fromRawString<T>(json.get<std::string>());
-    } else {
-        value = json.get<T>();
-    }
-}
-void read(const Json& json, Date& value) {
-    value = dateOf(json);
-}
-void read(const Json& json, Data& value) {
-    value = dataOf(json);
+Json toJson(const T& value) {
+    if constexpr (isOptional<T>)
+        return value ? toJson(*value) : Json();
+    else if constexpr (std::is_enum_v<T>)
+        return rawString(value);
+    else if constexpr (std::is_same_v<T, Date>)
+        return value.time_since_epoch().count();
+    else if constexpr (std::is_same_v<T, Data>)
+        return std::string(value.begin(), value.end());
+    else
+        return value;
 }
 template <class T>
-void read(const Json& json, std::optional<T>& value) {
-    if (json.is_null()) {
-        value.reset();
-    } else {
-        read(json, value.emplace());
-    }
+T fromJson(const Json& json) {
+    if constexpr (isOptional<T>)
+        return json.is_null() ? T() : fromJson<typename T::value_type>(json);
+    else if constexpr (std::is_enum_v<T>)
+        return vectors::choice<T>(json);
+    else if constexpr (std::is_same_v<T, Date>)
+        return dateOf(json);
+    else if constexpr (std::is_same_v<T, Data>)
+        return dataOf(json);
+    else
+        return json.get<T>();
 }
 
 DefaultsValue untyped(const Json& json) {
@@ -105,12 +84,11 @@ Json describe(const std::optional<DefaultsValue>& stored) {
         for (const DefaultsValue& element : *array) texts.insert(std::get<std::string>(element.value));
         EXPECT_EQ(texts.size(), array->size());
         value = texts;
-    } else if (const auto* whole = std::get_if<int64_t>(&stored->value)) {
-        value = *whole;
     } else {
         std::visit(
-            [&value](const auto& v) {
-                if constexpr (requires { toJson(v); }) value = toJson(v);
+            [&value]<class T>(const T& v) {
+                if constexpr (!std::is_same_v<T, DefaultsArray> && !std::is_same_v<T, DefaultsDictionary>)
+                    value = toJson(v);
             },
             stored->value);
     }
@@ -119,15 +97,10 @@ Json describe(const std::optional<DefaultsValue>& stored) {
 
 template <class Visit>
 void forEachSetting(SettingsStore& s, const Visit& visit) {
-    const auto all = [&visit](auto&... setting) { (visit(setting), ...); };
-    all(s.barEdge, s.barHeight, s.theme, s.clampWindows, s.groupingMode, s.startAtLogin, s.showStartButton,
-        s.showAppleMenuButton, s.autoHide, s.compactAtTop, s.matchMenuBarHeight, s.compactTopRightBuffer,
-        s.autoDetectMacOSItemsWidth, s.compactTopCollapsedItemCount, s.autoDetectMacOSMenuWidth, s.nowPlayingEnabled,
-        s.firstRunCompleted, s.dockChangedByUs, s.spacesPrefsChangedByUs, s.spacesPrefsAsked, s.windowBlacklist,
-        s.showButtonBorders, s.showMenuBarIcon, s.windowButtonWidthMode, s.windowButtonCustomWidth, s.windowSpaceMode,
-        s.windowlessAppsMode, s.windowlessDisplayMode, s.dragHoverRaiseMode, s.activeButtonStyle, s.accentColorMode,
-        s.accentColorCustom, s.barBackgroundStyle, s.barBlurIntensity, s.pinnedMaxVisible, s.updaterAutoCheckEnabled,
-        s.updaterLastCheckedAt, s.updaterSkippedVersion, s.updaterCachedRemote);
+    s.forEachChoice(visit);
+    const auto others = [&visit](auto&... setting) { (visit(setting), ...); };
+    others(s.firstRunCompleted, s.dockChangedByUs, s.spacesPrefsChangedByUs, s.spacesPrefsAsked, s.updaterLastCheckedAt,
+           s.updaterSkippedVersion, s.updaterCachedRemote);
 }
 
 Json allValues(SettingsStore& settings) {
@@ -149,11 +122,9 @@ Json assign(SettingsStore& settings, const sim::FakeDefaults& defaults, const st
     Json published = Json::array();
     forEachSetting(settings, [&](auto& setting) {
         if (setting.key() != key) return;
-        auto typed = setting.value();
-        read(value, typed);
         const Subscription token =
             setting.subscribe([&](const auto& told) { published.push_back(toJson(told)); }, Current::Skip);
-        setting.set(typed);
+        setting.set(fromJson<std::decay_t<decltype(setting.value())>>(value));
     });
     return {{"published", published}, {"stored", describe(defaults.object(key))}};
 }

@@ -5,15 +5,9 @@
 namespace morvel {
 namespace {
 
-std::string document(const std::string& version) {
-    return R"({"version": ")" + version +
-           R"(", "build": "7", "published_at": "2024-05-01T12:00:00Z", "download_url": "https://example.com/d.zip",)" +
-           R"( "release_notes_url": "https://example.com/notes", "minimum_os_version": "13.0"})";
-}
-
 TEST(Updates, AreLookedForAfterTheStartAndOncePerDay) {
     BarDesktop desktop;
-    desktop.web().answer = HttpResponse{200, document("2.0.0")};
+    desktop.web().answer = sim::release("2.0.0");
     desktop.startMorvel();
     desktop.run(4999ms);
     EXPECT_TRUE(desktop.web().requests.empty()) << "the bars come first";
@@ -40,7 +34,7 @@ TEST(Updates, AreLookedForAfterTheStartAndOncePerDay) {
 TEST(Updates, TwoChecksAtATimeEachHaveTheirOutcome) {
     BarDesktop desktop;
     desktop.defaults().set("updaterAutoCheckEnabled", {false});
-    desktop.web().answer = HttpResponse{200, document("0.9.0")};
+    desktop.web().answer = sim::release("0.9.0");
     desktop.startMorvel();
     desktop.run(10s);
     UpdateController& controller = *desktop.delegate().updateController();
@@ -66,7 +60,7 @@ TEST(Updates, TwoChecksAtATimeEachHaveTheirOutcome) {
 TEST(Updates, AFurtherStartReplacesTheTickAndArmsNoFurtherFirstCheck) {
     BarDesktop desktop;
     desktop.defaults().set("updaterSkippedVersion", {std::string("02.0.0")});
-    desktop.web().answer = HttpResponse{200, document("2.0.0")};
+    desktop.web().answer = sim::release("2.0.0");
     desktop.startMorvel();
     UpdateController& controller = *desktop.delegate().updateController();
     desktop.run(3s);
@@ -75,8 +69,7 @@ TEST(Updates, AFurtherStartReplacesTheTickAndArmsNoFurtherFirstCheck) {
     desktop.run(2s);
     EXPECT_EQ(requests.size(), 1U) << "five seconds after the first start";
     EXPECT_TRUE(controller.updateAvailable()) << "skipped is what has the same text";
-    const auto makeDue = [&] { desktop.settings().updaterLastCheckedAt.set(std::nullopt); };
-    makeDue();
+    desktop.settings().updaterLastCheckedAt.set(std::nullopt);  // it is due
     desktop.run(10s);
     controller.start();
     desktop.run(1h - 1ms);
@@ -86,9 +79,8 @@ TEST(Updates, AFurtherStartReplacesTheTickAndArmsNoFurtherFirstCheck) {
 }
 
 TEST(Updates, HostileDocumentsAreErrors) {
-    const std::string good = document("2.0.0");
+    const std::string good = sim::release("2.0.0").body;
     const auto read = [](const std::string& body) { return UpdateChecker::read(HttpResponse{200, body}); };
-    ASSERT_TRUE(std::holds_alternative<RemoteVersion>(read(good)));
     const auto replaced = [&](const std::string& what, const std::string& by) {
         return std::string(good).replace(good.find(what), what.size(), by);
     };

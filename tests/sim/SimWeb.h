@@ -10,6 +10,13 @@
 
 namespace morvel::sim {
 
+/// What the update site answers while this is the newest release.
+inline HttpResponse release(const std::string& version, const std::string& notes = "https://example.com/notes") {
+    return {200, R"({"version": ")" + version + R"(", "build": "7", "published_at": "2024-05-01T12:00:00Z",
+        "download_url": "https://example.com/d.zip", "release_notes_url": ")" +
+                     notes + R"(", "minimum_os_version": "13.0"})"};
+}
+
 class SimWeb : public HttpClient {
 public:
     explicit SimWeb(FakeMainLoop& mainLoop) : mainLoop_(mainLoop) {}
