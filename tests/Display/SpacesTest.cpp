@@ -14,8 +14,8 @@ using vectors::Json;
 
 ManagedSpace spaceOf(const Json& dictionary) {
     const auto number = [&](const char* key) -> std::optional<SpaceID> {
-        if (!dictionary.is_object() || !dictionary.contains(key) || !dictionary[key].is_number_integer()) return {};
-        return SpaceID{dictionary[key].get<uint64_t>()};
+        const Json value = dictionary.is_object() ? dictionary.value(key, Json()) : Json();
+        return value.is_number_integer() ? std::optional(SpaceID{value.get<uint64_t>()}) : std::nullopt;
     };
     ManagedSpace space{.type = {}, .id64 = number("id64"), .managedSpaceID = number("ManagedSpaceID")};
     if (const auto type = number("type")) space.type = static_cast<int64_t>(type->value);
@@ -44,8 +44,8 @@ TEST(Spaces, RecordedSnapshots) {
             desktop.screens().list.push_back({id, "", {}, {}});
         }
         Json result = Json::object();
-        for (const auto& [display, spaces] :
-             SpaceQuery(desktop.windowServer(), desktop.screens()).snapshotByDisplay()) {
+        SpaceQuery query(desktop.windowServer(), desktop.screens());
+        for (const auto& [display, spaces] : query.snapshotByDisplay()) {
             std::set<uint64_t> ids;
             for (const SpaceID id : spaces.spaces) ids.insert(id.value);
             EXPECT_EQ(ids.size(), spaces.spaces.size()) << "each Space once";
@@ -84,18 +84,13 @@ TEST(Spaces, KeepTheServersOrderAndFollowTheSwitch) {
 TEST(Spaces, WindowsAreMovedBetweenThem) {
     Desktop desktop;
     SpaceQuery query(desktop.windowServer(), desktop.screens());
-    const SpaceID first = *desktop.currentSpace(DisplayID{1});
     const SpaceID second = desktop.addSpace(DisplayID{1});
     const WindowNumber window = desktop.launch("Editor").open().number();
     query.add(window, {});
     query.remove(window, {});
     EXPECT_TRUE(desktop.journal().deeds().empty()) << "an empty set asks nothing of the server";
-    query.add(window, {second});
-    EXPECT_EQ(query.spaces(window), (std::set<SpaceID>{first, second}));
-    query.remove(window, {first});
-    EXPECT_EQ(query.spaces(window), (std::set<SpaceID>{second}));
-    query.move(window, first);
-    EXPECT_EQ(query.spaces(window), (std::set<SpaceID>{first}));
+    query.move(window, second);
+    EXPECT_EQ(query.spaces(window), std::set{second});
 }
 
 TEST(Spaces, EverythingIsEmptyWhereTheServerCannotBeAsked) {

@@ -71,6 +71,35 @@ TEST(Observing, LateFirstWindowsAreFoundBySecondLook) {
     desktop.settle();
     EXPECT_TRUE(desktop.find(later));
     EXPECT_EQ(desktop.accessibility().repeatedSubscriptions, 0);
+
+    SimApp& slow = desktop.launch("Slow");
+    slow.refuseSubscriptions(ax::kTitleChanged, 4);
+    SimWindow& renamed = slow.open({.title = "before"});
+    desktop.run(2s);
+    ASSERT_TRUE(desktop.find(renamed));
+    renamed.setTitle("after");
+    desktop.run(2s);
+    EXPECT_EQ(desktop.find(renamed)->title, "after") << "what was refused first is observed in the end";
+}
+
+TEST(Observing, TheMarkIsWhereThePersonWorks) {
+    WatchedDesktop desktop;
+    SimApp& behind = desktop.launch("Behind");
+    behind.open();
+    SimWindow& closing = behind.open();
+    SimWindow& front = desktop.launch("Front").open();
+    desktop.start();
+    closing.focus();
+    desktop.settle();
+    front.focus();
+    desktop.settle();
+    closing.close();
+    desktop.settle();
+    EXPECT_TRUE(desktop.isFocused(front)) << "the other application now has its focus elsewhere, but not the person's";
+    SimWindow& quick = desktop.launch("Quick").open();
+    quick.focus();
+    desktop.settle();
+    EXPECT_TRUE(desktop.isFocused(quick)) << "it had the focus before it was observed";
 }
 
 TEST(Observing, WhatDiesSilentlyIsSweptWithin15Seconds) {
@@ -101,18 +130,21 @@ TEST(Observing, WhatDiesSilentlyIsSweptWithin15Seconds) {
 TEST(Observing, AReusedProcessNumberIsANewApplication) {
     WatchedDesktop desktop;
     SimApp& before = desktop.launch("Before");
-    SimWindow& old = before.open();
+    before.open();
     desktop.start();
     const RunningApplication record = before.record();
     before.killSilently();
     SimApp& after = desktop.launch("After", {.pid = before.pid()});
     SimWindow& fresh = after.open();
     desktop.settle();
-    EXPECT_FALSE(desktop.find(old));
     ASSERT_TRUE(desktop.find(fresh));
-    EXPECT_EQ(desktop.find(fresh)->appName, "After");
     desktop.workspace().terminated.emit(record);
     EXPECT_TRUE(desktop.find(fresh)) << "the late notice is about the one before";
+    EXPECT_EQ(desktop.records(), 1u);
+    after.killSilently();
+    desktop.launch("Helper", {.policy = ActivationPolicy::Accessory, .pid = before.pid()}).open();
+    desktop.run(15s);
+    EXPECT_EQ(desktop.records(), 0u) << "the number lives on in a process that is none of ours";
 }
 
 TEST(Observing, AHungApplicationKeepsItsWindowsAndCostsNobodyTime) {
@@ -233,6 +265,7 @@ TEST(Observing, AStormOfWindowsCostsAFewQuestionsEach) {
     desktop.run(1ms);
     EXPECT_EQ(publications, kWindows);
     for (const auto& window : app.windows()) window->close();
+    for (int i = 0; i < kWindows; ++i) app.open().close();  // gone before they are asked
     desktop.settle();
     EXPECT_EQ(desktop.records(), 1u);
     EXPECT_TRUE(desktop.isWindowless(app));
