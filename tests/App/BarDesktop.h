@@ -36,8 +36,10 @@ public:
     AppDelegate& delegate() { return *delegate_; }
     SettingsStore& settings() { return *delegate_->settings(); }
 
+    // --- Looking: what was posted is done by then, since eyes are slower than the main loop ---
     /// The bar's view on the display at this place in the list of screens.
     ui::View& bar(size_t screen = 0) {
+        settle();
         const DisplayID display = screens().screens().at(screen).displayID.value();
         return delegate_->displayManager()->controllers().at(display)->view();
     }
@@ -57,6 +59,13 @@ public:
             for (Button* button : all<Button>(*child)) found.push_back(button);
         return found;
     }
+    /// The views of a kind in the popover that is shown; none without one.
+    template <class Row>
+    std::vector<Row*> listed() {
+        settle();
+        sim::SimPopover* popover = toolkit().shownPopover();
+        return popover ? all<Row>(popover->surface.root()) : std::vector<Row*>{};
+    }
     /// From the leading end, as the eye reads them: dimmed tiles in brackets, the active one with a star, a group with
     /// its number of windows.
     std::string strip(size_t screen = 0) {
@@ -69,6 +78,12 @@ public:
                 button->snapshot().isWindowless ? " [" + label + "]" : " " + label + (button->isActive() ? "*" : "");
         }
         return text.empty() ? "" : text.substr(1);
+    }
+    /// Starts an application with a window of each title.
+    sim::SimApp& open(const std::string& app, const std::vector<std::string>& titles) {
+        sim::SimApp& started = launch(app);
+        for (const std::string& title : titles) started.open({.title = title});
+        return started;
     }
     WindowButton& button(const std::string& label, size_t screen = 0) {
         for (WindowButton* button : all<WindowButton>(bar(screen)))

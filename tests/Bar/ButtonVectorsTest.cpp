@@ -1,5 +1,4 @@
 // The recorded answers for the buttons' pure decisions.
-#include "Bar/ButtonWorld.h"
 #include "Bar/Buttons/AppIconView.h"
 #include "Bar/Buttons/ButtonAppearance.h"
 #include "Bar/Buttons/ButtonGeometry.h"
@@ -8,6 +7,8 @@
 #include "Bar/Buttons/WindowMenus.h"
 #include "Bar/Pinned/PinnedItemContextMenu.h"
 #include "Vectors.h"
+#include "sim/FakeMainLoop.h"
+#include "sim/SimIcons.h"
 
 namespace morvel {
 namespace {
@@ -34,9 +35,9 @@ Json windowLook(const Json& input) {
     const WindowButtonState state{.isActive = input["active"],
                                   .isHovered = input["hovered"],
                                   .hasBorders = input["borders"],
-                                  .style = *fromRawString<ActiveButtonStyle>(input["style"].get<std::string>()),
+                                  .style = vectors::choice<ActiveButtonStyle>(input["style"]),
                                   .accent = kAccent,
-                                  .barEdge = *fromRawString<MorvelEdge>(input["edge"].get<std::string>())};
+                                  .barEdge = vectors::choice<MorvelEdge>(input["edge"])};
     Json look = bordered(windowButtonAppearance(state));
     look["underline"] = nullptr;
     if (const auto side = activeUnderline(state))
@@ -59,9 +60,8 @@ TEST(ButtonVectors, Appearance) {
 
 TEST(ButtonVectors, Geometry) {
     vectors::walk("button_geometry", [](const Json& input) -> Json {
-        const auto provided =
-            input["provided"].is_null() ? std::nullopt : std::optional<double>(input["provided"].get<double>());
-        const auto required = ButtonGeometry::requiredWidth(input["iconOnly"], provided);
+        const auto required =
+            ButtonGeometry::requiredWidth(input["iconOnly"], vectors::optional<double>(input["provided"]));
         return {{"intrinsic", required ? *required : ButtonGeometry::titleDrivenWidth(input["labelWidth"])},
                 {"constraint", required ? Json(*required) : Json()}};
     });
@@ -124,14 +124,13 @@ TEST(ButtonVectors, ClickOrDrag) {
 
 TEST(ButtonVectors, IconReload) {
     vectors::walk("icon_reload", [](const Json& input) -> Json {
-        sim::ButtonWorld world;
-        AppIconView icon(world.iconCache);
+        sim::FakeMainLoop loop;
+        sim::SimIcons icons;
+        IconCache cache(icons, loop);
+        AppIconView icon(cache);
         Json loads = Json::array();
-        for (const Json& update : input) {
-            std::optional<std::string> bundleID;
-            if (!update[0].is_null()) bundleID = update[0];
-            loads.push_back(icon.show(bundleID, ProcessID{update[1]}));
-        }
+        for (const Json& update : input)
+            loads.push_back(icon.show(vectors::optional<std::string>(update[0]), ProcessID{update[1]}));
         return loads;
     });
 }

@@ -1,4 +1,4 @@
-// When a resting drag raises something, as recorded traces and by a real timer.
+// When a resting drag raises something, as recorded traces.
 #include <gtest/gtest.h>
 
 #include "Bar/Drag/RunningWindowDrag.h"
@@ -37,26 +37,21 @@ struct Hover {
     std::unique_ptr<DragHoverRaiseController> controller = std::make_unique<DragHoverRaiseController>(
         clock, DragHoverActions{
                    .modeProvider = [this] { return mode; },
-                   .raiseWindow =
-                       [this](WindowID id) {
-                           done.push_back({"raise", vectors::number(id)});
-                       },
-                   .activateApp =
-                       [this](ProcessID pid) {
-                           done.push_back({"activate", pid.value});
-                       },
-                   .openGroupPopover =
-                       [this](const std::string& id) {
-                           done.push_back({"openPopover", id});
-                       },
-                   .closeGroupPopover = [this] { done.push_back(Json::array({"closePopover"})); },
-                   .pinReveal = [this] { done.push_back(Json::array({"pin"})); },
-                   .unpinReveal = [this] { done.push_back(Json::array({"unpin"})); },
+                   .raiseWindow = [this](WindowID id) { tell("raise", vectors::number(id)); },
+                   .activateApp = [this](ProcessID pid) { tell("activate", pid.value); },
+                   .openGroupPopover = [this](const std::string& id) { tell("openPopover", id); },
+                   .closeGroupPopover = [this] { tell("closePopover"); },
+                   .pinReveal = [this] { tell("pin"); },
+                   .unpinReveal = [this] { tell("unpin"); },
                });
 
+    template <class... About>
+    void tell(const char* what, const About&... about) {
+        done.push_back(Json::array({what, about...}));
+    }
     void happen(const Json& event) {
         const std::string what = event[0];
-        if (what == "mode") mode = *fromRawString<DragHoverRaiseMode>(event[1].get<std::string>());
+        if (what == "mode") mode = vectors::choice<DragHoverRaiseMode>(event[1]);
         if (what == "exit") controller->dragExited(vectors::windowID(event[1]));
         if (what == "end") controller->dragEnded();
         if (what == "adv") loop.advance(std::chrono::milliseconds(event[1].get<int>()));
@@ -91,22 +86,6 @@ TEST(DragHoverRaise, ABarThatGoesInMidDragLetsGoOfEverything) {
     hover.controller.reset();
     EXPECT_EQ(hover.done, Json::array({Json::array({"closePopover"}), Json::array({"unpin"})}));
     EXPECT_EQ(hover.loop.armedTimers(), 0u);
-}
-
-TEST(DragHoverRaise, TheClockFiresOnceAndForgetsWhatIsCancelled) {
-    sim::FakeMainLoop loop;
-    RunLoopDragHoverClock clock(loop);
-    std::vector<std::string> fired;
-    const auto first = clock.schedule(DragHoverClock::Seconds(0.6), [&] { fired.push_back("first"); });
-    const auto second = clock.schedule(DragHoverClock::Seconds(0.6), [&] { fired.push_back("second"); });
-    EXPECT_NE(first, second);
-    clock.cancel(second);
-    loop.advance(std::chrono::milliseconds(599));
-    EXPECT_TRUE(fired.empty());
-    loop.advance(std::chrono::milliseconds(10000));
-    clock.cancel(first);
-    clock.cancel(DragHoverClock::Token{99});
-    EXPECT_EQ(fired, std::vector<std::string>{"first"});
 }
 
 }  // namespace

@@ -1,20 +1,16 @@
 // A desktop whose bars have pinned items, and words for what is seen and done there.
 #pragma once
 
-#include "App/BarDesktop.h"
-#include "Bar/Drag/DragHighlightView.h"
-#include "Bar/Drag/DragPlaceholderButton.h"
+#include "Bar/DragDesktop.h"
 #include "Bar/Pinned/PinnedOverflowRow.h"
 #include "Pinned/PinnedItemsCoding.h"
-#include "sim/SimDrags.h"
 
 namespace morvel {
 
-class PinnedDesktop : public BarDesktop {
+class PinnedDesktop : public DragDesktop {
 public:
-    using BarDesktop::BarDesktop;
+    using DragDesktop::DragDesktop;
 
-    sim::SimDrags& drags() { return toolkit().drags(); }
     PinnedAppsStore& store() { return *delegate().pinnedStore(); }
     /// Stores a folder for each letter, named by it.
     void remember(const std::string& letters) {
@@ -40,31 +36,16 @@ public:
         throw std::runtime_error("no pin " + name + " among: " + pins(screen));
     }
     PinnedOverflowButton& overflowButton() { return *all<PinnedOverflowButton>(bar()).at(0); }
-    std::vector<PinnedOverflowRow*> rowViews() {
-        sim::SimPopover* popover = toolkit().shownPopover();
-        return popover ? all<PinnedOverflowRow>(popover->surface.root()) : std::vector<PinnedOverflowRow*>{};
-    }
     std::string rows() {
         std::string text;
-        for (const PinnedOverflowRow* row : rowViews()) text += row->pinnedItem().displayName;
+        for (const PinnedOverflowRow* row : listed<PinnedOverflowRow>()) text += row->pinnedItem().displayName;
         return text;
     }
-    PinnedOverflowRow& row(size_t index) { return *rowViews().at(index); }
-    int placeholders(size_t screen = 0) { return int(all<DragPlaceholderButton>(bar(screen)).size()); }
-    bool isHighlighted(size_t screen = 0) {
-        const auto views = all<DragHighlightView>(bar(screen));
-        return !views.empty() && !views[0]->isHidden();
-    }
+    PinnedOverflowRow& row(size_t index) { return *listed<PinnedOverflowRow>().at(index); }
     std::string order() {
         std::string text;
         for (const PinnedItem& item : store().pinnedItems().value()) text += item.displayName;
         return text;
-    }
-    int held = 0;  // how many more times the bar was asked to stay shown than it was let go
-    void countHolds() {
-        auto& view = static_cast<MorvelView&>(bar());
-        view.pinReveal = [this] { ++held; };
-        view.unpinReveal = [this] { --held; };
     }
 };
 

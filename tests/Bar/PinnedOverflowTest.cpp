@@ -30,7 +30,6 @@ TEST(PinnedOverflow, ListsWhatHasNoPlaceAndFollowsIt) {
     EXPECT_EQ(desktop.rows(), "e");
     EXPECT_EQ(desktop.held, 1);
     desktop.settings().pinnedMaxVisible.set(0);
-    desktop.settle();
     EXPECT_EQ(desktop.pins(), "^");
     EXPECT_EQ(desktop.rows(), "abce");
     EXPECT_EQ(desktop.toolkit().shownPopover()->size.height, 4 * PinnedOverflowRow::kHeight);
@@ -89,8 +88,7 @@ TEST(PinnedOverflow, DragsGoIntoTheListOutOfItAndWithinIt) {
     desktop.startMorvel();
     desktop.countHolds();
     desktop.drags().pull(desktop.pin("a"));
-    EXPECT_EQ(desktop.drags().over(desktop.overflowButton()), DragOperation::Move);
-    EXPECT_EQ(desktop.drags().drop(), DragOperation::Move);
+    EXPECT_EQ(desktop.dropOn(desktop.overflowButton()), DragOperation::Move);
     EXPECT_EQ(desktop.order(), "bcdaef") << "the first that has no place";
     desktop.settle();
 
@@ -122,8 +120,7 @@ TEST(PinnedOverflow, DragsGoIntoTheListOutOfItAndWithinIt) {
     EXPECT_EQ(desktop.rows(), "a" + before.substr(1));
     const std::string now = desktop.rows();
     desktop.drags().pull(desktop.row(2));
-    desktop.drags().over(desktop.row(0));
-    desktop.drags().drop();
+    desktop.dropOn(desktop.row(0));
     desktop.run(1s);
     EXPECT_EQ(desktop.rows().size(), 3u);
     EXPECT_NE(desktop.rows(), now);
@@ -154,21 +151,18 @@ TEST(PinnedOverflow, ThousandsOfItemsAreNoBurden) {
     desktop.defaults().values["pinnedApps"] = {*PinnedItemsCoding::encode(items)};
     desktop.startMorvel();
     desktop.click(desktop.overflowButton());
-    ASSERT_EQ(desktop.rowViews().size(), PinnedOverflowList::kMaxRows);
+    ASSERT_EQ(desktop.listed<PinnedOverflowRow>().size(), PinnedOverflowList::kMaxRows);
     EXPECT_EQ(desktop.row(0).pinnedItem().displayName, "3");
     desktop.toolkit().turnWheel(desktop.row(0), 2);
-    desktop.settle();
     EXPECT_EQ(desktop.row(0).pinnedItem().displayName, "6") << "seen in part";
-    EXPECT_EQ(desktop.rowViews().size(), PinnedOverflowList::kMaxRows + 1);
+    EXPECT_EQ(desktop.listed<PinnedOverflowRow>().size(), PinnedOverflowList::kMaxRows + 1);
     desktop.toolkit().turnWheel(desktop.row(1), -2);
     desktop.settle();
     EXPECT_EQ(desktop.icons().loads["file:/14"], 1) << "what comes into sight again is not read again";
     desktop.toolkit().turnWheel(desktop.row(1), 1e9);
-    desktop.settle();
     EXPECT_EQ(desktop.row(11).pinnedItem().displayName, "4999");
     desktop.drags().pull(desktop.row(11));
-    desktop.drags().over(desktop.row(0));
-    desktop.drags().drop();
+    desktop.dropOn(desktop.row(0));
     EXPECT_EQ(desktop.store().pinnedItems().value()[4988].displayName, "4999") << "counted among all of them";
     desktop.toolkit().turnWheel(desktop.row(0), std::numeric_limits<double>::quiet_NaN());
     desktop.toolkit().turnWheel(desktop.row(0), -1e9);

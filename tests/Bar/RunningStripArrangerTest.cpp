@@ -28,12 +28,12 @@ TEST(RunningStripArranger, RecordedRebuilds) {
                 s.appName = w[2];
                 s.title = w[3];
                 s.isWindowless = w[4];
-                if (!w[5].is_null()) s.bundleID = w[5];
+                s.bundleID = vectors::optional<std::string>(w[5]);
                 (s.isWindowless ? windowless : windowed).push_back(s);
             }
-            const auto mode = *fromRawString<GroupingMode>(step[0].get<std::string>());
-            const auto content = arranger.arrange(
-                RunningZoneLayout::decide(RunningZoneLayout::stableSorted(windowed), 1000, 150, mode), windowless);
+            const auto decision = RunningZoneLayout::decide(RunningZoneLayout::stableSorted(windowed), 1000, 150,
+                                                            vectors::choice<GroupingMode>(step[0]));
+            const auto content = arranger.arrange(decision, windowless);
             if (!content.isGrouped) {
                 results.push_back({{"flat", ids(content.buttons)}});
                 continue;

@@ -5,20 +5,16 @@
 
 namespace morvel {
 
+using vectors::choice;
 using vectors::Json;
 namespace zone = RunningZoneLayout;
 
 namespace {
 
-template <class E>
-E choice(const Json& raw) {
-    return *fromRawString<E>(raw.get<std::string>());
-}
-
 WindowSnapshot windowOf(const Json& json) {
     WindowSnapshot s;
     if (json.contains("id")) s.id = *WindowID::parse(json["id"].get<std::string>());
-    if (json.contains("bundle") && !json["bundle"].is_null()) s.bundleID = json["bundle"].get<std::string>();
+    s.bundleID = vectors::optional<std::string>(json.value("bundle", Json()));
     s.appName = json["app"];
     s.title = json["title"];
     s.isWindowless = json.value("wl", false);

@@ -14,10 +14,10 @@ WindowSnapshot snapshot(const Json& r) {
     s.id = vectors::windowID(r["id"]);
     s.pid = ProcessID(r["pid"]);
     if (!r["num"].is_null()) s.cgWindowID = WindowNumber(r["num"]);
-    if (!r["bundle"].is_null()) s.bundleID = r["bundle"];
+    s.bundleID = vectors::optional<std::string>(r["bundle"]);
     s.appName = r["app"];
     s.title = r["title"];
-    s.frame = {r["frame"][0], r["frame"][1], r["frame"][2], r["frame"][3]};
+    s.frame = vectors::rect<AXSpace>(r["frame"]);
     s.isFullscreen = r["fs"];
     s.isWindowless = r["wl"];
     return s;
@@ -25,15 +25,13 @@ WindowSnapshot snapshot(const Json& r) {
 
 ProjectionContext context(const Json& in) {
     ProjectionContext c;
-    for (const Json& screen : in["screens"]) {
-        const Json& f = screen[1];
-        c.screens.push_back({DisplayID(screen[0]), "", {f[0], f[1], f[2], f[3]}, {}});
-    }
+    for (const Json& screen : in["screens"])
+        c.screens.push_back({DisplayID(screen[0]), "", vectors::rect<ScreenSpace>(screen[1]), {}});
     c.mainDisplay = DisplayID(in["mainDisplay"]);
     c.screenID = DisplayID(in["screenID"]);
     if (!in["spaceID"].is_null()) c.spaceID = SpaceID(in["spaceID"]);
-    c.windowSpaceMode = *fromRawString<WindowSpaceMode>(in["windowSpaceMode"].get<std::string>());
-    c.windowlessAppsMode = *fromRawString<WindowlessAppsMode>(in["windowlessAppsMode"].get<std::string>());
+    c.windowSpaceMode = vectors::choice<WindowSpaceMode>(in["windowSpaceMode"]);
+    c.windowlessAppsMode = vectors::choice<WindowlessAppsMode>(in["windowlessAppsMode"]);
     for (const Json& id : in["blacklist"]) c.windowBlacklist.insert(id);
     for (const Json& item : in["pinned"])
         if (item[0] == "app") c.pinnedBundleIDs.insert(item[1]);
@@ -47,15 +45,13 @@ TEST(WindowProjection, RecordedCases) {
             [&](WindowNumber number) {
                 ++asked;
                 std::set<SpaceID> found;
-                const std::string key = std::to_string(number.value);
-                if (in["windowSpaces"].contains(key))
-                    for (const Json& space : in["windowSpaces"][key]) found.insert(SpaceID(space));
+                const Json ids = in["windowSpaces"].value(std::to_string(number.value), Json::array());
+                for (const Json& space : ids) found.insert(SpaceID(space));
                 return found;
             },
             [&](DisplayID display) -> std::optional<SpaceID> {
-                const Json& space = in["firstUserSpace"].value(std::to_string(display.value), Json());
-                if (space.is_null()) return std::nullopt;
-                return SpaceID(space);
+                const Json space = in["firstUserSpace"].value(std::to_string(display.value), Json());
+                return space.is_null() ? std::nullopt : std::optional(SpaceID(space));
             });
         WindowMap windows;
         for (const Json& record : in["records"]) {
@@ -78,11 +74,9 @@ TEST(RunningProjection, RecordedEqualities) {
             for (const Json& record : records) filtered.push_back(snapshot(record));
             ProjectionContext c;
             c.spaceID = SpaceID(settings["spaceID"]);
-            c.windowSpaceMode = *fromRawString<WindowSpaceMode>(settings["windowSpaceMode"].get<std::string>());
-            c.windowlessAppsMode =
-                *fromRawString<WindowlessAppsMode>(settings["windowlessAppsMode"].get<std::string>());
-            return makeRunningProjection(filtered, c,
-                                         *fromRawString<GroupingMode>(settings["groupingMode"].get<std::string>()));
+            c.windowSpaceMode = vectors::choice<WindowSpaceMode>(settings["windowSpaceMode"]);
+            c.windowlessAppsMode = vectors::choice<WindowlessAppsMode>(settings["windowlessAppsMode"]);
+            return makeRunningProjection(filtered, c, vectors::choice<GroupingMode>(settings["groupingMode"]));
         };
         return Json(make(in["a"], in["settingsA"]) == make(in["b"], in["settingsB"]));
     });
@@ -98,16 +92,12 @@ TEST(WindowProjection, OrderDoesNotDependOnTracking) {
     std::vector<std::vector<WindowID>> orders;
     for (size_t buckets : {1u, 7u, 1000u}) {  // another bucket count iterates in another order
         WindowMap windows(buckets);
-        for (uint64_t n = 1; n <= 60; ++n)
-            windows.emplace(vectors::windowID(n), WindowSnapshot{vectors::windowID(n),
-                                                                 ProcessID(1),
-                                                                 {},
-                                                                 {},
-                                                                 "App" + std::to_string(n % 7),
-                                                                 "",
-                                                                 {10, 10, 10, 10},
-                                                                 false,
-                                                                 false});
+        for (uint64_t n = 1; n <= 60; ++n) {
+            WindowSnapshot& window = windows[vectors::windowID(n)];
+            window.id = vectors::windowID(n);
+            window.appName = "App" + std::to_string(n % 7);
+            window.frame = {10, 10, 10, 10};
+        }
         std::vector<WindowID> ids;
         for (const auto& w : windowsOnThisScreen(windows, c, spaces)) ids.push_back(w.id);
         orders.push_back(ids);

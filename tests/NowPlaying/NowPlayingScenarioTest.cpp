@@ -22,9 +22,7 @@ protected:
         desktop.run(500ms);
     }
     NowPlayingPopoverContentView* controls() {
-        sim::SimPopover* popover = desktop.toolkit().shownPopover();
-        if (!popover) return nullptr;
-        const auto found = desktop.all<NowPlayingPopoverContentView>(popover->surface.root());
+        const auto found = desktop.listed<NowPlayingPopoverContentView>();
         return found.empty() ? nullptr : found.front();
     }
 
@@ -49,7 +47,6 @@ TEST_F(NowPlaying, ThePlayersButtonsAreBadgedOnEveryBar) {
     EXPECT_TRUE(isBadged("Library") && isBadged("Second")) << "each of its windows, also those that are new";
 
     desktop.settings().groupingMode.set(RunningZoneLayout::Mode::Always);
-    desktop.settle();
     EXPECT_TRUE(desktop.group("Music").isNowPlaying());
 }
 
@@ -62,7 +59,6 @@ TEST_F(NowPlaying, TheControlsFollowTheTrackAndSendCommands) {
     EXPECT_EQ(controls()->titleLabel().text(), "Blue");
     EXPECT_EQ(controls()->artistLabel().text(), "Ann");
     EXPECT_EQ(controls()->toggleButton().accessibilityLabel(), "Pause");
-    desktop.settle();
     EXPECT_TRUE(sim::imageName(controls()->artworkView().image()).find(kMusicID) != std::string::npos);
 
     desktop.players().onCommand = [&](const std::string&) { desktop.players().answers["Music"] = "paused||Green||"; };
@@ -112,7 +108,6 @@ TEST_F(NowPlaying, AnyPressElsewhereClosesTheControls) {
     EXPECT_FALSE(isBadged("Library")) << "switched off";
     const auto asked = desktop.players().queries["Music"];
     desktop.settings().nowPlayingEnabled.set(true);
-    desktop.settle();
     EXPECT_TRUE(isBadged("Library"));
     EXPECT_EQ(desktop.players().queries["Music"], asked + 1);
 }
@@ -125,10 +120,8 @@ TEST_F(NowPlaying, TheControlsGoWithTheirButton) {
     hover(desktop.button("Library"));
     ASSERT_TRUE(controls());
     second.close();
-    desktop.settle();
     EXPECT_TRUE(controls()) << "they have moved away from it";
     desktop.settings().groupingMode.set(RunningZoneLayout::Mode::Always);
-    desktop.settle();
     EXPECT_FALSE(controls());
 }
 

@@ -1,10 +1,11 @@
 // The recorded scripts, answers and traces of what is playing.
-#include "Bar/ButtonWorld.h"
-#include "Bar/Buttons/GroupedAppButton.h"
 #include "Bar/Buttons/WindowButton.h"
 #include "NowPlaying/NowPlayingStore.h"
 #include "NowPlaying/PlayerScripts.h"
 #include "Vectors.h"
+#include "sim/FakeMainLoop.h"
+#include "sim/SimIcons.h"
+#include "sim/SimToolkit.h"
 
 namespace morvel {
 namespace {
@@ -35,9 +36,7 @@ TEST(NowPlayingVectors, Answers) {
             const auto chosen = choosePlayer(result("spotify"), result("music"));
             return chosen ? Json(chosen->bundleID) : Json();
         }
-        std::optional<std::string> text;
-        if (!input["text"].is_null()) text = input["text"];
-        const auto parsed = parsePlayerAnswer("player", text);
+        const auto parsed = parsePlayerAnswer("player", vectors::optional<std::string>(input["text"]));
         if (!parsed) return nullptr;
         EXPECT_EQ(parsed->bundleID, "player");
         return {{"isPlaying", parsed->isPlaying}, {"title", parsed->title}, {"artist", parsed->artist}};
@@ -108,7 +107,10 @@ TEST(NowPlayingVectors, Store) {
 
 TEST(NowPlayingVectors, BadgeHover) {
     vectors::walk("badge_hover", [](const Json& input) -> Json {
-        sim::ButtonWorld world;
+        sim::FakeMainLoop loop;
+        sim::SimToolkit toolkit(loop);
+        sim::SimIcons icons;
+        IconCache cache(icons, loop);
         std::optional<std::string> player;
         int opened = 0;
         WindowSnapshot window;
@@ -121,21 +123,21 @@ TEST(NowPlayingVectors, BadgeHover) {
         b.accentProvider = [] { return ui::kControlAccentColor; };
         b.barEdgeProvider = [] { return MorvelEdge::Bottom; };
         b.nowPlayingControls = {
-            &world.loop, [&](ui::View&, const std::string& bundleID) { opened += player == bundleID; }, {}};
-        WindowButton button(world.services(), window, false, b);
+            &loop, [&](ui::View&, const std::string& bundleID) { opened += player == bundleID; }, {}};
+        WindowButton button({toolkit, icons, cache}, window, false, b);
         Json steps = Json::array();
         for (const Json& event : input["events"]) {
             opened = 0;
             const std::string what = event[0];
             if (what == "badge") button.setNowPlaying(event[1]);
-            if (what == "state") player = event[1].is_null() ? std::nullopt : std::optional<std::string>(event[1]);
+            if (what == "state") player = vectors::optional<std::string>(event[1]);
             if (what == "enter") button.mouseEntered({});
             if (what == "exit") button.mouseExited();
             if (what == "down") button.mouseDown({ui::MouseButton::Left, {event[1], event[2]}});
             if (what == "drag") button.mouseDragged({ui::MouseButton::Left, {event[1], event[2]}});
             if (what == "up") button.mouseUp({ui::MouseButton::Left, {}});
             if (what == "right") button.rightMouseDown({ui::MouseButton::Right, {}});
-            if (what == "adv") world.loop.advance(std::chrono::milliseconds(event[1].get<int>()));
+            if (what == "adv") loop.advance(std::chrono::milliseconds(event[1].get<int>()));
             steps.push_back(opened);
         }
         return steps;
