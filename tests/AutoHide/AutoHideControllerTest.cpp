@@ -82,6 +82,32 @@ TEST(AutoHide, FollowsTheRecordedTraces) {
     vectors::walk("autohide_traces", trace);
 }
 
+TEST(AutoHide, ASecondPanelMovesWithTheBarAndHoldsIt) {
+    sim::Desktop desktop;
+    sim::SimToolkit& toolkit = desktop.toolkit();
+    const Rect<ScreenSpace> bar{200, 870, 800, 30}, companion{1100, 876, 100, 24};
+    ui::View barContent, companionContent;
+    ui::Panel barPanel(toolkit, {.frame = bar}, barContent);
+    ui::Panel companionPanel(toolkit, {.frame = companion, .kind = ui::PanelKind::Companion}, companionContent);
+    AutoHideController controller({toolkit, desktop.mainLoop(), desktop.screens()}, MorvelEdge::Top,
+                                  {barPanel, [&] { return bar; }},
+                                  AutoHidePanel{companionPanel, [&] { return companion; }});
+    controller.start();
+    EXPECT_EQ(barPanel.frame(), (Rect<ScreenSpace>{200, 900, 800, 30}));
+    EXPECT_EQ(companionPanel.frame(), (Rect<ScreenSpace>{1100, 906, 100, 24})) << "as far as the bar";
+    EXPECT_EQ(toolkit.panels().at(2)->frame, (Rect<ScreenSpace>{200, 898, 800, 2})) << "the strip is the bar's alone";
+    toolkit.moveTo(toolkit.panels().at(2)->surface.root());
+    EXPECT_EQ(companionPanel.frame(), companion);
+    toolkit.moveTo(barContent);
+    toolkit.moveTo(companionContent);
+    desktop.run(std::chrono::seconds(10));
+    EXPECT_TRUE(controller.isShown());
+    toolkit.leave();
+    desktop.run(std::chrono::seconds(1));
+    EXPECT_FALSE(controller.isShown());
+    EXPECT_EQ(companionPanel.frame().y, 906);
+}
+
 TEST(AutoHide, TheStripIsWhereItWasRecorded) {
     vectors::walk("reveal_strip", [](const Json& input) -> Json {
         return vectors::json(

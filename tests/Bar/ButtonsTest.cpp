@@ -176,6 +176,15 @@ TEST(Quitting, IsPoliteForATimeAndNeverEndsTheWrongOne) {
     desktop.launch("Another", {.pid = third.pid()});
     desktop.run(5s);
     EXPECT_EQ(desktop.asked(), Texts{"terminate"}) << "another process got the number";
+
+    auto& bare = desktop.launch("Bare", {.hasBundle = false});
+    desktop.journal().clear();
+    desktop.chooseFrom(desktop.button("Bare"), "Show in Finder");
+    EXPECT_EQ(desktop.journal().texts(), Texts{}) << "it cannot be found";
+    desktop.rightClick(desktop.button("Bare"));
+    bare.killSilently();
+    desktop.choose({"Quit Bare"});
+    EXPECT_EQ(desktop.asked(), Texts{}) << "there is nobody to ask";
 }
 
 TEST(GroupedAppButton, CountsItsWindowsInABadgeThatStaysInside) {
@@ -213,7 +222,10 @@ TEST(GroupedAppButton, OpensOnPressAndQuitsTheProcessThatRuns) {
     desktop.toolkit().pressOutside();
     first.killSilently();  // the bar does not know yet
     desktop.chooseFrom(desktop.group("Mail"), "Pin App to Morvel");
+    second.ignoresQuit = true;
     desktop.chooseFrom(desktop.group("Mail"), "Quit Mail");
+    EXPECT_EQ(desktop.asked(), Texts{"terminate"});
+    desktop.chooseFrom(desktop.group("Mail"), "Force Quit Mail");
     EXPECT_FALSE(second.isRunning());
     EXPECT_TRUE(desktop.delegate().pinnedStore()->isPinnedApp("com.example.mail"));
 }

@@ -110,6 +110,11 @@ TEST(PinnedStrip, FollowsItsSettingsAndKeepsItsButtons) {
     desktop.remember("abc");
     desktop.startMorvel();
     PinnedAppButton& a = desktop.pin("a");
+    desktop.settings().showButtonBorders.set(false);
+    EXPECT_EQ(a.borderWidth(), 0);
+    desktop.settings().accentColorCustom.set("112233FF");
+    desktop.settings().accentColorMode.set(AccentColorMode::Custom);
+    EXPECT_EQ(a.runningDot().background(), ui::customColor({0x11 / 255.0, 0x22 / 255.0, 0x33 / 255.0, 1}));
     desktop.toolkit().moveTo(a);
     const ui::Color hovered = a.background();
     desktop.settings().pinnedMaxVisible.set(1);

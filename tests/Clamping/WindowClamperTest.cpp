@@ -34,6 +34,7 @@ public:
     }
     sim::SimApp& editor() { return *app_; }
     SettingsStore& settings() { return settings_; }
+    ClampingBlacklist& blacklist() { return blacklist_; }
 
     bool isButtonHeld = false;
 
@@ -118,6 +119,16 @@ TEST(ReserveSpace, WaitsWhileAButtonIsHeldOrNobodyIsThere) {
     desktop.run(100ms);
     EXPECT_EQ(window.frame(), (Frame{100, 549, 600, 307}));
     EXPECT_EQ(desktop.mainLoop().armedTimers(), timersAtRest);
+
+    desktop.isButtonHeld = true;
+    desktop.blacklist().add("com.example.editor");
+    desktop.run(1s);
+    EXPECT_EQ(desktop.frameWrites(window), 1);
+    desktop.isButtonHeld = false;
+    desktop.run(100ms);
+    EXPECT_EQ(window.height(), 400) << "given back once the button is released";
+    desktop.blacklist().remove("com.example.editor");
+    desktop.run({});
 
     desktop.workspace().sessionActive = false;
     window.setFrame(kTall);

@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "UI/EventRouter.h"
+#include "UI/ImageButton.h"
 #include "UI/StackView.h"
 
 namespace morvel::ui {
@@ -253,6 +254,23 @@ TEST_F(ViewTest, HandlersMayDestroyViews) {
     EXPECT_EQ(takeLog(), Log{"outer exit"});
     EXPECT_TRUE(router_.hovered().empty());
     EXPECT_TRUE(root_.subviews().empty());
+}
+
+TEST_F(ViewTest, AnImageButtonIsClickedWhereItIsReleasedAndMayGoWithTheClick) {
+    auto button = std::make_unique<ImageButton>();
+    int clicks = 0;
+    button->onClick = [&] {
+        ++clicks;
+        button.reset();
+    };
+    root_.addSubview(*button);
+    button->setFrame({0, 0, 10, 10});
+    for (const double x : {50, 5}) {
+        EXPECT_EQ(clicks, 0) << "released elsewhere";
+        router_.buttonPressed({MouseButton::Left, {5, 5}});
+        router_.buttonReleased({MouseButton::Left, {x, 5}});
+    }
+    EXPECT_EQ(clicks, 1);
 }
 
 }  // namespace morvel::ui
