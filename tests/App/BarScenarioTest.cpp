@@ -13,6 +13,8 @@ TEST(Bar, FollowsTheWindowsOfADay) {
 
     auto& mail = desktop.launch("Mail");
     EXPECT_EQ(desktop.strip(), "Notes [Mail]") << "a running application without windows is a dimmed tile";
+    EXPECT_EQ(desktop.button("Mail").alpha(), 0.6);
+    EXPECT_EQ(desktop.button("Mail").tooltip(), "Mail — no window open");
     auto& inbox = mail.open({.title = "Inbox"});
     inbox.focus();
     EXPECT_EQ(desktop.strip(), "Notes Inbox*") << "its first window takes over the tile's place";

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "Bar/Buttons/ButtonTexts.h"
 #include "Bar/Drag/DragPlaceholderButton.h"
 #include "Pinned/PinnedOverflowSlicing.h"
 #include "Platform/AXNames.h"
@@ -128,8 +129,10 @@ std::multiset<WindowID> DesktopCheck::shownOn(ui::View& bar) {
     };
     for (const WindowButton* button : desktop_.all<WindowButton>(bar)) {
         expectCurrent(button->snapshot());
-        const std::string& title = button->snapshot().title;
-        EXPECT_EQ(button->titleLabel().text(), title.empty() ? button->snapshot().appName : title);
+        const ButtonTexts texts = buttonTexts(button->snapshot());
+        EXPECT_EQ(button->titleLabel().text(), texts.label);
+        EXPECT_EQ(button->tooltip(), texts.tooltip);
+        EXPECT_EQ(button->alpha(), texts.alpha) << texts.label;
         shown.insert(button->snapshot().id);
     }
     for (const GroupedAppButton* group : desktop_.all<GroupedAppButton>(bar)) {
