@@ -109,18 +109,6 @@ Box Assistant::extentsOf(const AccessibleObject& object) {
     return box;
 }
 
-std::vector<std::string> Assistant::actionsOf(const AccessibleObject& object) {
-    std::vector<std::string> names;
-    const Variant answer = ask(object, "Action", "GetActions");
-    if (!answer) return names;
-    GVariantIter* each = nullptr;
-    const char* name = nullptr;
-    g_variant_get(answer.get(), "(a(sss))", &each);
-    while (g_variant_iter_next(each, "(&s&s&s)", &name, nullptr, nullptr)) names.emplace_back(name);
-    g_variant_iter_free(each);
-    return names;
-}
-
 bool Assistant::press(const AccessibleObject& object) {
     const Variant answer = ask(object, "Action", "DoAction", g_variant_new("(i)", 0));
     gboolean isDone = FALSE;
@@ -129,19 +117,8 @@ bool Assistant::press(const AccessibleObject& object) {
 }
 
 bool Assistant::hasHeard(const AccessibleObject& of, const std::string& event, const std::string& detail) {
-    listen();
     return std::ranges::any_of(
         heard_, [&](const Event& e) { return e.program == of.program && e.kind == event && e.detail == detail; });
-}
-
-void Assistant::forgetWhatWasHeard() {
-    listen();
-    heard_.clear();
-}
-
-void Assistant::listen() {
-    while (g_main_context_iteration(nullptr, FALSE)) {
-    }
 }
 
 }  // namespace morvel::e2e

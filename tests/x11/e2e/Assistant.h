@@ -35,14 +35,12 @@ public:
     bool hasState(const AccessibleObject& object, unsigned state);
     /// On the screen. Empty: it has no place.
     Box extentsOf(const AccessibleObject& object);
-    /// The names of its actions.
-    std::vector<std::string> actionsOf(const AccessibleObject& object);
     /// Whether the first action was done.
     bool press(const AccessibleObject& object);
 
     /// Whether the program of the object told of such an event with this detail: "ChildrenChanged" "add", for instance.
     bool hasHeard(const AccessibleObject& of, const std::string& event, const std::string& detail);
-    void forgetWhatWasHeard();
+    void forgetWhatWasHeard() { heard_.clear(); }
     /// The accessibility bus has ended.
     bool isCutOff() const { return g_dbus_connection_is_closed(bus_.get()); }
 
@@ -55,7 +53,6 @@ private:
         std::string detail;
     };
 
-    void listen();
     Variant ask(const AccessibleObject& object, const std::string& interface, const std::string& method,
                 GVariant* arguments = nullptr);
     std::string text(const AccessibleObject& object, const char* property);

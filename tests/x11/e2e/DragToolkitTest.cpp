@@ -106,13 +106,18 @@ protected:
         return XCB_NONE;
     }
     void pressLeftAndMoveTo(Spot spot) {
+        left_.told.clear();
         pointer_.moveTo(kLeft);
         pointer_.press();
         turn();
-        pointer_.moveTo({kLeft.x + 8, kLeft.y});
-        turn();
-        pointer_.moveTo(spot);
-        turn();
+        for (const Spot to : {Spot{kLeft.x + 8, kLeft.y}, spot}) {
+            pointer_.moveTo(to);
+            turn();
+        }
+    }
+    /// The drag of the left tile is over and came to this.
+    [[nodiscard]] bool endsWith(const std::string& operation) {
+        return eventually([&] { return !left_.told.empty() && left_.told.back() == operation; });
     }
     /// The peer drags over the right tile and was answered.
     [[nodiscard]] bool hover(DragPeer& peer, const std::vector<std::string>& types) {
@@ -152,16 +157,13 @@ TEST_F(DragToolkit, GoesFromOneWindowOfOursToAnother) {
     pointer_.release();
     EXPECT_TRUE(isTold(right_, {"entered", "dropped left", "ended"}));
     EXPECT_TRUE(isTold(left_, {"entered", "exited", "ended", "over 2"})) << testing::PrintToString(left_.told);
-    pointer_.click(kRight);
-    EXPECT_TRUE(eventually([&] { return right_.told.back() == "clicked"; })) << "the pointer is still held";
-}
 
-TEST_F(DragToolkit, EndsWhereItWasLetGoHoweverFastThatWas) {
+    right_.told.clear();
     pointer_.drag(kLeft, kRight);  // over before the first of it is handled
     EXPECT_TRUE(isTold(right_, {"entered", "dropped left", "ended"})) << testing::PrintToString(right_.told);
     EXPECT_EQ(left_.told.back(), "over 2");
     pointer_.click(kRight);
-    EXPECT_TRUE(eventually([&] { return right_.told.back() == "clicked"; }));
+    EXPECT_TRUE(eventually([&] { return right_.told.back() == "clicked"; })) << "the pointer is still held";
 }
 
 TEST_F(DragToolkit, IsCancelledByEscapeAndByNobodyWantingIt) {
@@ -172,10 +174,9 @@ TEST_F(DragToolkit, IsCancelledByEscapeAndByNobodyWantingIt) {
     pointer_.release();
     turn();
     EXPECT_EQ(right_.told.back(), "ended") << "what follows belongs to no drag";
-    left_.told.clear();
     pressLeftAndMoveTo(kNowhere);
     pointer_.release();
-    EXPECT_TRUE(eventually([&] { return !left_.told.empty() && left_.told.back() == "over 0"; }));
+    EXPECT_TRUE(endsWith("over 0"));
 }
 
 TEST_F(DragToolkit, OutlivesTheWindowsItIsAbout) {
@@ -187,46 +188,43 @@ TEST_F(DragToolkit, OutlivesTheWindowsItIsAbout) {
     leftPanel_.reset();
     turn();
     pointer_.release();
-    EXPECT_TRUE(eventually([&] { return !left_.told.empty() && left_.told.back() == "over 0"; }));
+    EXPECT_TRUE(endsWith("over 0"));
     EXPECT_EQ(right_.told, Told{"entered"}) << "it is shown no more, so nobody speaks to it";
 }
 
-TEST_F(DragToolkit, ReachesOtherPrograms) {
+TEST_F(DragToolkit, ReachesOtherProgramsAndDoesNotWaitForThem) {
     DragPeer peer(server_, desktop_, {450, 200, 200, 200});
+    pressLeftAndMoveTo(kNowhere);
+    pointer_.release();
+    EXPECT_TRUE(endsWith("over 0")) << "it does not want it";
+    EXPECT_EQ(peer.count("XdndDrop"), 0U);
+
     peer.accept(kType);
     pressLeftAndMoveTo(kNowhere);
-    ASSERT_TRUE(eventually([&] { return peer.count("XdndPosition") > 0; }));
-    EXPECT_EQ(peer.last("XdndPosition")->data[2], 500U << 16 | 300U);
+    ASSERT_TRUE(eventually([&] { return peer.count("XdndEnter") == 2; }));
+    EXPECT_TRUE(eventually([&] { return peer.last("XdndPosition")->data[2] == (500U << 16 | 300U); }));
     for (int i = 0; i < 50; ++i) pointer_.moveTo({kNowhere.x + i, kNowhere.y});
     pointer_.release();
     ASSERT_TRUE(eventually([&] { return peer.received().has_value(); }));
     EXPECT_EQ(peer.received(), "left");
     EXPECT_EQ(peer.last("XdndPosition")->data[2], 549U << 16 | 300U) << "dropped where it was let go";
-    EXPECT_EQ(peer.count("XdndEnter"), 1U);
-    EXPECT_TRUE(eventually([&] { return left_.told.back() == "over 2"; }));
+    EXPECT_EQ(peer.count("XdndEnter"), 2U) << "once for each drag";
+    EXPECT_TRUE(endsWith("over 2"));
 
+    const size_t left = peer.count("XdndLeave");
     pressLeftAndMoveTo(kNowhere);
     pointer_.moveTo(kLeft);
-    EXPECT_TRUE(eventually([&] { return peer.count("XdndLeave") == 1; })) << "over a window of ours again";
+    EXPECT_TRUE(eventually([&] { return peer.count("XdndLeave") > left; })) << "over a window of ours again";
     pointer_.release();
-    EXPECT_TRUE(eventually([&] { return left_.told.back() == "over 2"; }));
-}
+    EXPECT_TRUE(endsWith("over 2"));
 
-TEST_F(DragToolkit, DoesNotWaitForOtherPrograms) {
-    DragPeer peer(server_, desktop_, {450, 200, 200, 200});
-    pressLeftAndMoveTo(kNowhere);
-    pointer_.release();
-    EXPECT_TRUE(eventually([&] { return left_.told.back() == "over 0"; })) << "it does not want it";
-    EXPECT_EQ(peer.count("XdndDrop"), 0U);
-
-    left_.told.clear();
-    peer.accept(kType);
     peer.fallSilent();
+    const size_t positions = peer.count("XdndPosition");
     pressLeftAndMoveTo(kNowhere);
-    ASSERT_TRUE(eventually([&] { return peer.count("XdndPosition") > 1; }));
+    ASSERT_TRUE(eventually([&] { return peer.count("XdndPosition") > positions; }));
     pointer_.release();
-    EXPECT_TRUE(eventually([&] { return left_.told.back() == "over 0"; })) << "it never answers";
-    EXPECT_EQ(peer.count("XdndDrop"), 0U);
+    EXPECT_TRUE(endsWith("over 0")) << "it never answers";
+    EXPECT_EQ(peer.count("XdndDrop"), 1U);
 }
 
 TEST_F(DragToolkit, TakesFilesOfOtherPrograms) {

@@ -4,22 +4,20 @@
 #include <gio/gio.h>
 
 #include <map>
-#include <mutex>
 #include <string>
-#include <thread>
 #include <vector>
 
 #include "SessionBus.h"
 
 namespace morvel::e2e {
 
-/// Lives on a thread of its own. Any thread may call.
+/// Answers while the harness waits.
 class FakePlayer {
 public:
     enum class Manner { Answers, IsSilent };
 
     /// `name` is the last part of its name on the bus. Throws std::runtime_error when it cannot be there.
-    FakePlayer(const SessionBus& session, const std::string& name, Manner manner = Manner::Answers);
+    FakePlayer(SessionBus& session, const std::string& name, Manner manner = Manner::Answers);
     ~FakePlayer();
     FakePlayer(const FakePlayer&) = delete;
     FakePlayer& operator=(const FakePlayer&) = delete;
@@ -31,7 +29,7 @@ public:
     void play(const std::string& title, const std::string& artist, const std::string& artUrl = "");
 
     /// The names of the methods that were called, in order, without the questions for properties.
-    std::vector<std::string> calls() const;
+    const std::vector<std::string>& calls() const { return calls_; }
 
 private:
     static constexpr const char* kRoot = "org.mpris.MediaPlayer2";
@@ -42,12 +40,9 @@ private:
     void called(const char* interface, const char* method, GDBusMethodInvocation* invocation);
     Variant properties(const std::string& interface) const;
 
+    SessionBus& session_;  // outlives us
     const Manner manner_;
-    GMainContext* context_;
-    GMainLoop* loop_;
     BusConnection bus_;
-    std::thread thread_;
-    mutable std::mutex mutex_;  // guards what follows
     std::map<std::string, std::map<std::string, Variant>> properties_;
     std::vector<std::string> calls_;
 };

@@ -26,10 +26,12 @@ Variant callMethod(const BusConnection& bus, const BusMethod& method, GVariant* 
 }
 
 SessionBus::SessionBus(VirtualDesktop& world)
-    : address_("unix:path=" + (world.server.home() / "runtime/session-bus").string()),
+    : desktop_(world.desktop),
+      address_("unix:path=" + (world.server.home() / "runtime/session-bus").string()),
       program_(world.run({"dbus-daemon", "--session", "--nofork", "--address=" + address_})) {
     if (!world.desktop.waitUntil([&] { return (connection_ = connectToBus(address_)) != nullptr; }))
         throw std::runtime_error("the session bus does not start");
+    desktop_.attend(*this);
 }
 
 bool SessionBus::hasAccessibility() const {

@@ -38,10 +38,12 @@ struct BusMethod {
 /// The answer, a tuple; null when the call failed. Takes over the arguments, which may be null.
 Variant callMethod(const BusConnection& bus, const BusMethod& method, GVariant* arguments = nullptr);
 
-class SessionBus {
+/// While the harness waits, this process handles what it is told on its buses.
+class SessionBus : public EventSource {
 public:
     /// Throws std::runtime_error when it does not come up.
     explicit SessionBus(VirtualDesktop& world);
+    ~SessionBus() override { desktop_.forget(*this); }
 
     const std::string& address() const { return address_; }
     /// For programs that are to find this bus and may be accessible.
@@ -56,7 +58,13 @@ public:
     /// Ends the bus, and with it the services that it started.
     void kill() { program_.kill(); }
 
+    int descriptor() const override { return -1; }  // GLib has several, so it is asked whenever the harness looks
+    void serve() override {
+        while (g_main_context_iteration(nullptr, FALSE)) continue;
+    }
+
 private:
+    Desktop& desktop_;  // outlives us
     std::string address_;
     Program program_;
     BusConnection connection_;

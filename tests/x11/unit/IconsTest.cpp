@@ -156,6 +156,16 @@ TEST(Symbols, AreTemplatesWithSomethingOnThem) {
         EXPECT_LT(size_t(inked), count) << name;
     }
     EXPECT_EQ(drawSymbol("no.such.symbol", 14), nullptr);
+
+    const auto pointsLeft = [](const char* name) {  // where the middle row has its ink
+        const auto symbol = drawSymbol(name, 14);
+        const int width = symbol->pixelWidth(), middle = symbol->pixelHeight() / 2;
+        const auto* row = reinterpret_cast<const uint32_t*>(cairo_image_surface_get_data(symbol->surface())) +
+                          middle * cairo_image_surface_get_stride(symbol->surface()) / 4;
+        return std::max_element(row, row + width) - row < width / 2;
+    };
+    EXPECT_TRUE(pointsLeft("chevron.left"));
+    EXPECT_FALSE(pointsLeft("chevron.right"));
 }
 
 }  // namespace

@@ -40,20 +40,10 @@ bool isBefore(const BarWindow& a, const BarWindow& b) {
 
 }  // namespace
 
-bool BarView::isButtonFor(std::string_view title) const {
-    return tooltip.ends_with(std::string(kTooltipDash) + std::string(title));
-}
-
-const BarView* BarWindow::labelled(std::string_view label) const {
-    const auto found =
-        std::find_if(views.begin(), views.end(), [&](const BarView& v) { return !v.hidden && v.label == label; });
-    return found == views.end() ? nullptr : &*found;
-}
-
-const BarView* BarWindow::buttonFor(std::string_view title) const {
-    const auto found =
-        std::find_if(views.begin(), views.end(), [&](const BarView& v) { return !v.hidden && v.isButtonFor(title); });
-    return found == views.end() ? nullptr : &*found;
+std::optional<std::string> BarView::windowTitle() const {
+    const auto dash = tooltip.find(kTooltipDash);
+    if (dash == std::string::npos) return std::nullopt;
+    return tooltip.substr(dash + kTooltipDash.size());
 }
 
 Bar::Bar(XServer& server, Desktop& desktop, const std::filesystem::path& program, const Options& options)
@@ -97,10 +87,12 @@ std::vector<BarWindow> Bar::windows() {
     return windows;
 }
 
-std::vector<BarWindow> Bar::panels() {
+std::vector<BarWindow> Bar::panels(std::optional<size_t> index) {
     auto all = windows();
     std::erase_if(all, [](const BarWindow& window) { return !window.isPanel; });
-    return all;
+    if (!index) return all;
+    if (*index >= all.size()) return {};
+    return {all[*index]};
 }
 
 std::vector<BarWindow> Bar::popups() {
@@ -109,46 +101,19 @@ std::vector<BarWindow> Bar::popups() {
     return all;
 }
 
-bool Bar::waitForPanels(size_t count) {
-    return desktop_.waitUntil([&] { return panels().size() == count; });
-}
-
-std::optional<BarView> Bar::button(std::string_view title, std::optional<size_t> panel) {
-    const auto all = panels();
-    for (size_t i = 0; i < all.size(); ++i)
-        if (const auto* view = all[i].buttonFor(title); view && i == panel.value_or(i)) return *view;
-    return std::nullopt;
-}
-
-std::optional<BarView> Bar::group(std::string_view application) {
-    for (const auto& window : panels())
+std::optional<BarView> Bar::find(const std::vector<BarWindow>& windows,
+                                 const std::function<bool(const BarView&)>& isWanted) {
+    for (const auto& window : windows)
         for (const auto& view : window.views)
-            if (!view.hidden && view.tooltip == application) return view;
-    return std::nullopt;
-}
-
-std::optional<BarView> Bar::panelItem(std::string_view label) {
-    for (const auto& window : panels())
-        if (const auto* view = window.labelled(label)) return *view;
-    return std::nullopt;
-}
-
-std::optional<BarView> Bar::popupItem(std::string_view label) {
-    for (const auto& window : popups())
-        if (const auto* view = window.labelled(label)) return *view;
+            if (!view.hidden && isWanted(view)) return view;
     return std::nullopt;
 }
 
 std::vector<std::string> Bar::buttonTitles(std::optional<size_t> panel) {
-    const auto all = panels();
-    std::vector<std::pair<int, std::string>> found;
-    for (size_t i = 0; i < all.size(); ++i) {
-        if (i != panel.value_or(i)) continue;
-        for (const auto& view : all[i].views)
-            if (const auto dash = view.tooltip.find(kTooltipDash); !view.hidden && dash != std::string::npos)
-                found.emplace_back(view.frame.x, view.tooltip.substr(dash + kTooltipDash.size()));
-    }
-    std::stable_sort(found.begin(), found.end(), [](auto& a, auto& b) { return a.first < b.first; });
+    std::multimap<int, std::string> found;
+    for (const auto& window : panels(panel))
+        for (const auto& view : window.views)
+            if (const auto title = view.windowTitle(); title && !view.hidden) found.emplace(view.frame.x, *title);
     std::vector<std::string> titles;
     for (auto& [x, title] : found) titles.push_back(std::move(title));
     return titles;

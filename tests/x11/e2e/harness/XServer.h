@@ -4,7 +4,6 @@
 #include <filesystem>
 #include <string>
 
-#include "harness/Environment.h"
 #include "harness/Program.h"
 
 namespace morvel::e2e {
