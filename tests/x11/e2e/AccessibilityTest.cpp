@@ -49,6 +49,7 @@ TEST_F(ScreenReader, FindsButtonsByNameAndPressesThem) {
     const BarView view = bar->button("Back").value();
     EXPECT_EQ(assistant->extentsOf(found), view.frame);
     EXPECT_EQ(assistant->descriptionOf(found), view.tooltip);
+    EXPECT_EQ(assistant->actionOf(found), "press");
     for (const unsigned state : {Assistant::kSensitive, Assistant::kShowing, Assistant::kVisible})
         EXPECT_TRUE(assistant->hasState(found, state)) << state;
     EXPECT_FALSE(assistant->hasState(found, Assistant::kFocusable)) << "the bar never takes the keyboard";

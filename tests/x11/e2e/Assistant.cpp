@@ -85,11 +85,10 @@ std::optional<AccessibleObject> Assistant::findBelow(const AccessibleObject& top
     return std::nullopt;
 }
 
-std::string Assistant::roleOf(const AccessibleObject& object) {
-    const Variant answer = ask(object, "Accessible", "GetRoleName");
-    const char* role = "";
-    if (answer) g_variant_get(answer.get(), "(&s)", &role);
-    return role;
+std::string Assistant::answer(const Variant& reply) {
+    const char* text = "";
+    if (reply) g_variant_get(reply.get(), "(&s)", &text);
+    return text;
 }
 
 bool Assistant::hasState(const AccessibleObject& object, unsigned state) {

@@ -30,7 +30,10 @@ public:
 
     std::string nameOf(const AccessibleObject& object) { return text(object, "Name"); }
     std::string descriptionOf(const AccessibleObject& object) { return text(object, "Description"); }
-    std::string roleOf(const AccessibleObject& object);
+    std::string roleOf(const AccessibleObject& object) { return answer(ask(object, "Accessible", "GetRoleName")); }
+    std::string actionOf(const AccessibleObject& object) {
+        return answer(ask(object, "Action", "GetLocalizedName", g_variant_new("(i)", 0)));
+    }
     /// By AT-SPI's number of the state.
     bool hasState(const AccessibleObject& object, unsigned state);
     /// On the screen. Empty: it has no place.
@@ -56,6 +59,8 @@ private:
     Variant ask(const AccessibleObject& object, const std::string& interface, const std::string& method,
                 GVariant* arguments = nullptr);
     std::string text(const AccessibleObject& object, const char* property);
+    /// The text of an answer that is one; empty without.
+    static std::string answer(const Variant& reply);
     std::optional<AccessibleObject> findBelow(const AccessibleObject& top, const std::string& role,
                                               const std::string& name);
 

@@ -4,8 +4,8 @@
 
 #include <fstream>
 
-#include "TemporaryFolder.h"
 #include "sim/SimLog.h"
+#include "x11/TemporaryFolder.h"
 
 namespace morvel::x11 {
 namespace {

@@ -4,7 +4,7 @@
 #include "Platform/Linux/Icons/ImageLoading.h"
 #include "Platform/Linux/Icons/RenderedIcons.h"
 #include "Platform/Linux/Icons/Symbols.h"
-#include "x11/unit/TemporaryFolder.h"
+#include "x11/TemporaryFolder.h"
 
 namespace morvel::x11 {
 namespace {

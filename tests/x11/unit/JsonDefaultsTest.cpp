@@ -8,7 +8,7 @@
 
 #include "sim/FakeMainLoop.h"
 #include "sim/SimLog.h"
-#include "x11/unit/TemporaryFolder.h"
+#include "x11/TemporaryFolder.h"
 
 namespace morvel::x11 {
 namespace {

@@ -28,10 +28,10 @@ std::vector<BarView> viewsIn(const std::string& text) {
     return views;
 }
 
-Environment with(Environment environment, const Environment& more) {
-    for (const auto& [name, value] : more) environment[name] = value;
-    environment["MORVEL_INSPECT"] = "1";
-    return environment;
+Environment with(const Environment& usual, Environment more) {
+    more["MORVEL_INSPECT"] = "1";
+    more.insert(usual.begin(), usual.end());
+    return more;
 }
 
 bool isBefore(const BarWindow& a, const BarWindow& b) {
@@ -63,27 +63,18 @@ std::filesystem::path Bar::prepared(XServer& server, const Options& options) {
 std::vector<BarWindow> Bar::windows() {
     auto& connection = desktop_.connection();
     // Panels are managed and so may sit inside a frame; all other windows of the bar are the root's own children.
-    auto candidates = desktop_.clients();
-    const auto top = connection.childrenOf(connection.root());
-    candidates.insert(candidates.end(), top.begin(), top.end());
-
-    const auto property = connection.atom("_MORVEL_VIEWS");
-    std::vector<xcb_get_property_cookie_t> cookies;  // asked all at once: there may be hundreds of windows
-    for (const auto window : candidates)
-        cookies.push_back(xcb_get_property(connection, 0, window, property, XCB_GET_PROPERTY_TYPE_ANY, 0, 1 << 22));
+    const auto managed = desktop_.clients(), top = connection.childrenOf(connection.root());
+    std::set<xcb_window_t> candidates(managed.begin(), managed.end());
+    candidates.insert(top.begin(), top.end());
     std::vector<BarWindow> windows;
-    for (size_t i = 0; i < candidates.size(); ++i) {
-        const Owned<xcb_get_property_reply_t> reply(xcb_get_property_reply(connection, cookies[i], nullptr));
-        if (!reply || reply->type == XCB_NONE || !connection.isViewable(candidates[i])) continue;
-        const auto types = connection.cardinals(candidates[i], "_NET_WM_WINDOW_TYPE");
-        const std::string text(static_cast<const char*>(xcb_get_property_value(reply.get())),
-                               static_cast<size_t>(xcb_get_property_value_length(reply.get())));
-        windows.push_back({candidates[i], desktop_.windowBox(candidates[i]),
-                           !types.empty() && types[0] == connection.atom("_NET_WM_WINDOW_TYPE_DOCK"), viewsIn(text)});
+    for (const auto window : candidates) {
+        const auto views = connection.bytes(window, "_MORVEL_VIEWS");
+        if (!views || !connection.isViewable(window)) continue;
+        const auto types = connection.cardinals(window, "_NET_WM_WINDOW_TYPE");
+        const bool isPanel = !types.empty() && types[0] == connection.atom("_NET_WM_WINDOW_TYPE_DOCK");
+        windows.push_back({window, desktop_.windowBox(window), isPanel, viewsIn(*views)});
     }
-    std::sort(windows.begin(), windows.end(), isBefore);
-    windows.erase(std::unique(windows.begin(), windows.end(), [](auto& a, auto& b) { return a.id == b.id; }),
-                  windows.end());
+    std::ranges::stable_sort(windows, isBefore);
     return windows;
 }
 
