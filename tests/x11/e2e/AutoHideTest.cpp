@@ -72,8 +72,8 @@ TEST_F(AutoHide, ComesToThePointerAtTheEdgeAndGoesWithIt) {
     // The outermost row of pixels is the easiest to hit, and the bar's.
     pointer.rightClick({900, desktop.box().bottom() - 1});
     ASSERT_TRUE(showsInPopup("Morvel Settings…"));
-    pointer.key(kKeyEscape);
-    ASSERT_TRUE(closesPopups());
+    expectHeldUntil("a menu", [&] { pointer.key(kKeyEscape); });
+    reveal();
     clickButton("Whole screen");
     EXPECT_TRUE(becomesMinimized(window));
 
@@ -86,24 +86,9 @@ TEST_F(AutoHide, ComesToThePointerAtTheEdgeAndGoesWithIt) {
     EXPECT_TRUE(becomesHidden()) << "though it was hardly entered";
 }
 
-TEST_F(AutoHide, StaysWhileAMenuOrAListIsOpen) {
+TEST_F(AutoHide, ComesToAFileThatIsDraggedToTheEdgeAndStaysWithAList) {
     auto alpha = runPuppet("Alpha", {"a1", "a2"});
     startHidden(R"("groupingMode": "always")");
-    ASSERT_TRUE(eventually([&] { return bar->group("Alpha").has_value(); }));
-    const auto group = [&] { return bar->group("Alpha")->frame.center(); };
-    reveal();
-    pointer.rightClick(group());
-    ASSERT_TRUE(eventually([&] { return !bar->popups().empty(); }));
-    expectHeldUntil("a menu", [&] { pointer.key(kKeyEscape); });
-
-    reveal();
-    pointer.click(group());
-    ASSERT_TRUE(showsInPopup("a1"));
-    expectHeldUntil("a list", [&] { pointer.click(kMiddle); });
-}
-
-TEST_F(AutoHide, ComesToAFileThatIsDraggedToTheEdge) {
-    startHidden();
     ASSERT_EQ(strips().size(), 1U);
     const xcb_window_t strip = strips().front();
     const xcb_window_t panel = bar->panels().at(0).id;
@@ -122,6 +107,12 @@ TEST_F(AutoHide, ComesToAFileThatIsDraggedToTheEdge) {
     EXPECT_TRUE(isSeen());
     peer.leave(panel);
     EXPECT_TRUE(becomesHidden());
+
+    ASSERT_TRUE(eventually([&] { return bar->group("Alpha").has_value(); }));
+    reveal();
+    pointer.click(bar->group("Alpha").value_or(BarView{}).frame.center());
+    ASSERT_TRUE(showsInPopup("a1"));
+    expectHeldUntil("a list", [&] { pointer.click(kMiddle); });
 }
 
 TEST_F(AutoHide, TheEdgeIsInFrontAgainWheneverWindowsAreRestacked) {
