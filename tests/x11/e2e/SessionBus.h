@@ -41,10 +41,10 @@ struct BusMethod {
 };
 /// The answer, a tuple; null when the call failed. Takes over the arguments, which may be null.
 inline Variant callMethod(const BusConnection& bus, const BusMethod& method, GVariant* arguments = nullptr) {
-    constexpr int kPatience = 5000;  // ms
+    constexpr int kMilliseconds = 5000;
     return Variant(g_dbus_connection_call_sync(bus.get(), method.service.c_str(), method.path.c_str(),
                                                method.interface.c_str(), method.name.c_str(), arguments, nullptr,
-                                               G_DBUS_CALL_FLAGS_NONE, kPatience, nullptr, nullptr));
+                                               G_DBUS_CALL_FLAGS_NONE, kMilliseconds, nullptr, nullptr));
 }
 
 /// While the harness waits, this process handles what it is told on its buses.

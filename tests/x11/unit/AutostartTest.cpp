@@ -15,7 +15,7 @@ TEST(Autostart, ComesAndGoesAndLeavesAloneWhatThePersonChanged) {
     sim::SimLog log;
     constexpr const char* kFile = "autostart/morvel.desktop";
     const std::string file = folder.at(kFile);
-    Autostart item(log, folder.at("").substr(0, folder.at("").size() - 1), "/opt/my bar/mor$vel");
+    Autostart item(log, folder.path().string(), "/opt/my bar/mor$vel");
     item.setRegistered(false);
     EXPECT_EQ(log.errors.size(), 0u) << "it was not there";
     item.setRegistered(true);

@@ -49,7 +49,7 @@ void Client::describe(xcb_window_t id, const ClientWindow& window) {
     };
     setTitle(id, window.title);
     connection_.setBytes(id, "WM_CLASS", "STRING",
-                         window.instance + std::string(1, '\0') + window.className + std::string(1, '\0'));
+                         "testclient" + std::string(1, '\0') + window.className + std::string(1, '\0'));
     if (window.pid) setPid(id, *window.pid);
     connection_.setCardinals(id, "_NET_WM_WINDOW_TYPE", "ATOM", atoms({window.type}));
     if (!window.states.empty()) connection_.setCardinals(id, "_NET_WM_STATE", "ATOM", atoms(window.states));

@@ -15,8 +15,7 @@ namespace morvel::e2e {
 struct ClientWindow {
     std::string title = "Window";
     Box box = {120, 90, 320, 200};
-    std::string instance = "testclient";  // the two words of WM_CLASS
-    std::string className = "TestClient";
+    std::string className = "TestClient";  // the second word of WM_CLASS
     /// What it claims as its process; no value: nothing at all.
     std::optional<uint32_t> pid = static_cast<uint32_t>(getpid());
     std::string type = "_NET_WM_WINDOW_TYPE_NORMAL";
