@@ -122,14 +122,11 @@ void FakeDispatch::raise(int signal) {
 void FakeDispatch::finish() {
     for (const Work& work : std::vector<Work>(work_.begin(), work_.end()))
         if (work.isOfCancelled) run(work);
-    for (const auto& timer : timers_) {
-        (void)timer;
-        runtime().faults().add(FaultKind::Leak, "a dispatch timer was never released");
-    }
-    for (const auto& queue : queues_) {
-        (void)queue;
-        runtime().faults().add(FaultKind::Leak, "a dispatch queue was never released");
-    }
+    const auto reportLeft = [](std::size_t count, const char* what) {
+        for (; count > 0; --count) runtime().faults().add(FaultKind::Leak, std::string(what) + " was never released");
+    };
+    reportLeft(timers_.size(), "a dispatch timer");
+    reportLeft(queues_.size(), "a dispatch queue");
     *this = FakeDispatch();
 }
 

@@ -41,8 +41,8 @@ public:
     /// Calls whoever watches for the signal.
     void raise(int signal);
 
-    /// Ends a test: lets cancelled sources give up what they hold, drops what else waits, reports queues and timers that
-    /// were never released, sets the clock back.
+    /// Ends a test: lets cancelled sources give up what they hold, drops what else waits, reports queues and timers
+    /// that were never released, sets the clock back.
     void finish();
 
     // For the C functions.

@@ -49,7 +49,7 @@ RawClass Runtime::classNamed(const std::string& name) {
     const ClassFact* const fact = facts_.classNamed(name);
     const bool isCoreFoundationType = name.starts_with("__");
     if (!fact && !isCoreFoundationType) {
-        if (!absentClasses_.contains(name)) faults_.add(FaultKind::UnknownClass, "there is no class " + name);
+        faults_.add(FaultKind::UnknownClass, "there is no class " + name);
         return nullptr;
     }
     auto made = std::make_unique<ClassRecord>();
@@ -229,21 +229,16 @@ void Runtime::send(RawObject receiver, RawClass superOf, RawSelector selector, c
     }
 }
 
-void Runtime::checkKnown(const std::string& className, const std::string& key) {
+const std::string& Runtime::checkedKey(const std::string& className, const std::string& key) {
     const bool toClass = key.starts_with('+');
     if (!facts_.understoodBy(className, toClass, toClass ? key.substr(1) : key)) {
         faults_.add(FaultKind::UnknownSelector, "a behaviour for " + className + " " + key + ", which is unknown");
     }
-}
-
-void Runtime::implement(const std::string& className, const std::string& selector, Handler handler) {
-    checkKnown(className, selector);
-    handlers_[className][selector] = std::move(handler);
+    return key;
 }
 
 void Runtime::script(const std::string& className, const std::string& selector, Handler handler) {
-    checkKnown(className, selector);
-    scripts_[className][selector] = std::move(handler);
+    scripts_[className][checkedKey(className, selector)] = std::move(handler);
 }
 
 std::vector<std::string> Runtime::callNames() const {
