@@ -1,6 +1,5 @@
 // The application object: launching, running and quitting as AppKit tells the delegate.
-#include "Application.h"
-
+#include "Events.h"
 #include "FakeDispatch.h"
 #include "Platform/Mac/objc/AutoreleasePool.h"
 #include "Platform/Mac/objc/Block.h"

@@ -1,4 +1,4 @@
-// Acting as the user and AppKit do: pointer events on views, choices from menus.
+// Acting as the user and AppKit do: the application's life, pointer events on views, choices from menus.
 #pragma once
 
 #include <cstdint>
@@ -9,6 +9,9 @@
 #include "SystemObjects.h"
 
 namespace morvel::mac::checked {
+
+/// Until the end of the test, -[NSApplication run] tells the delegate of the launch, runs `script`, and returns.
+void whileRunning(std::function<void()> script);
 
 /// An event at a point of its window, in the window's coordinates.
 Id mouseEvent(std::uint64_t type, CGPoint location, std::int64_t clickCount = 1);

@@ -2,7 +2,6 @@
 #pragma once
 
 #include "App/AppDelegate.h"
-#include "Application.h"
 #include "Drags.h"
 #include "MacDesktop.h"
 #include "Platform/Mac/MacHost.h"

@@ -5,15 +5,21 @@
 namespace morvel::mac::checked {
 namespace {
 
-class HostWindows : public HostStory {};
+/// Two applications run, and a window of the first one is open.
+class HostWindows : public HostStory {
+protected:
+    HostWindows() {
+        mac.launch(42, "Editor");
+        mac.launch(43, "Mail");
+        notes = mac.open(42, "notes.txt", {100, 100});
+    }
+    Id notes;
+};
 
 TEST_F(HostWindows, AreFollowedOverScreensAndSpaces) {
-    mac.launch(42, "Editor");
-    const Id notes = mac.open(42, "notes.txt", {100, 100});
     run([&] {
         EXPECT_EQ(shown(0), Texts{"notes.txt"});
         mac.open(42, "draft.txt", {1600, 100});
-        mac.launch(43, "Mail");
         const Id inbox = mac.open(43, "Inbox", {200, 200});
         wait();
         EXPECT_EQ(shown(0), (Texts{"notes.txt", "Inbox"}));
@@ -49,10 +55,7 @@ TEST_F(HostWindows, AreFollowedOverScreensAndSpaces) {
 }
 
 TEST_F(HostWindows, AreRaisedByAClickAndMinimizedByASecondOne) {
-    mac.launch(42, "Editor");
-    const Id notes = mac.open(42, "notes.txt", {100, 100});
     const Id draft = mac.open(42, "draft.txt", {200, 100});
-    mac.launch(43, "Mail");
     mac.focus(mac.open(43, "Inbox", {200, 200}));
     run([&] {
         accessibility().log.clear();
@@ -74,9 +77,6 @@ TEST_F(HostWindows, AreRaisedByAClickAndMinimizedByASecondOne) {
 }
 
 TEST_F(HostWindows, AreRaisedByAFileThatRestsOnTheirButton) {
-    mac.launch(42, "Editor");
-    mac.open(42, "notes.txt", {100, 100});
-    mac.launch(43, "Mail");
     mac.focus(mac.open(43, "Inbox", {200, 200}));
     run([&] {
         DragOver drag(makeFiles({"/tmp/picture.png"}));
@@ -91,8 +91,6 @@ TEST_F(HostWindows, AreRaisedByAFileThatRestsOnTheirButton) {
 }
 
 TEST_F(HostWindows, AndTheBarHaveMenus) {
-    mac.launch(42, "Editor");
-    mac.open(42, "notes.txt", {100, 100});
     bool hasQuit = false;
     run([&] {
         Texts titles;
@@ -117,8 +115,6 @@ TEST_F(HostWindows, AndTheBarHaveMenus) {
 }
 
 TEST_F(HostWindows, OfACrowdedBarAreListedInAPopover) {
-    mac.launch(42, "Editor");
-    mac.launch(43, "Mail");
     Id last;
     for (int i = 0; i < 24; ++i) {
         mac.open(42, "document " + std::to_string(i), {100, 100});
@@ -153,9 +149,6 @@ TEST_F(HostWindows, OfACrowdedBarAreListedInAPopover) {
 }
 
 TEST_F(HostWindows, AreMovedByTheirButtonsWithinABarAndToTheOther) {
-    mac.launch(42, "Editor");
-    mac.open(42, "notes.txt", {100, 100});
-    mac.launch(43, "Mail");
     mac.open(43, "Inbox", {200, 200});
     mac.open(43, "Outbox", {1600, 200});
     run([&] {
@@ -178,13 +171,12 @@ TEST_F(HostWindows, AreMovedByTheirButtonsWithinABarAndToTheOther) {
 }
 
 TEST_F(HostWindows, AreKeptOutOfTheBarsStripAndGivenBack) {
-    mac.launch(42, "Editor");
-    const Id notes = mac.open(42, "notes.txt", {100, 560});  // its lower end is below the screen's
+    const Id low = mac.open(42, "low.txt", {100, 560});  // its lower end is below the screen's
     accessibility().set(accessibility().application(42), "AXEnhancedUserInterface", makeNumber(true));
     run([&] {
-        const auto heightOfNotes = [&] {
+        const auto height = [&] {
             CGSize size{};
-            AXValueGetValue(reinterpret_cast<AXValueRef>(accessibility().value(notes, "AXSize").raw()),
+            AXValueGetValue(reinterpret_cast<AXValueRef>(accessibility().value(low, "AXSize").raw()),
                             kAXValueTypeCGSize, &size);
             return size.height;
         };
@@ -196,22 +188,19 @@ TEST_F(HostWindows, AreKeptOutOfTheBarsStripAndGivenBack) {
             return deeds;
         };
         EXPECT_EQ(written(), oneWrite);
-        EXPECT_EQ(heightOfNotes(), 900 - 44 - 560);
-        accessibility().post(notes, "AXWindowMoved");
-        accessibility().post(notes, "AXWindowResized");
+        EXPECT_EQ(height(), 900 - 44 - 560);
+        accessibility().post(low, "AXWindowMoved");
+        accessibility().post(low, "AXWindowResized");
         wait();
         EXPECT_EQ(written(), Texts{}) << "our own echo";
         settings().clampWindows.set(false);
         wait();
         EXPECT_EQ(written(), oneWrite);
-        EXPECT_EQ(heightOfNotes(), 400);
+        EXPECT_EQ(height(), 400);
     });
 }
 
 TEST_F(HostWindows, OfAnApplicationThatHangsKeepTheirButtonsAndHoldNothingUp) {
-    mac.launch(42, "Editor");
-    mac.open(42, "notes.txt", {100, 100});
-    mac.launch(43, "Mail");
     run([&] {
         accessibility().failProcess(42, kAXErrorCannotComplete);
         mac.open(43, "Inbox", {200, 200});
@@ -229,8 +218,6 @@ TEST_F(HostWindows, OfAnApplicationThatHangsKeepTheirButtonsAndHoldNothingUp) {
 
 TEST_F(HostWindows, AreShownWhereThePrivateFunctionsAreMissing) {
     for (const auto& function : WindowServerWorld::functions()) windowServer().hide(function.first);
-    mac.launch(42, "Editor");
-    mac.open(42, "notes.txt", {100, 100});
     run([&] {
         EXPECT_EQ(MacDesktop::bars().size(), 2U);
         EXPECT_EQ(shown(0), Texts{"notes.txt"});

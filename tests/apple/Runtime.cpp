@@ -52,12 +52,17 @@ RawClass Runtime::classNamed(const std::string& name) {
         faults_.add(FaultKind::UnknownClass, "there is no class " + name);
         return nullptr;
     }
+    const std::string parent = fact ? fact->superclass : "NSObject";
+    ClassRecord* const made = addClass(name, parent.empty() ? nullptr : classNamed(parent));
+    if (fact) made->protocols = fact->protocols;
+    return made;
+}
+
+ClassRecord* Runtime::addClass(const std::string& name, RawClass superclass) {
     auto made = std::make_unique<ClassRecord>();
     made->name = name;
+    made->superclass = superclass;
     made->isImmortal = true;
-    if (fact) made->protocols = fact->protocols;
-    const std::string parent = fact ? fact->superclass : "NSObject";
-    if (!parent.empty()) made->superclass = classNamed(parent);
     live_.insert(static_cast<ObjectRecord*>(made.get()));
     return (classes_[name] = std::move(made)).get();
 }
@@ -73,14 +78,10 @@ RawClass Runtime::allocatePair(RawClass superclass, const std::string& name) {
         faults_.add(FaultKind::BadCall, "class " + name + " exists already or has no superclass");
         return nullptr;
     }
-    auto made = std::make_unique<ClassRecord>();
-    made->name = name;
-    made->superclass = superclass;
-    made->isImmortal = true;
+    ClassRecord* const made = addClass(name, superclass);
     made->isOurs = true;
     made->ivarIndex = superclass->ivarIndex;
-    live_.insert(static_cast<ObjectRecord*>(made.get()));
-    return (classes_[name] = std::move(made)).get();
+    return made;
 }
 
 const MethodFact* Runtime::understood(const ClassRecord* cls, bool toClass, const std::string& selector) const {

@@ -110,6 +110,7 @@ public:
 private:
     Runtime();
 
+    ClassRecord* addClass(const std::string& name, RawClass superclass);
     const MethodFact* understood(const ClassRecord* cls, bool toClass, const std::string& selector) const;
     bool checkReceiver(RawObject receiver, const std::string& selector);
     bool checkTypes(const std::string& what, const MethodFact& fact, const objc::MessageTypes& types);

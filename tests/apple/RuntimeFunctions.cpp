@@ -25,15 +25,6 @@ RawSelector sel_registerName(const char* name) {
 const char* sel_getName(RawSelector selector) {
     return selector ? selector->name.c_str() : "<null selector>";
 }
-const char* class_getName(RawClass cls) {
-    return cls ? cls->name.c_str() : "nil";
-}
-RawClass class_getSuperclass(RawClass cls) {
-    return cls ? cls->superclass : nullptr;
-}
-RawClass object_getClass(RawObject object) {
-    return object ? checked::classOf(object) : nullptr;
-}
 RawClass objc_allocateClassPair(RawClass superclass, const char* name, std::size_t) {
     return runtime().allocatePair(superclass, name);
 }

@@ -11,7 +11,6 @@
 #include "AccessibilityWorld.h"
 #include "FakeDispatch.h"
 #include "Properties.h"
-#include "SystemLogFake.h"
 #include "WindowServerWorld.h"
 #include "WorkspaceWorld.h"
 

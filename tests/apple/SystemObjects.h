@@ -48,6 +48,9 @@ void installApplication(Runtime& target);
 void installNotifications(Runtime& target);
 void installWorkspace(Runtime& target);
 
+/// The lines that were written to the system log; cleared at the beginning of each test.
+std::vector<std::string>& logLines();
+
 /// Posts as the system does: to the observers of the default centre, or of NSWorkspace's.
 enum class Center { Default, Workspace, Distributed };
 void post(Center center, RawObject name, const Id& object, Entries userInfo = {});
