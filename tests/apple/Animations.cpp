@@ -47,14 +47,14 @@ void finishSlide(const NSWindow& window) {
 }
 
 void installAnimations(Runtime& target) {
-    const auto context = target.implementing("NSAnimationContext");
-    context("+runAnimationGroup:", [](Invocation& i) {
+    const auto group = target.implementing("NSAnimationContext");
+    group("+runAnimationGroup:", [](Invocation& i) {
         const Id context = runtime().make("NSAnimationContext");
         durationOfGroup = 0.25;  // AppKit's own, for those who do not say
         Block<void(NSAnimationContext)>(i.argument<objc::RawBlock>(0))(NSAnimationContext(context.raw()));
         durationOfGroup = 0;
     });
-    context("setDuration:", [](Invocation& i) { durationOfGroup = i.argument<double>(0); });
+    group("setDuration:", [](Invocation& i) { durationOfGroup = i.argument<double>(0); });
     const auto window = target.implementing("NSWindow");
     window("animator", [](Invocation& i) {
         const Id proxy = runtime().make("NSPanel");

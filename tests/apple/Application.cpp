@@ -37,7 +37,6 @@ void installApplication(Runtime& target) {
                            });
     });
     const auto application = target.implementing("NSApplication");
-    application("run", [](Invocation& i) { tellDelegate(i.receiver(), "applicationDidFinishLaunching:"); });
     application("terminate:", [](Invocation& i) { tellDelegate(i.receiver(), "applicationWillTerminate:"); });
 }
 

@@ -10,10 +10,10 @@ namespace morvel::mac::checked {
 namespace {
 
 struct Monitor {
-    Id token;
-    std::uint64_t mask;
-    Block<void(NSEvent)> seenElsewhere;  // of a global one
-    Block<NSEvent(NSEvent)> seenHere;    // of a local one
+    Id token = {};
+    std::uint64_t mask = 0;
+    Block<void(NSEvent)> seenElsewhere = {};  // of a global one
+    Block<NSEvent(NSEvent)> seenHere = {};    // of a local one
 };
 using Monitors = std::vector<Monitor>;
 

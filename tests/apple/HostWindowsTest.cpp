@@ -5,12 +5,11 @@
 namespace morvel::mac::checked {
 namespace {
 
-/// Two applications run, and a window of the first one is open.
+/// A window of the one application that runs is open.
 class HostWindows : public HostStory {
 protected:
     HostWindows() {
         mac.launch(42, "Editor");
-        mac.launch(43, "Mail");
         notes = mac.open(42, "notes.txt", {100, 100});
     }
     Id notes;
@@ -20,6 +19,7 @@ TEST_F(HostWindows, AreFollowedOverScreensAndSpaces) {
     run([&] {
         EXPECT_EQ(shown(0), Texts{"notes.txt"});
         mac.open(42, "draft.txt", {1600, 100});
+        mac.launch(43, "Mail");
         const Id inbox = mac.open(43, "Inbox", {200, 200});
         wait();
         EXPECT_EQ(shown(0), (Texts{"notes.txt", "Inbox"}));
@@ -55,6 +55,7 @@ TEST_F(HostWindows, AreFollowedOverScreensAndSpaces) {
 }
 
 TEST_F(HostWindows, AreRaisedByAClickAndMinimizedByASecondOne) {
+    mac.launch(43, "Mail");
     const Id draft = mac.open(42, "draft.txt", {200, 100});
     mac.focus(mac.open(43, "Inbox", {200, 200}));
     run([&] {
@@ -77,6 +78,7 @@ TEST_F(HostWindows, AreRaisedByAClickAndMinimizedByASecondOne) {
 }
 
 TEST_F(HostWindows, AreRaisedByAFileThatRestsOnTheirButton) {
+    mac.launch(43, "Mail");
     mac.focus(mac.open(43, "Inbox", {200, 200}));
     run([&] {
         DragOver drag(makeFiles({"/tmp/picture.png"}));
@@ -115,6 +117,7 @@ TEST_F(HostWindows, AndTheBarHaveMenus) {
 }
 
 TEST_F(HostWindows, OfACrowdedBarAreListedInAPopover) {
+    mac.launch(43, "Mail");
     Id last;
     for (int i = 0; i < 24; ++i) {
         mac.open(42, "document " + std::to_string(i), {100, 100});
@@ -149,6 +152,7 @@ TEST_F(HostWindows, OfACrowdedBarAreListedInAPopover) {
 }
 
 TEST_F(HostWindows, AreMovedByTheirButtonsWithinABarAndToTheOther) {
+    mac.launch(43, "Mail");
     mac.open(43, "Inbox", {200, 200});
     mac.open(43, "Outbox", {1600, 200});
     run([&] {
@@ -201,6 +205,7 @@ TEST_F(HostWindows, AreKeptOutOfTheBarsStripAndGivenBack) {
 }
 
 TEST_F(HostWindows, OfAnApplicationThatHangsKeepTheirButtonsAndHoldNothingUp) {
+    mac.launch(43, "Mail");
     run([&] {
         accessibility().failProcess(42, kAXErrorCannotComplete);
         mac.open(43, "Inbox", {200, 200});

@@ -71,11 +71,7 @@ void objc_autoreleasePoolPop(void* pool) {
     runtime().popPool(pool);
 }
 void objc_setAssociatedObject(RawObject object, const void* key, RawObject value, std::uintptr_t) {
-    if (value) {
-        object->associated[key] = Id(value);
-    } else {
-        object->associated.erase(key);
-    }
+    object->associated[key] = Id(value);
 }
 RawObject objc_getAssociatedObject(RawObject object, const void* key) {
     const auto found = object->associated.find(key);

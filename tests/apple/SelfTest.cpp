@@ -160,6 +160,11 @@ TEST_F(SelfTest, OverRelease) {
         // The pool and the wrapper each still hold one that is no longer there.
     }
     EXPECT_EQ(takenKinds(), Kinds{FaultKind::OverRelease});
+    Block<void()> block(std::function<void()>([] {}));
+    const void* const held = block.raw();
+    block = {};
+    objc::_Block_release(held);
+    EXPECT_EQ(takenKinds(), Kinds{FaultKind::OverRelease}) << "a block";
 }
 
 TEST_F(SelfTest, NothingIsAutoreleasedWithoutAPool) {

@@ -152,7 +152,6 @@ TEST_F(SettingsWindowOnAMac, SearchListsAndPanels) {
 
         showTab(3);
         EXPECT_TRUE(says("No hidden apps."));
-        const NSTextField field{viewsOfClass(viewsOfClass(content(), "MorvelFormPage").at(0), "NSTextField").back()};
         settings.windowBlacklist.set({"com.example.b"});
         dispatch().runFor(10ms);
         EXPECT_FALSE(says("No hidden apps."));

@@ -140,12 +140,6 @@ void installViewGeometry(Runtime& target) {
             i.answerObject(label);
         });
     }
-    textField("intrinsicContentSize", [](Invocation& i) {
-        // A fixed advance per byte: enough to tell a long title from a short one.
-        constexpr double kAdvance = 7;
-        constexpr double kLine = 15;
-        i.answer<CGSize>({kAdvance * static_cast<double>(textProperty(i.receiver(), "stringValue").size()), kLine});
-    });
 }
 
 RawObject clipViewOf(RawObject scrollView) {
