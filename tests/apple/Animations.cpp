@@ -2,7 +2,6 @@
 
 #include "Platform/Mac/apple/AppKit/NSAnimationContext.h"
 #include "Properties.h"
-#include "SystemObjects.h"
 
 namespace morvel::mac::checked {
 

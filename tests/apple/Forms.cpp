@@ -9,7 +9,6 @@
 #include "Platform/Mac/apple/AppKit/NSFormControls.h"
 #include "Platform/Mac/objc/Block.h"
 #include "Properties.h"
-#include "SystemObjects.h"
 
 namespace morvel::mac::checked {
 

@@ -2,7 +2,6 @@
 #include <cctype>
 
 #include "Properties.h"
-#include "SystemObjects.h"
 
 namespace morvel::mac::checked {
 

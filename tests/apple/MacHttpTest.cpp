@@ -5,7 +5,6 @@
 #include "Platform/Mac/apple/Foundation/NSProcessInfo.h"
 #include "Platform/Mac/apple/Foundation/NSURLSession.h"
 #include "Platform/Mac/objc/AutoreleasePool.h"
-#include "Properties.h"
 #include "RuntimeTest.h"
 
 namespace morvel::mac::checked {

@@ -2,7 +2,6 @@
 #include "Platform/Mac/Icons/MacIcons.h"
 
 #include "Platform/Mac/Icons/MacImage.h"
-#include "Properties.h"
 #include "RuntimeTest.h"
 
 namespace morvel::mac::checked {

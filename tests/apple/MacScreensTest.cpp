@@ -1,7 +1,6 @@
 // The displays as the host tells them.
 #include "Platform/Mac/Screens/MacScreens.h"
 
-#include "Properties.h"
 #include "RuntimeTest.h"
 
 namespace morvel::mac::checked {

@@ -5,7 +5,6 @@
 #include "Platform/Mac/apple/AppKit/NSScrollView.h"
 #include "Platform/Mac/objc/AutoreleasePool.h"
 #include "Properties.h"
-#include "SystemObjects.h"
 
 namespace morvel::mac::checked {
 

@@ -1,5 +1,4 @@
 // Classes and messages: the checks, and who answers.
-#include "Runtime.h"
 
 #include "SystemObjects.h"
 

@@ -3,11 +3,7 @@
 
 #include "Animations.h"
 #include "Platform/Mac/apple/AppKit/NSScrollView.h"
-#include "Platform/Mac/apple/AppKit/NSView.h"
-#include "Platform/Mac/apple/CGGeometry.h"
-#include "Platform/Mac/objc/Send.h"
 #include "Properties.h"
-#include "SystemObjects.h"
 
 namespace morvel::mac::checked {
 
