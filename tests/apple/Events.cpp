@@ -127,12 +127,6 @@ bool choose(const NSMenu& menu, const std::string& title) {
     return use(itemTitled(menu, title));
 }
 
-std::vector<std::string> titlesOf(const NSMenu& menu) {
-    std::vector<std::string> titles;
-    for (const NSMenuItem& item : menu.items().elements<NSMenuItem>()) titles.push_back(textProperty(item, "title"));
-    return titles;
-}
-
 void whenMenuPopsUp(std::function<void(const NSMenu&)> user) {
     runtime().script("NSMenu",
                      "+popUpContextMenu:withEvent:forView:", [user](Invocation& i) { user(NSMenu(i.object(0))); });

@@ -37,7 +37,6 @@ bool use(const Id& control);
 /// The item of that title; empty when the menu has none.
 NSMenuItem itemTitled(const NSMenu& menu, const std::string& title);
 bool choose(const NSMenu& menu, const std::string& title);
-std::vector<std::string> titlesOf(const NSMenu& menu);
 /// Until the end of the test, each menu that pops up is handed to `user`, who may choose from it; then it closes.
 void whenMenuPopsUp(std::function<void(const NSMenu&)> user);
 

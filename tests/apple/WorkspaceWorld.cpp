@@ -10,10 +10,6 @@ namespace morvel::mac::checked {
 
 namespace {
 
-Id makeObject(const char* className) {
-    return runtime().make(className);
-}
-
 std::int32_t pidOf(const Id& application) {
     return property<std::int32_t>(application, "processIdentifier");
 }
@@ -30,7 +26,7 @@ WorkspaceWorld& WorkspaceWorld::process() {
 }
 
 NSRunningApplication WorkspaceWorld::launch(const Application& application) {
-    const Id made = makeObject("NSRunningApplication");
+    const Id made = runtime().make("NSRunningApplication");
     setProperty(made, "processIdentifier", application.pid);
     setProperty(made, "activationPolicy", application.activationPolicy);
     setProperty(made, "localizedName", makeString(application.name));
@@ -45,12 +41,12 @@ NSRunningApplication WorkspaceWorld::launch(const Application& application) {
     return NSRunningApplication(made);
 }
 
-void WorkspaceWorld::quit(std::int32_t pid, Notice notice) {
+void WorkspaceWorld::quit(std::int32_t pid) {
     const NSRunningApplication gone = withPid(pid);
     if (!gone) return;
     setProperty(gone, "terminated", true);
     std::erase_if(runningApplications, [&](const Id& application) { return pidOf(application) == pid; });
-    if (notice == Notice::Posted) postAboutApplication(NSWorkspaceDidTerminateApplicationNotification, gone);
+    postAboutApplication(NSWorkspaceDidTerminateApplicationNotification, gone);
 }
 
 void WorkspaceWorld::activate(std::int32_t pid) {
@@ -69,7 +65,7 @@ void WorkspaceWorld::spaceChanged() {
 void WorkspaceWorld::setScreens(const std::vector<Screen>& described) {
     screens.clear();
     for (const Screen& screen : described) {
-        const Id made = makeObject("NSScreen");
+        const Id made = runtime().make("NSScreen");
         setProperty(made, "frame", screen.frame);
         setProperty(made, "visibleFrame", screen.visibleFrame);
         setProperty(made, "auxiliaryTopLeftArea", screen.auxiliaryTopLeft);
