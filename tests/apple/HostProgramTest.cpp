@@ -107,6 +107,37 @@ TEST_F(HostProgram, KeepsWhatIsPinnedOnEveryBar) {
     });
 }
 
+TEST_F(HostProgram, OpensAPinnedApplicationsNewWindowOnTheClickedScreen) {
+    mac.launch(42, "Editor");
+    mac.open(42, "notes.txt", {100, 100});
+    auto& world = accessibility();
+    const Id item = world.makeElement(42);
+    world.set(item, "AXTitle", makeString("New Window"));
+    world.set(item, "AXMenuItemCmdChar", makeString("N"));
+    world.set(item, "AXMenuItemCmdModifiers", makeNumber(std::int64_t{0}));
+    Id outer = item;
+    for (int i = 0; i < 3; ++i) {  // the menu, its title, the menu bar
+        const Id parent = world.makeElement(42);
+        world.set(parent, "AXChildren", makeArray({outer}));
+        outer = parent;
+    }
+    world.set(world.application(42), "AXMenuBar", outer);
+    runtime().script("NSWorkspace", "URLForApplicationWithBundleIdentifier:", [](Invocation& i) {
+        i.answerObject(NSURL::file("/Applications/Editor.app"));
+    });
+    run([&] {
+        world.performed = [&](const ElementIdentity&, const std::string& action) {
+            if (action == "AXPress") mac.open(42, "Untitled", {200, 200});
+        };
+        running->pinnedItemLauncher()->click(PinnedItem::app("app.example.Editor", "Editor"), DisplayID{2});
+        wait();
+        EXPECT_EQ(shown(1), Texts{"Untitled"});
+        EXPECT_EQ(shown(0), Texts{"notes.txt"});
+        EXPECT_EQ(frontmost(), 42);
+        wait(5s);
+    });
+}
+
 TEST_F(HostProgram, StandsBesideTheMenuBarWithACompactBar) {
     answer("NSStatusBar", "thickness", 22.0);
     MacDefaults defaults;
