@@ -113,10 +113,9 @@ TEST_F(HostWindows, AndTheBarHaveMenus) {
 
 TEST_F(HostWindows, OfACrowdedBarAreListedInAPopover) {
     mac.launch(43, "Mail");
-    Id last;
     for (int i = 0; i < 24; ++i) {
         mac.open(42, "document " + std::to_string(i), {100, 100});
-        last = mac.open(43, "message " + std::to_string(i), {100, 100});
+        mac.open(43, "message " + std::to_string(i), {100, 100});
     }
     run([&] {
         wait();
@@ -128,15 +127,11 @@ TEST_F(HostWindows, OfACrowdedBarAreListedInAPopover) {
         EXPECT_EQ(rows.frame().size, (CGSize{280, 24 * 36}));
         EXPECT_EQ(property<NSUInteger>(popover, "preferredEdge"), NSRectEdgeMaxY);
         EXPECT_EQ(MacDesktop::buttonsIn(rows).size(), 24U);
-        mac.close(last);
-        wait();
-        EXPECT_EQ(rows.frame().size.height, 23 * 36) << "an open list follows its windows";
         EXPECT_EQ(monitorCount(), 2U) << "of presses here and elsewhere";
         pressElsewhere(NSEventTypeLeftMouseDown);
         EXPECT_FALSE(property<bool>(popover, "shown"));
         EXPECT_EQ(monitorCount(), 0U);
-
-        click(0, shown(0)[1]);
+        click(0, groups[1]);
         MacDesktop::clickButton(rows, "message 7");
         wait();
         EXPECT_EQ(frontmost(), 43);
