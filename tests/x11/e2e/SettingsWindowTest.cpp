@@ -130,13 +130,23 @@ TEST_F(Settings, TheThemeIsTheDesktopsOrTheirOwn) {
     using namespace std::string_literals;
     auto& connection = client.connection();
     const xcb_window_t owner = client.open({.title = "settings"});
-    const std::string settings = "\0\0\0\0\1\0\0\0\1\0\0\0\1\0\x0d\0Net/ThemeName\0\0\0\0\0\0\0\x0c\0\0\0Adwaita-dark"s;
-    connection.setBytes(owner, "_XSETTINGS_SETTINGS", "_XSETTINGS_SETTINGS", settings);
+    const auto publish = [&](const std::string& lengthAndName) {
+        const std::string settings = "\0\0\0\0\1\0\0\0\1\0\0\0\1\0\x0d\0Net/ThemeName\0\0\0\0\0\0\0"s + lengthAndName;
+        connection.setBytes(owner, "_XSETTINGS_SETTINGS", "_XSETTINGS_SETTINGS", settings);
+    };
+    const std::string kDark = "\x0c\0\0\0Adwaita-dark"s, kLight = "\x07\0\0\0Adwaita\0"s;
+    publish(kDark);
     xcb_set_selection_owner(connection, owner, connection.atom("_XSETTINGS_S0"), XCB_CURRENT_TIME);
     connection.sync();
     const auto isBright = [&](const Box& box) { return world.shoot().average(box).green > 128; };
     startBar({.defaults = R"({"theme": "system"})"});
     EXPECT_TRUE(eventually([&] { return !isBright(panelBox()); }));
+    const xcb_window_t following = open();
+    for (const std::string& theme : {kLight, kDark}) {
+        publish(theme);
+        EXPECT_TRUE(eventually([&] { return isBright(panelBox()) == (theme == kLight); }));
+        EXPECT_TRUE(eventually([&] { return isBright(desktop.windowBox(following)) == (theme == kLight); }));
+    }
     bar->program().signal(SIGTERM);
     EXPECT_EQ(bar->program().waitForExit(), 0);
     startBar({.defaults = R"({"theme": "light"})"});
