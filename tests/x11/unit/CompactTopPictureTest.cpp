@@ -73,7 +73,7 @@ public:
         cairo_rectangle(cr, 2, 2, 28, 28);
         cairo_fill(cr);
         cairo_destroy(cr);
-        return std::make_shared<XImage>(surface, Size{32, 32});
+        return std::make_shared<XImage>(SurfacePtr(surface), Size{32, 32});
     }
     ui::ImageRef processIcon(ProcessID pid) override { return applicationIcon(std::to_string(pid.value)); }
     ui::ImageRef fileIcon(const std::string& path) override { return applicationIcon(path); }
