@@ -220,7 +220,7 @@ void XWorkspace::openPage(const std::string& address) {
 }
 
 void XWorkspace::revealInFileManager(const std::string& path) {
-    revealFile(path, system_.log);
+    revealFile(path, launcher_, system_.log);
 }
 
 Subscription XWorkspace::observeLaunched(ApplicationNotice notice) {
