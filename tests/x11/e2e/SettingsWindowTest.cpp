@@ -78,6 +78,15 @@ TEST_F(Settings, OpenFromTheMenuAndAreUsedByKeyboardAndPointer) {
     EXPECT_EQ(bar->log().find("CRITICAL"), std::string::npos) << bar->log();
 }
 
+TEST_F(Settings, HaveTheApplicationsIconInWindowLists) {
+    const auto icons = world.server.home() / ".local/share/icons/hicolor/48x48/apps";
+    std::filesystem::create_directories(icons);
+    world.shoot().writePng(icons / "morvel.png");
+    startBar();
+    const xcb_window_t window = open();
+    EXPECT_TRUE(eventually([&] { return client.connection().bytes(window, "_NET_WM_ICON").has_value(); }));
+}
+
 TEST_F(Settings, ASwitchIsFoundAndTurned) {
     startBar();
     const xcb_window_t window = open();

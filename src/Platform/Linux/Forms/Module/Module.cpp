@@ -82,6 +82,7 @@ bool startToolkit() {
     for (const GType type : {GTK_TYPE_MENU_SHELL, GTK_TYPE_WINDOW}) g_type_class_ref(type);
     if (!gtk_init_check(nullptr, nullptr)) return false;
     surviveErrors(gdk_display_get_default());
+    gtk_window_set_default_icon_name("morvel");  // as in the desktop entry
     addStyle();
     return true;
 }
