@@ -28,7 +28,7 @@ bool SingleInstance::claim() {
     const auto owner = [&] {
         const XPtr<xcb_get_selection_owner_reply_t> reply(
             xcb_get_selection_owner_reply(x, xcb_get_selection_owner(x, selection), nullptr));
-        return reply ? reply->owner : XCB_WINDOW_NONE;
+        return reply ? reply->owner : xcb_window_t{XCB_WINDOW_NONE};
     };
     // Nobody may claim it between the question and the claim.
     xcb_grab_server(x);
