@@ -79,9 +79,9 @@ TEST_F(Settings, OpenFromTheMenuAndAreUsedByKeyboardAndPointer) {
 }
 
 TEST_F(Settings, HaveTheApplicationsIconInWindowLists) {
-    const auto icons = world.server.home() / ".local/share/icons/hicolor/48x48/apps";
+    const auto icons = world.server.home() / ".local/share/icons/hicolor/scalable/apps";
     std::filesystem::create_directories(icons);
-    world.shoot().writePng(icons / "morvel.png");
+    std::ofstream(icons / "morvel.svg") << R"(<svg xmlns="http://www.w3.org/2000/svg" width="48" height="48"/>)";
     startBar();
     const xcb_window_t window = open();
     EXPECT_TRUE(eventually([&] { return client.connection().bytes(window, "_NET_WM_ICON").has_value(); }));
@@ -142,6 +142,7 @@ TEST_F(Settings, TheThemeIsTheDesktopsOrTheirOwn) {
     const auto publish = [&](const std::string& lengthAndName) {
         const std::string settings = "\0\0\0\0\1\0\0\0\1\0\0\0\1\0\x0d\0Net/ThemeName\0\0\0\0\0\0\0"s + lengthAndName;
         connection.setBytes(owner, "_XSETTINGS_SETTINGS", "_XSETTINGS_SETTINGS", settings);
+        connection.sync();
     };
     const std::string kDark = "\x0c\0\0\0Adwaita-dark"s, kLight = "\x07\0\0\0Adwaita\0"s;
     publish(kDark);
@@ -150,12 +151,10 @@ TEST_F(Settings, TheThemeIsTheDesktopsOrTheirOwn) {
     const auto isBright = [&](const Box& box) { return world.shoot().average(box).green > 128; };
     startBar({.defaults = R"({"theme": "system"})"});
     EXPECT_TRUE(eventually([&] { return !isBright(panelBox()); }));
-    const xcb_window_t following = open();
-    for (const std::string& theme : {kLight, kDark}) {
-        publish(theme);
-        EXPECT_TRUE(eventually([&] { return isBright(panelBox()) == (theme == kLight); }));
-        EXPECT_TRUE(eventually([&] { return isBright(desktop.windowBox(following)) == (theme == kLight); }));
-    }
+    publish(kLight);
+    EXPECT_TRUE(eventually([&] { return isBright(panelBox()); })) << "followed at once";
+    publish(kDark);
+    EXPECT_TRUE(eventually([&] { return !isBright(panelBox()); }));
     bar->program().signal(SIGTERM);
     EXPECT_EQ(bar->program().waitForExit(), 0);
     startBar({.defaults = R"({"theme": "light"})"});

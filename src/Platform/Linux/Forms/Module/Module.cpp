@@ -95,7 +95,6 @@ public:
     void setDark(bool dark) override {
         GtkSettings* const settings = gtk_settings_get_default();
         g_object_set(settings, "gtk-application-prefer-dark-theme", gboolean{dark}, nullptr);
-        gtk_settings_reset_property(settings, "gtk-theme-name");  // the desktop's, whatever was set here before
         // A theme that is dark by itself stays dark; the one that it is the dark half of can be both.
         constexpr std::string_view kDarkHalf = "-dark";
         gchar* name = nullptr;
