@@ -65,7 +65,7 @@ public:
 private:
     struct Application {
         RunningApplication record;
-        uint64_t order = 0;  // of appearance
+        uint64_t order = 0;                      // of appearance
         std::optional<xcb_window_t> lastActive;  // or opened: the one that it comes to the front with
         Subscription watch;
     };
