@@ -32,8 +32,6 @@ XWorkspace::XWorkspace(System system) : system_(system), launcher_(system.log) {
     activeChanged();
 }
 
-XWorkspace::~XWorkspace() = default;
-
 void XWorkspace::clientChanged(const ClientWindow& client, ClientChange change) {
     if (change == ClientChange::Added || change == ClientChange::Admission) {
         if (client.isAdmissible()) ensureApplication(client);

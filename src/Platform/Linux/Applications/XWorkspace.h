@@ -29,7 +29,6 @@ public:
 
     /// All of the system outlives this.
     explicit XWorkspace(System system);
-    ~XWorkspace() override;
 
     std::vector<RunningApplication> runningApplications() override;
     std::optional<RunningApplication> runningApplication(ProcessID pid) override;

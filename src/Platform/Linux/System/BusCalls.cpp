@@ -1,5 +1,6 @@
 #include "Platform/Linux/System/BusCalls.h"
 
+#include <string>
 #include <utility>
 
 #include "Platform/Linux/System/GLibPointers.h"

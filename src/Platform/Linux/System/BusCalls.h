@@ -5,7 +5,6 @@
 
 #include <functional>
 #include <memory>
-#include <string>
 
 #include "Util/Lifetime.h"
 #include "Util/Subscription.h"

@@ -12,7 +12,6 @@
 #include <memory>
 #include <string>
 #include <unordered_map>
-#include <vector>
 
 #include "Platform/Linux/System/Atoms.h"
 #include "Platform/Log.h"

@@ -2,9 +2,6 @@
 
 #include <pango/pangocairo.h>
 
-#include <cmath>
-#include <cstdlib>
-
 #include "Platform/Linux/UI/Bubble.h"
 #include "Platform/Linux/UI/Placement.h"
 

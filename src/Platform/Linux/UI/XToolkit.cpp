@@ -18,8 +18,6 @@ XToolkit::XToolkit(XConnection& connection, MainLoop& mainLoop, XScreens& screen
     xcb_prefetch_maximum_request_length(connection.get());
 }
 
-XToolkit::~XToolkit() = default;
-
 void XToolkit::setAppearance(ui::Appearance appearance) {
     appearance_ = appearance;
     applyAppearance();

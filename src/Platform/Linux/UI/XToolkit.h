@@ -21,7 +21,6 @@ class XToolkit : public ui::Toolkit {
 public:
     /// All outlive the toolkit; the screens are known already.
     XToolkit(XConnection& connection, MainLoop& mainLoop, XScreens& screens);
-    ~XToolkit() override;
 
     /// The system's is the theme that the desktop publishes, whenever that changes, unless the environment names one.
     void setAppearance(ui::Appearance appearance) override;

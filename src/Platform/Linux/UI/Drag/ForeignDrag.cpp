@@ -1,6 +1,5 @@
 #include "Platform/Linux/UI/Drag/ForeignDrag.h"
 
-#include <algorithm>
 #include <utility>
 
 #include "Platform/Linux/System/Property.h"
@@ -34,8 +33,6 @@ ForeignDrag::ForeignDrag(ToolkitContext& context, AtomNames& names, xcb_window_t
     batchEnd_ = connection.observeBatchEnd([this] { answerPosition(); });
     watch_ = context_.mainLoop().every(kLookPeriod, kLookPeriod, [this] { lookAtButtons(); });
 }
-
-ForeignDrag::~ForeignDrag() = default;
 
 void ForeignDrag::entered(xcb_window_t target, const XdndEnter& message) {
     if (state_ == State::Dropping || isOver()) return;

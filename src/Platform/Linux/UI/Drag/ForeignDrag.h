@@ -19,7 +19,6 @@ class ForeignDrag {
 public:
     /// All outlive it. `over` is called once, when it has ended.
     ForeignDrag(ToolkitContext& context, AtomNames& names, xcb_window_t source, std::function<void()> over);
-    ~ForeignDrag();
     ForeignDrag(const ForeignDrag&) = delete;
     ForeignDrag& operator=(const ForeignDrag&) = delete;
 
