@@ -2,6 +2,7 @@
 
 #include <utility>
 
+#include "Display/BarFrame.h"
 #include "Display/MenuBar/CompactTopLeftBuffer.h"
 #include "Display/MenuBar/MenuBarStrip.h"
 

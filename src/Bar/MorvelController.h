@@ -8,7 +8,6 @@
 #include "Bar/BarServices.h"
 #include "Bar/CompactTop/CompactTopRightStripController.h"
 #include "Bar/MorvelView.h"
-#include "Display/BarFrame.h"
 #include "Display/MenuBar/MenuBar.h"
 #include "UI/Panel.h"
 #include "Util/Lifetime.h"

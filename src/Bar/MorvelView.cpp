@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "Bar/Drag/RunningWindowDrag.h"
+#include "Bar/Layout/RunningZoneWidths.h"
 #include "Bar/Pinned/FileDrag.h"
 #include "Theme/AccentResolver.h"
 

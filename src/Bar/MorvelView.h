@@ -12,7 +12,6 @@
 #include "Bar/Drag/DragHighlightView.h"
 #include "Bar/LaunchStrip.h"
 #include "Bar/Layout/RunningStripArranger.h"
-#include "Bar/Layout/RunningZoneWidths.h"
 #include "Bar/Layout/WindowProjection.h"
 #include "Bar/RunningStrip.h"
 #include "Bar/SystemButtons.h"
