@@ -347,6 +347,7 @@ TEST(CompactTop, TheAppleMenuIsThatOfTheApplicationInFront) {
     const auto& actions = desktop.delegate().barActions();
     ASSERT_TRUE(actions.onAppleMenu);
     actions.onAppleMenu();
+    desktop.settle();
     EXPECT_EQ(desktop.journal().count(desktop.menus.title(desktop.editor, 0), "AXPress"), 1);
     const size_t deeds = desktop.journal().deeds().size();
     desktop.menus.removeTitles(desktop.editor);
@@ -357,6 +358,7 @@ TEST(CompactTop, TheAppleMenuIsThatOfTheApplicationInFront) {
     actions.onAppleMenu();
     desktop.workspace().frontmost.reset();
     actions.onAppleMenu();
+    desktop.settle();
     EXPECT_EQ(desktop.journal().deeds().size(), deeds);
 }
 
