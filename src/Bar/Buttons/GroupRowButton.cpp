@@ -68,8 +68,7 @@ void GroupRowButton::rightMouseDown(const ui::MouseEvent& event) {
                                             .quit = bindings_.onQuit,
                                             .pin = snapshot_.bundleID ? bindings_.onPin : nullptr,
                                             .moveTo = bindings_.onMoveTo});
-    bindings_.pinReveal();
-    toolkit_.popUpMenu(std::move(menu), *this, event.location, bindings_.unpinReveal);
+    toolkit_.popUpMenu(std::move(menu), *this, event.location, bindings_.reveal.hold());
 }
 
 void GroupRowButton::applyAppearance() {

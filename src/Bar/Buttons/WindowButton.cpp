@@ -122,15 +122,14 @@ void WindowButton::mouseDragged(const ui::MouseEvent& event) {
 
 void WindowButton::beginDrag() {
     isDragged_ = true;
-    if (bindings_.pinReveal) bindings_.pinReveal();
     auto ended = lifetime_.whileAlive([this](ui::DragOperation) {
         isDragged_ = false;
         showAlpha();
     });
     toolkit_.beginDrag(*this, RunningWindowDrag::item(snapshot_.id),
-                       [ended, unpin = bindings_.unpinReveal](ui::DragOperation operation) {
+                       [ended, release = bindings_.reveal.hold()](ui::DragOperation operation) {
                            ended(operation);
-                           if (unpin) unpin();
+                           release();
                        });
     showAlpha();  // only now: the picture is of the button as it was
 }
@@ -154,10 +153,7 @@ bool WindowButton::accessibilityPress() {
 
 void WindowButton::rightMouseDown(const ui::MouseEvent& event) {
     nowPlayingHover_.pressed();
-    if (bindings_.pinReveal) bindings_.pinReveal();
-    toolkit_.popUpMenu(contextMenu(), *this, event.location, [unpin = bindings_.unpinReveal] {
-        if (unpin) unpin();
-    });
+    toolkit_.popUpMenu(contextMenu(), *this, event.location, bindings_.reveal.hold());
 }
 
 void WindowButton::mouseEntered(const ui::MouseEvent& event) {

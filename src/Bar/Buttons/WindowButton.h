@@ -5,6 +5,7 @@
 #include <optional>
 #include <vector>
 
+#include "Bar/BarReveal.h"
 #include "Bar/Buttons/AppActions.h"
 #include "Bar/Buttons/AppIconView.h"
 #include "Bar/Buttons/ButtonServices.h"
@@ -40,10 +41,7 @@ struct WindowButtonBindings {
     /// Who raises the window when a drag rests on the button; null for nobody.
     std::function<DragHoverRaiseController*()> dragHoverProvider = [] { return nullptr; };
     NowPlayingControls nowPlayingControls;
-
-    /// Called in pairs around a menu, and around a drag of the button, to keep the bar shown meanwhile.
-    std::function<void()> pinReveal;
-    std::function<void()> unpinReveal;
+    BarReveal reveal;
 };
 
 class WindowButton : public ui::ButtonView {

@@ -19,8 +19,8 @@ struct PinnedOverflowBindings {
     std::function<void(const PinnedItem&)> onShow;
     std::function<void(const PinnedItem&)> onLaunchNew;
     /// Called in pairs around the time the popover is open, and a row's menu, to keep the bar shown meanwhile.
-    std::function<void()> onWillShow;
-    std::function<void()> onDidClose;
+    std::function<void()> onWillShow = [] {};
+    std::function<void()> onDidClose = [] {};
 };
 
 /// One per bar, owned by it. Follows the store while it is open, and closes when nothing is left to show.
