@@ -5,6 +5,7 @@
 #include "Display/BarFrame.h"
 #include "Display/MenuBar/CompactTopLeftBuffer.h"
 #include "Display/MenuBar/MenuBarStrip.h"
+#include "Settings/BarEdge.h"
 
 namespace morvel {
 
@@ -24,10 +25,6 @@ BarFrameInput frameInput(const BarServices& services, const Screen& screen) {
     input.barHeight = settings.barHeight.value();
     input.statusBarThickness = services.screens.statusBarThickness();
     return input;
-}
-
-ui::Edge uiEdge(MorvelEdge edge) {
-    return edge == MorvelEdge::Top ? ui::Edge::Top : ui::Edge::Bottom;
 }
 
 std::optional<RunningZoneLayout::NotchRange> notchOf(const Screen& screen) {

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "Bar/Buttons/ButtonGeometry.h"
 #include "Bar/Drag/RunningWindowDrag.h"
 #include "Bar/Layout/RunningZoneWidths.h"
 #include "Bar/Pinned/FileDrag.h"
@@ -239,9 +240,7 @@ void MorvelView::rebuildRunning(std::vector<WindowSnapshot> filtered) {
     lastAvailableWidth_ = availableWidth();
     const RunningZoneLayout::FlatWidthRule rule{
         settings.windowButtonWidthMode.value(), settings.windowButtonCustomWidth.value(), running_.spacing(),
-        [this](std::string_view title) {
-            return services_.toolkit.textSize(title, RunningZoneLayout::kTitleFont).width;
-        }};
+        [this](std::string_view title) { return services_.toolkit.textSize(title, ButtonGeometry::kTitleFont).width; }};
     const auto mode = RunningZoneLayout::effectiveMode(settings.groupingMode.value(), isCompactTopExpanded());
     auto plan = RunningZoneLayout::planRunningZone(std::move(filtered), rule, lastAvailableWidth_, mode,
                                                    settings.windowlessDisplayMode.value());

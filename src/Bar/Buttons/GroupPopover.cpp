@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "Bar/Buttons/PopoverEdge.h"
+#include "Settings/BarEdge.h"
 
 namespace morvel {
 

@@ -23,7 +23,7 @@ GroupRowButton::GroupRowButton(ButtonServices services, const WindowSnapshot& sn
     : toolkit_(services.toolkit),
       bindings_(std::move(bindings)),
       iconView_(services.iconCache),
-      titleLabel_(services.toolkit, {.size = ButtonGeometry::kTitleFontSize}) {
+      titleLabel_(services.toolkit, ButtonGeometry::kTitleFont) {
     closeButton_.imageView().setImage(services.icons.symbol("xmark.circle.fill", kCloseSymbolSize));
     closeButton_.imageView().setTint(ui::kSystemRedColor);
     closeButton_.setTooltip("Close window");

@@ -29,7 +29,7 @@ WindowButton::WindowButton(ButtonServices services, const WindowSnapshot& snapsh
       bindings_(std::move(bindings)),
       snapshot_(snapshot),
       iconView_(services.iconCache),
-      titleLabel_(services.toolkit, {.size = ButtonGeometry::kTitleFontSize}),
+      titleLabel_(services.toolkit, ButtonGeometry::kTitleFont),
       nowPlayingOverlay_(services.icons),
       nowPlayingHover_(*this, bindings_.nowPlayingControls),
       isIconOnly_(isIconOnly) {
@@ -158,8 +158,7 @@ void WindowButton::rightMouseDown(const ui::MouseEvent& event) {
 
 void WindowButton::mouseEntered(const ui::MouseEvent& event) {
     ButtonView::mouseEntered(event);
-    if (isNowPlaying_ && snapshot_.bundleID && !press_.isPending())
-        nowPlayingHover_.entered(*snapshot_.bundleID);
+    if (isNowPlaying_ && snapshot_.bundleID && !press_.isPending()) nowPlayingHover_.entered(*snapshot_.bundleID);
 }
 
 void WindowButton::mouseExited() {

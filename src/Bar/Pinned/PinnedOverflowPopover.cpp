@@ -2,8 +2,8 @@
 
 #include <utility>
 
-#include "Bar/Buttons/PopoverEdge.h"
 #include "Pinned/PinnedOverflowSlicing.h"
+#include "Settings/BarEdge.h"
 
 namespace morvel {
 

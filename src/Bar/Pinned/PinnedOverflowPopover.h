@@ -42,9 +42,6 @@ public:
     /// A drag is over, wherever it was dropped.
     void dragEnded() { list_.dragEnded(); }
 
-    /// The items listed. Empty while closed.
-    const std::vector<PinnedItem>& currentItems() const { return list_.items(); }
-
 private:
     std::span<const PinnedItem> overflow() const;
     std::unique_ptr<PinnedOverflowRow> makeRow(const PinnedItem& item);
