@@ -2,9 +2,9 @@
 
 #include <utility>
 
-#include "Display/BarFrame.h"
-#include "Display/MenuBar/CompactTopLeftBuffer.h"
-#include "Display/MenuBar/MenuBarStrip.h"
+#include "Bar/BarFrame.h"
+#include "Bar/MenuBar/CompactTopLeftBuffer.h"
+#include "Bar/MenuBar/MenuBarStrip.h"
 #include "Settings/BarEdge.h"
 
 namespace morvel {

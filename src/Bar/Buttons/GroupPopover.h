@@ -6,10 +6,10 @@
 #include <vector>
 
 #include "Bar/Buttons/AppActions.h"
-#include "Bar/Buttons/ButtonServices.h"
 #include "Bar/Buttons/GroupRowButton.h"
 #include "Bar/Buttons/OtherScreen.h"
 #include "Settings/SettingsEnums.h"
+#include "Theme/ButtonServices.h"
 #include "UI/Popover.h"
 #include "UI/StackView.h"
 

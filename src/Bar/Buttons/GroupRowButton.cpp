@@ -3,11 +3,11 @@
 #include <algorithm>
 #include <utility>
 
-#include "Bar/Buttons/ButtonAppearance.h"
 #include "Bar/Buttons/ButtonGeometry.h"
 #include "Bar/Buttons/ButtonTexts.h"
 #include "Bar/Buttons/WindowMenus.h"
 #include "Bar/Drag/RunningWindowDrag.h"
+#include "Theme/ButtonAppearance.h"
 
 namespace morvel {
 

@@ -5,9 +5,9 @@
 #include <vector>
 
 #include "Bar/BarReveal.h"
-#include "Bar/Buttons/AppIconView.h"
-#include "Bar/Buttons/ButtonServices.h"
 #include "Bar/Buttons/OtherScreen.h"
+#include "Theme/AppIconView.h"
+#include "Theme/ButtonServices.h"
 #include "UI/ButtonView.h"
 #include "UI/ImageButton.h"
 #include "UI/Label.h"

@@ -3,12 +3,12 @@
 #include <algorithm>
 #include <utility>
 
-#include "Bar/Buttons/ButtonAppearance.h"
 #include "Bar/Buttons/ButtonGeometry.h"
 #include "Bar/Buttons/ButtonTexts.h"
 #include "Bar/Buttons/WindowMenus.h"
 #include "Bar/Drag/RunningWindowDrag.h"
 #include "Bar/Layout/RunningZoneLayout.h"
+#include "Theme/ButtonAppearance.h"
 
 namespace morvel {
 

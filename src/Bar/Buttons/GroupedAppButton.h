@@ -7,12 +7,12 @@
 
 #include "Bar/BarReveal.h"
 #include "Bar/Buttons/AppActions.h"
-#include "Bar/Buttons/AppIconView.h"
-#include "Bar/Buttons/ButtonServices.h"
 #include "Bar/Buttons/CountBadge.h"
 #include "Bar/Buttons/NowPlayingButtonOverlay.h"
 #include "Bar/Buttons/NowPlayingHover.h"
 #include "Bar/DragHoverRaise/DragHoverRaiseController.h"
+#include "Theme/AppIconView.h"
+#include "Theme/ButtonServices.h"
 #include "UI/ButtonView.h"
 #include "WindowSource/WindowSnapshot.h"
 

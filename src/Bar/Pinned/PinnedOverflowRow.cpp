@@ -3,8 +3,8 @@
 #include <algorithm>
 #include <utility>
 
-#include "Bar/Buttons/ButtonAppearance.h"
 #include "Bar/Buttons/ButtonGeometry.h"
+#include "Theme/ButtonAppearance.h"
 
 namespace morvel {
 

@@ -1,4 +1,4 @@
-#include "Bar/Buttons/ButtonAppearance.h"
+#include "Theme/ButtonAppearance.h"
 
 #include "Settings/BarEdge.h"
 #include "UI/View.h"
