@@ -50,7 +50,7 @@ Size GroupRowButton::intrinsicSize() const {
 void GroupRowButton::mouseUp(const ui::MouseEvent& event) {
     if (isReleasedInside(event)) {
         accessibilityPress();
-    } else if (event.button == ui::MouseButton::Middle && bounds().contains(fromRoot(event.location))) {
+    } else if (isReleasedInside(event, ui::MouseButton::Middle)) {
         const auto close = bindings_.onCloseClicked;  // destroys this row
         close();
     }

@@ -135,13 +135,11 @@ void WindowButton::beginDrag() {
 }
 
 void WindowButton::mouseUp(const ui::MouseEvent& event) {
-    if (event.button == ui::MouseButton::Middle && !snapshot_.isWindowless &&
-        bounds().contains(fromRoot(event.location)) && bindings_.onClose) {
-        const auto close = bindings_.onClose;
+    if (isReleasedInside(event, ui::MouseButton::Middle) && !snapshot_.isWindowless && bindings_.onClose) {
+        const auto close = bindings_.onClose;  // may destroy this button
         return close();
     }
-    if (event.button != ui::MouseButton::Left) return;
-    if (press_.up() == PressOutcome::Click) accessibilityPress();
+    if (event.button == ui::MouseButton::Left && press_.up() == PressOutcome::Click) accessibilityPress();
 }
 
 bool WindowButton::accessibilityPress() {
