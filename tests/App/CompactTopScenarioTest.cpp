@@ -1,5 +1,6 @@
 // A bar at the top edge that shares its strip with the system's menu bar.
 #include "App/BarDesktop.h"
+#include "Bar/BarFrame.h"
 #include "Bar/CompactTop/CompactTopExpansionToggleButton.h"
 #include "Bar/Pinned/PinnedAppButton.h"
 #include "Launcher/StartButton.h"
