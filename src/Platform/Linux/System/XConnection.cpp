@@ -86,6 +86,9 @@ XConnection::XConnection(xcb_connection_t* connection, int screenNumber, Log& lo
     reinterpret_cast<EventSource*>(source_)->connection = this;
     fdTag_ = g_source_add_unix_fd(source_, xcb_get_file_descriptor(connection_),
                                   static_cast<GIOCondition>(G_IO_IN | G_IO_HUP | G_IO_ERR));
+    // Nothing here runs a loop inside a loop. Where that may not be, GLib takes the descriptor away for as long as the
+    // source is dispatched, and wakes itself by a write at both ends: five system calls for each batch of events.
+    g_source_set_can_recurse(source_, TRUE);
     g_source_attach(source_, nullptr);
 }
 

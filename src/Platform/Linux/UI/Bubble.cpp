@@ -3,7 +3,7 @@
 #include <numbers>
 
 #include "Platform/Linux/UI/ViewNode.h"
-#include "Platform/Linux/UI/ViewPainter.h"
+#include "Platform/Linux/UI/RoundedShapes.h"
 
 namespace morvel::x11 {
 

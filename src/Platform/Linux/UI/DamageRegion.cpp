@@ -47,8 +47,10 @@ void DamageRegion::mergeCheapestPair() {
     add(merged);
 }
 
-bool DamageRegion::intersects(const PixelRect& rect) const {
-    return std::any_of(rects_.begin(), rects_.end(), [&](const PixelRect& r) { return r.intersects(rect); });
+bool DamageRegion::touches(const Rect<ViewSpace>& rect) const {
+    return !rect.isEmpty() && std::any_of(rects_.begin(), rects_.end(), [&](const PixelRect& r) {
+        return rect.minX() < r.maxX() && r.x < rect.maxX() && rect.minY() < r.maxY() && r.y < rect.maxY();
+    });
 }
 
 DamageRegion DamageRegion::clippedTo(const PixelRect& bounds) const {

@@ -2,7 +2,8 @@
 
 namespace morvel::x11 {
 
-std::optional<MenuKey> MenuKeys::meaning(xcb_keycode_t code) const {
+std::optional<MenuKey> MenuKeys::meaning(xcb_keycode_t code) {
+    if (!symbols_) symbols_.reset(xcb_key_symbols_alloc(connection_));
     // Key symbols are numbers fixed by the protocol's registry; the keypad's come second.
     switch (symbols_ ? xcb_key_symbols_get_keysym(symbols_.get(), code, 0) : XCB_NO_SYMBOL) {
         case 0xFF52:

@@ -112,7 +112,7 @@ void ViewCanvas::paint(const DamageRegion& damage) {
     cairo_paint(cr);
     cairo_set_operator(cr, CAIRO_OPERATOR_OVER);
     if (delegate_.paintBackdrop) delegate_.paintBackdrop(cr);
-    ViewPainter(cr, damage, palette_, layouts_, isComposited_).paint(root_, origin_);
+    ViewPainter(cr, damage, palette_, layouts_, shapes_, isComposited_).paint(root_, origin_);
     cairo_destroy(cr);
     cairo_surface_flush(surface_.get());
     delegate_.present(damage);

@@ -6,6 +6,7 @@
 #include <functional>
 
 #include "Platform/Linux/UI/Palette.h"
+#include "Platform/Linux/UI/RoundedShapes.h"
 #include "Platform/Linux/UI/TextLayouts.h"
 #include "Platform/Linux/UI/ViewDamage.h"
 #include "Platform/Linux/UI/ViewNode.h"
@@ -70,6 +71,7 @@ private:
     ui::View& root_;
     Delegate delegate_;
     ViewDamage damage_;
+    RoundedShapes shapes_;
     SurfacePtr surface_;
     int width_ = 0;
     int height_ = 0;

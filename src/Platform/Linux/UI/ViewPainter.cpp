@@ -4,7 +4,6 @@
 
 #include <cmath>
 #include <memory>
-#include <numbers>
 
 #include "Platform/Linux/UI/ViewNode.h"
 #include "UI/VisualEffectView.h"
@@ -27,18 +26,6 @@ PixelRect nearestPixels(const Rect<Space>& r) {
 
 }  // namespace
 
-void addRoundedRect(cairo_t* cr, double x, double y, double width, double height, double radius) {
-    const double r = std::min({radius, width / 2, height / 2});
-    if (r <= 0) return cairo_rectangle(cr, x, y, width, height);
-    const double quarter = std::numbers::pi / 2;
-    cairo_new_sub_path(cr);
-    cairo_arc(cr, x + width - r, y + r, r, -quarter, 0);
-    cairo_arc(cr, x + width - r, y + height - r, r, 0, quarter);
-    cairo_arc(cr, x + r, y + height - r, r, quarter, 2 * quarter);
-    cairo_arc(cr, x + r, y + r, r, 2 * quarter, 3 * quarter);
-    cairo_close_path(cr);
-}
-
 void ViewPainter::setSource(const ui::RGBA& color, double opacity) {
     cairo_set_source_rgba(cr_, color.red, color.green, color.blue, color.alpha * opacity);
 }
@@ -46,7 +33,7 @@ void ViewPainter::setSource(const ui::RGBA& color, double opacity) {
 void ViewPainter::paint(const ui::View& view, Point<ViewSpace> corner, double opacity) {
     if (view.isHidden() || view.alpha() <= 0) return;
     const Rect<ViewSpace> rect{corner.x, corner.y, view.frame().width, view.frame().height};
-    const bool isDamaged = damage_.intersects(pixelsTouched(rect));
+    const bool isDamaged = damage_.touches(rect);
     if (!isDamaged && view.clipsToBounds()) return;
 
     // A translucent view with subviews is blended as one; where they overlap, nothing may shine through twice.
@@ -54,22 +41,23 @@ void ViewPainter::paint(const ui::View& view, Point<ViewSpace> corner, double op
     if (isGroup && !isDamaged && !isDamagedBelow(view, corner)) return;
     const double own = isGroup ? 1 : opacity * view.alpha();
     if (isGroup) cairo_push_group(cr_);
-    const PixelRect pixels = nearestPixels(rect);
-    if (isDamaged) paintItself(view, corner, pixels, own);
-    if (!view.subviews().empty()) paintSubviews(view, corner, pixels, own);
+    if (isDamaged) paintItself(view, corner, nearestPixels(rect), own);
+    if (!view.subviews().empty()) paintSubviews(view, corner, own);
     if (isGroup) {
         cairo_pop_group_to_source(cr_);
         cairo_paint_with_alpha(cr_, opacity * view.alpha());
     }
 }
 
-void ViewPainter::paintSubviews(const ui::View& view, Point<ViewSpace> corner, const PixelRect& pixels,
-                                double opacity) {
-    cairo_save(cr_);
-    if (view.clipsToBounds()) clipTo(view, pixels);
+void ViewPainter::paintSubviews(const ui::View& view, Point<ViewSpace> corner, double opacity) {
+    const bool clips = view.clipsToBounds();
+    if (clips) {
+        cairo_save(cr_);
+        clipTo(view, nearestPixels(Rect<ViewSpace>{corner.x, corner.y, view.frame().width, view.frame().height}));
+    }
     for (const ui::View* subview : view.subviews())
         paint(*subview, {corner.x + subview->frame().x, corner.y + subview->frame().y}, opacity);
-    cairo_restore(cr_);
+    if (clips) cairo_restore(cr_);
 }
 
 void ViewPainter::clipTo(const ui::View& view, const PixelRect& pixels) {
@@ -81,15 +69,14 @@ bool ViewPainter::isDamagedBelow(const ui::View& view, Point<ViewSpace> corner) 
     return std::ranges::any_of(view.subviews(), [&](const ui::View* subview) {
         const Rect<ViewSpace>& frame = subview->frame();
         const Rect<ViewSpace> rect{corner.x + frame.x, corner.y + frame.y, frame.width, frame.height};
-        return damage_.intersects(pixelsTouched(rect)) || isDamagedBelow(*subview, rect.origin());
+        return damage_.touches(rect) || isDamagedBelow(*subview, rect.origin());
     });
 }
 
 void ViewPainter::paintItself(const ui::View& view, Point<ViewSpace> corner, const PixelRect& pixels, double opacity) {
     const auto fill = [&](const ui::RGBA& color) {
         setSource(color, opacity);
-        addRoundedRect(cr_, pixels.x, pixels.y, pixels.width, pixels.height, view.cornerRadius());
-        cairo_fill(cr_);
+        shapes_.fill(cr_, pixels, view.cornerRadius());
     };
     if (view.kind() == ui::View::Kind::VisualEffect)
         fill(palette_.material(static_cast<const ui::VisualEffectView&>(view).material(), isComposited_));
@@ -109,10 +96,7 @@ void ViewPainter::paintBorder(const ui::View& view, const PixelRect& pixels, dou
     ui::RGBA color = palette_.resolve(view.borderColor());
     color.alpha *= std::min(1.0, view.borderWidth());
     setSource(color, opacity);
-    cairo_set_line_width(cr_, width);
-    addRoundedRect(cr_, pixels.x + width / 2, pixels.y + width / 2, pixels.width - width, pixels.height - width,
-                   view.cornerRadius() - width / 2);
-    cairo_stroke(cr_);
+    shapes_.outline(cr_, pixels, view.cornerRadius(), width);
 }
 
 void ViewPainter::paintLabel(const ui::Label& label, Point<ViewSpace> corner, double opacity) {
@@ -154,15 +138,11 @@ void ViewPainter::paintTextField(const ui::TextField& field, const PixelRect& pi
     const ViewNode* node = nodeOf(field);
     const bool hasKeyboard = node && node->caret;
     setSource(palette_.textField(), opacity);
-    addRoundedRect(cr_, pixels.x, pixels.y, pixels.width, pixels.height, ui::TextField::kRadius);
-    cairo_fill(cr_);
+    shapes_.fill(cr_, pixels, ui::TextField::kRadius);
     const double ring = hasKeyboard ? kFocusRing : 1;
     setSource(palette_.resolve(hasKeyboard ? ui::kControlAccentColor.withAlpha(kFocusRingAlpha) : ui::kSeparatorColor),
               opacity);
-    cairo_set_line_width(cr_, ring);
-    addRoundedRect(cr_, pixels.x + ring / 2, pixels.y + ring / 2, pixels.width - ring, pixels.height - ring,
-                   ui::TextField::kRadius - ring / 2);
-    cairo_stroke(cr_);
+    shapes_.outline(cr_, pixels, ui::TextField::kRadius, ring);
     cairo_save(cr_);
     cairo_rectangle(cr_, pixels.x + ui::TextField::kPadding - 1, pixels.y,
                     std::max(0.0, pixels.width - 2 * ui::TextField::kPadding + 2), pixels.height);

@@ -5,6 +5,7 @@
 
 #include "Platform/Linux/UI/DamageRegion.h"
 #include "Platform/Linux/UI/Palette.h"
+#include "Platform/Linux/UI/RoundedShapes.h"
 #include "Platform/Linux/UI/TextLayouts.h"
 #include "UI/ImageView.h"
 #include "UI/Label.h"
@@ -19,15 +20,15 @@ class ViewPainter {
 public:
     /// All outlive the painter.
     ViewPainter(cairo_t* cr, const DamageRegion& damage, const Palette& palette, TextLayouts& layouts,
-                bool isComposited)
-        : cr_(cr), damage_(damage), palette_(palette), layouts_(layouts), isComposited_(isComposited) {}
+                RoundedShapes& shapes, bool isComposited)
+        : cr_(cr), damage_(damage), palette_(palette), layouts_(layouts), shapes_(shapes), isComposited_(isComposited) {}
 
     /// The view's corner lies at `corner`, in the window's pixels.
     void paint(const ui::View& view, Point<ViewSpace> corner) { paint(view, corner, 1); }
 
 private:
     void paint(const ui::View& view, Point<ViewSpace> corner, double opacity);
-    void paintSubviews(const ui::View& view, Point<ViewSpace> corner, const PixelRect& pixels, double opacity);
+    void paintSubviews(const ui::View& view, Point<ViewSpace> corner, double opacity);
     bool isDamagedBelow(const ui::View& view, Point<ViewSpace> corner) const;
     void paintItself(const ui::View& view, Point<ViewSpace> corner, const PixelRect& pixels, double opacity);
     void paintBorder(const ui::View& view, const PixelRect& pixels, double opacity);
@@ -42,10 +43,8 @@ private:
     const DamageRegion& damage_;
     const Palette& palette_;
     TextLayouts& layouts_;
+    RoundedShapes& shapes_;
     const bool isComposited_;
 };
-
-/// Adds a closed path around the rectangle; the radius is bounded to what fits.
-void addRoundedRect(cairo_t* cr, double x, double y, double width, double height, double radius);
 
 }  // namespace morvel::x11
