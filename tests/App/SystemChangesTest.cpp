@@ -107,6 +107,7 @@ TEST(SystemChanges, LeftHalfMadeByACrashAreOfferedToBeUndone) {
     DefaultsDictionary stored;  // as the crash leaves it
     const auto crash = [&] {
         desktop.crashMorvel();
+        desktop.toolkit().answer("");  // the question that stands there goes with it
         desktop.defaults().values = stored;
         desktop.startMorvel();
         EXPECT_EQ(desktop.question(), "Keep the changed Dock settings?");
