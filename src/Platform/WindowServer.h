@@ -61,7 +61,7 @@ public:
     /// token where the server offers no such notice.
     [[nodiscard]] virtual Subscription observeSpaceEvents(std::function<void(uint32_t event)> changed) = 0;
 
-    /// Front to back.
+    /// In no order that tells anything.
     virtual std::vector<ListedWindow> windowList(WindowListScope scope) = 0;
     /// The layer of one window; nothing when the server does not list it.
     virtual std::optional<int> layerOf(WindowNumber window) = 0;

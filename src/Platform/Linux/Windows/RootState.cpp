@@ -31,7 +31,6 @@ const std::vector<RootState::Followed>& RootState::followed() {
         {&Atoms::netNumberOfDesktops, &RootState::readDesktopCount},
         {&Atoms::netCurrentDesktop, &RootState::readCurrentDesktop},
         {&Atoms::netClientList, &RootState::readClients},
-        {&Atoms::netClientListStacking, &RootState::readStacking},
         {&Atoms::netActiveWindow, &RootState::readActive},
     };
     return table;
@@ -65,10 +64,6 @@ void RootState::readClients(const xcb_get_property_reply_t* reply) {
     if (clients == clients_) return;
     clients_ = std::move(clients);
     clientsChanged_.emit();
-}
-
-void RootState::readStacking(const xcb_get_property_reply_t* reply) {
-    stacking_ = cardinals(reply);
 }
 
 void RootState::readActive(const xcb_get_property_reply_t* reply) {

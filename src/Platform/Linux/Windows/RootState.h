@@ -1,4 +1,4 @@
-// What the window manager tells on the root window: its clients, their stacking, the active one and the workspaces.
+// What the window manager tells on the root window: its clients, the active one and the workspaces.
 #pragma once
 
 #include <optional>
@@ -19,8 +19,6 @@ public:
     /// In the order of their first mapping. Nothing while no window manager keeps the list: that says nothing about
     /// the windows.
     const std::optional<std::vector<xcb_window_t>>& clients() const { return clients_; }
-    /// Bottom to top.
-    const std::vector<xcb_window_t>& stacking() const { return stacking_; }
     std::optional<xcb_window_t> activeWindow() const { return active_; }
     uint32_t currentDesktop() const { return currentDesktop_; }
     uint32_t desktopCount() const { return desktopCount_; }
@@ -50,7 +48,6 @@ private:
     void request(const Followed& property);
     void requestDirty();
     void readClients(const xcb_get_property_reply_t* reply);
-    void readStacking(const xcb_get_property_reply_t* reply);
     void readActive(const xcb_get_property_reply_t* reply);
     void readCurrentDesktop(const xcb_get_property_reply_t* reply);
     void readDesktopCount(const xcb_get_property_reply_t* reply);
@@ -59,7 +56,6 @@ private:
 
     XConnection& connection_;
     std::optional<std::vector<xcb_window_t>> clients_;
-    std::vector<xcb_window_t> stacking_;
     std::optional<xcb_window_t> active_;
     uint32_t currentDesktop_ = 0;
     uint32_t desktopCount_ = 1;

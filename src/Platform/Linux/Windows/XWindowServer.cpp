@@ -148,10 +148,7 @@ Subscription XWindowServer::observeSpaceEvents(std::function<void(uint32_t)> cha
 
 std::vector<ListedWindow> XWindowServer::windowList(WindowListScope scope) {
     std::vector<ListedWindow> out;
-    const auto& stacking = root_.stacking();
-    for (auto window = stacking.rbegin(); window != stacking.rend(); ++window) {
-        const ClientWindow* client = clients_.find(*window);
-        if (!client) continue;
+    for (const ClientWindow* client : clients_.all()) {
         const bool isHere =
             client->desktop.value_or(kAllDesktops) == kAllDesktops || *client->desktop == root_.currentDesktop();
         if (scope == WindowListScope::OnScreen && (!isHere || clients_.isMinimized(*client))) continue;
