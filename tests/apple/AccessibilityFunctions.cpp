@@ -30,12 +30,14 @@ std::string textOf(CFStringRef string) {
     return checked::textOf(objectOf(string));
 }
 
-AXError copyAttribute(const ElementIdentity& element, const std::string& name, CFTypeRef* value) {
-    if (const AXError error = accessibility().errorFor(element, name)) return error;
-    const Id found = accessibility().attribute(element, name);
-    if (!found) return kAXErrorNoValue;
-    *value = handOver(found);
-    return kAXErrorSuccess;
+/// Asks the element's process: `act` says how it answers, unless it fails.
+template <typename Act>
+AXError ask(const char* function, AXUIElementRef element, CFStringRef about, Act act) {
+    const auto* const identity = identityOf(element, function);
+    if (!identity) return kAXErrorIllegalArgument;
+    const std::string name = about ? textOf(about) : "";
+    if (const AXError error = accessibility().errorFor(*identity, name)) return error;
+    return act(*identity, name);
 }
 
 }  // namespace
@@ -69,23 +71,26 @@ AXError AXUIElementSetMessagingTimeout(AXUIElementRef element, float seconds) {
     return kAXErrorSuccess;
 }
 AXError AXUIElementCopyAttributeValue(AXUIElementRef element, CFStringRef attribute, CFTypeRef* value) {
-    const auto* const identity = identityOf(element, "AXUIElementCopyAttributeValue");
-    return identity ? copyAttribute(*identity, textOf(attribute), value) : kAXErrorIllegalArgument;
+    return ask("AXUIElementCopyAttributeValue", element, attribute, [&](const auto& identity, const auto& name) {
+        const Id found = accessibility().state(identity).attributes[name];
+        if (!found) return kAXErrorNoValue;
+        *value = handOver(found);
+        return kAXErrorSuccess;
+    });
 }
 AXError AXUIElementSetAttributeValue(AXUIElementRef element, CFStringRef attribute, CFTypeRef value) {
-    const auto* const identity = identityOf(element, "AXUIElementSetAttributeValue");
-    if (!identity || !value) return kAXErrorIllegalArgument;
-    if (const AXError error = accessibility().errorFor(*identity, textOf(attribute))) return error;
-    accessibility().write(*identity, textOf(attribute), Id(objectOf(value)));
-    return kAXErrorSuccess;
+    if (!value) return kAXErrorIllegalArgument;
+    return ask("AXUIElementSetAttributeValue", element, attribute, [&](const auto& identity, const auto& name) {
+        accessibility().write(identity, name, Id(objectOf(value)));
+        return kAXErrorSuccess;
+    });
 }
 AXError AXUIElementPerformAction(AXUIElementRef element, CFStringRef action) {
-    const auto* const identity = identityOf(element, "AXUIElementPerformAction");
-    if (!identity) return kAXErrorIllegalArgument;
-    if (const AXError error = accessibility().errorFor(*identity, textOf(action))) return error;
-    accessibility().log.push_back("perform " + textOf(action));
-    if (accessibility().performed) accessibility().performed(*identity, textOf(action));
-    return kAXErrorSuccess;
+    return ask("AXUIElementPerformAction", element, action, [](const auto& identity, const auto& name) {
+        accessibility().log.push_back("perform " + name);
+        if (accessibility().performed) accessibility().performed(identity, name);
+        return kAXErrorSuccess;
+    });
 }
 
 AXError AXObserverCreate(std::int32_t pid, AXObserverCallback callback, AXObserverRef* observer) {
@@ -93,23 +98,21 @@ AXError AXObserverCreate(std::int32_t pid, AXObserverCallback callback, AXObserv
     AccessibilityWorld::Observer state{pid, callback, runtime().make("__CFRunLoopSource", RunLoopSource{}), {}};
     Id made = runtime().make("__AXObserver", std::move(state));
     accessibility().addObserver(made.raw());
-    if (accessibility().onObserverCreated) accessibility().onObserverCreated(made);
     *observer = reinterpret_cast<AXObserverRef>(made.giveUp());
     return kAXErrorSuccess;
 }
 AXError AXObserverAddNotification(AXObserverRef observer, AXUIElementRef element, CFStringRef notification,
                                   void* context) {
     auto* const state = payloadOf<AccessibilityWorld::Observer>(objectOf(observer));
-    const auto* const identity = identityOf(element, "AXObserverAddNotification");
-    if (!state || !identity) return kAXErrorIllegalArgument;
-    if (const AXError error = accessibility().errorFor(*identity, "")) return error;
-    const std::string name = textOf(notification);
-    if (const AXError error = accessibility().subscriptionError(state->pid, name)) return error;
-    for (const auto& known : state->subscriptions) {
-        if (known.element == *identity && known.notification == name) return kAXErrorNotificationAlreadyRegistered;
-    }
-    state->subscriptions.push_back({*identity, name, context});
-    return kAXErrorSuccess;
+    if (!state) return kAXErrorIllegalArgument;
+    return ask("AXObserverAddNotification", element, nullptr, [&](const ElementIdentity& identity, const auto&) {
+        const std::string name = textOf(notification);
+        if (const AXError error = accessibility().subscriptionError(state->pid, name)) return error;
+        for (const auto& known : state->subscriptions)
+            if (known.element == identity && known.notification == name) return kAXErrorNotificationAlreadyRegistered;
+        state->subscriptions.push_back({identity, name, context});
+        return kAXErrorSuccess;
+    });
 }
 CFRunLoopSourceRef AXObserverGetRunLoopSource(AXObserverRef observer) {
     const auto* const state = payloadOf<AccessibilityWorld::Observer>(objectOf(observer));

@@ -13,6 +13,11 @@
 
 namespace morvel::mac::checked {
 
+/// A point, a size or a rectangle as the value of an attribute.
+Id makeValue(CGPoint point);
+Id makeValue(CGSize size);
+Id makeValue(CGRect rectangle);
+
 class AccessibilityWorld {
 public:
     static AccessibilityWorld& process();
@@ -24,19 +29,28 @@ public:
     /// The application element of a process; the same one for each call.
     Id application(std::int32_t pid);
     Id makeElement(std::int32_t pid);
-    void set(const Id& element, const std::string& attribute, const Id& value);
-    void setPoint(const Id& element, const std::string& attribute, CGPoint value);
-    void setSize(const Id& element, const std::string& attribute, CGSize value);
+    struct State {
+        std::map<std::string, Id> attributes;
+        std::map<std::string, AXError> errors;  // of attributes and actions
+        std::uint32_t windowNumber = 0;         // zero: the server knows no such window
+        bool isGone = false;
+    };
+    State& state(const ElementIdentity& element) { return states_[element.serial]; }
+    State& state(const Id& element) { return state(*payloadOf<ElementIdentity>(element)); }
+    void set(const Id& element, const std::string& attribute, const Id& value) {
+        state(element).attributes[attribute] = value;
+    }
     /// What the element has now; empty when there is no such attribute.
-    Id value(const Id& element, const std::string& attribute);
-    void setWindowNumber(const Id& element, std::uint32_t number);
+    Id value(const Id& element, const std::string& attribute) { return state(element).attributes[attribute]; }
 
     // Faults. kAXErrorSuccess heals.
-    void fail(const Id& element, const std::string& attribute, AXError error);
+    void fail(const Id& element, const std::string& name, AXError error) { state(element).errors[name] = error; }
     /// Every call about the process fails, as for one that hangs (kAXErrorCannotComplete).
     void failProcess(std::int32_t pid, AXError error) { processErrors_[pid] = error; }
     /// The next `times` subscriptions of the process to the notification fail.
-    void refuseSubscription(std::int32_t pid, const std::string& notification, AXError error, int times);
+    void refuseSubscription(std::int32_t pid, const std::string& notification, AXError error, int times) {
+        refusals_[{pid, notification}] = {error, times};
+    }
     /// The element is gone: every call about it fails.
     void destroy(const Id& element) { state(element).isGone = true; }
 
@@ -51,9 +65,6 @@ public:
     /// How many calls asked another process something, answered or not.
     int questions = 0;
 
-    /// Shows a test each observer that is made.
-    std::function<void(const Id& observer)> onObserverCreated;
-
     // For the C functions.
     struct Subscription {
         ElementIdentity element;
@@ -67,28 +78,18 @@ public:
         std::vector<Subscription> subscriptions;
     };
     AXError errorFor(const ElementIdentity& element, const std::string& attribute);
-    Id attribute(const ElementIdentity& element, const std::string& name);
     void write(const ElementIdentity& element, const std::string& name, const Id& value);
     AXError subscriptionError(std::int32_t pid, const std::string& notification);
-    std::uint32_t windowNumber(const ElementIdentity& element) { return states_[element.serial].windowNumber; }
     ElementIdentity applicationIdentity(std::int32_t pid);
     void addObserver(RawObject observer) { observers_.push_back(observer); }
 
 private:
-    struct State {
-        std::map<std::string, Id> attributes;
-        std::map<std::string, AXError> errors;
-        std::uint32_t windowNumber = 0;
-        bool isGone = false;
-    };
-    State& state(const Id& element);
-
     std::uint64_t lastSerial_ = 0;
     std::map<std::uint64_t, State> states_;
     std::map<std::int32_t, std::uint64_t> applications_;
     std::map<std::int32_t, AXError> processErrors_;
-    std::map<std::string, std::pair<AXError, int>> refusals_;  // by "pid notification"
-    std::vector<RawObject> observers_;                         // not owned; dead ones are skipped
+    std::map<std::pair<std::int32_t, std::string>, std::pair<AXError, int>> refusals_;
+    std::vector<RawObject> observers_;  // not owned; dead ones are skipped
 };
 
 inline AccessibilityWorld& accessibility() {

@@ -2,7 +2,6 @@
 
 #include "Platform/Mac/apple/AppKit/NSAnimationContext.h"
 #include "Properties.h"
-#include "SystemObjects.h"
 
 namespace morvel::mac::checked {
 
@@ -29,36 +28,36 @@ bool passToAnimatedWindow(RawObject animator, CGRect frame) {
 }
 
 bool isSliding(const NSWindow& window) {
-    return property<bool>(window.raw(), "isSliding");
+    return property<bool>(window, "isSliding");
 }
 
 CGRect slideTarget(const NSWindow& window) {
-    return property<CGRect>(window.raw(), isSliding(window) ? "slidesTo" : "frame");
+    return property<CGRect>(window, isSliding(window) ? "slidesTo" : "frame");
 }
 
 double slideDuration(const NSWindow& window) {
-    return property<double>(window.raw(), "slideDuration");
+    return property<double>(window, "slideDuration");
 }
 
 void finishSlide(const NSWindow& window) {
     if (!isSliding(window)) return;
-    setProperty(window.raw(), "isSliding", false);
-    window.setFrame(property<CGRect>(window.raw(), "slidesTo"), true);
+    setProperty(window, "isSliding", false);
+    window.setFrame(property<CGRect>(window, "slidesTo"), true);
 }
 
-void installAnimations(Runtime& runtime) {
-    runtime.implement("NSAnimationContext", "+runAnimationGroup:", [](Invocation& i) {
-        const Id context(objc::kAdopt,
-                         checked::runtime().allocate(checked::runtime().classNamed("NSAnimationContext")));
+void installAnimations(Runtime& target) {
+    const auto group = target.implementing("NSAnimationContext");
+    group("+runAnimationGroup:", [](Invocation& i) {
+        const Id context = runtime().make("NSAnimationContext");
         durationOfGroup = 0.25;  // AppKit's own, for those who do not say
         Block<void(NSAnimationContext)>(i.argument<objc::RawBlock>(0))(NSAnimationContext(context.raw()));
         durationOfGroup = 0;
     });
-    runtime.implement("NSAnimationContext",
-                      "setDuration:", [](Invocation& i) { durationOfGroup = i.argument<double>(0); });
-    runtime.implement("NSWindow", "animator", [](Invocation& i) {
-        const Id proxy(objc::kAdopt, checked::runtime().allocate(checked::runtime().classNamed("NSPanel")));
-        setProperty(proxy.raw(), "animated", i.receiver());
+    group("setDuration:", [](Invocation& i) { durationOfGroup = i.argument<double>(0); });
+    const auto window = target.implementing("NSWindow");
+    window("animator", [](Invocation& i) {
+        const Id proxy = runtime().make("NSPanel");
+        setProperty(proxy, "animated", i.receiver());
         i.answerObject(proxy);
     });
 }

@@ -18,10 +18,8 @@ struct Current {
     std::string name = kDefault;
 };
 
-Current& current() {
-    const Id holder = runtime().shared("NSObject", "NSAppearance current");
-    if (!payloadOf<Current>(holder.raw())) setPayload(holder.raw(), Current{});
-    return *payloadOf<Current>(holder.raw());
+std::string& current() {
+    return runtime().known<Current>().name;
 }
 
 Id appearance(const std::string& name) {
@@ -40,26 +38,26 @@ Id makeColor(const std::string& text) {
     return runtime().make("NSColor", text);
 }
 
-void installColors(Runtime& runtime) {
+void installColors(Runtime& target) {
+    const auto color = target.implementing("NSColor");
     for (const char* role : {"clearColor", "labelColor", "secondaryLabelColor", "separatorColor", "systemRedColor",
                              "whiteColor", "controlAccentColor", "windowBackgroundColor"}) {
-        runtime.implement("NSColor", "+" + std::string(role),
-                          [role](Invocation& i) { i.answerObject(makeColor(role)); });
+        color("+" + std::string(role), [role](Invocation& i) { i.answerObject(makeColor(role)); });
     }
-    runtime.implement("NSColor", "+colorWithSRGBRed:green:blue:alpha:", [](Invocation& i) {
+    color("+colorWithSRGBRed:green:blue:alpha:", [](Invocation& i) {
         std::ostringstream text;
         text << "sRGB";
         for (std::size_t k = 0; k < 4; ++k) text << ' ' << i.argument<double>(k);
         i.answerObject(makeColor(text.str()));
     });
-    runtime.implement("NSColor", "colorWithAlphaComponent:", [](Invocation& i) {
+    color("colorWithAlphaComponent:", [](Invocation& i) {
         std::ostringstream text;
         text << *payloadOf<std::string>(i.receiver()) << ' ' << i.argument<double>(0);
         i.answerObject(makeColor(text.str()));
     });
-    runtime.implement("NSColor", "CGColor", [](Invocation& i) {
+    color("CGColor", [](Invocation& i) {
         static std::set<std::string> resolved;  // so that a reference stays good
-        const auto at = resolved.insert(*payloadOf<std::string>(i.receiver()) + " under " + current().name).first;
+        const auto at = resolved.insert(*payloadOf<std::string>(i.receiver()) + " under " + current()).first;
         i.answer<CGColorRef>(reinterpret_cast<CGColorRef>(const_cast<std::string*>(&*at)));
     });
 }
@@ -67,7 +65,7 @@ void installColors(Runtime& runtime) {
 }  // namespace
 
 void setAppearance(const NSView& content, const std::string& name) {
-    setProperty(content.raw(), "effectiveAppearance", appearance(name).raw());
+    setProperty(content, "effectiveAppearance", appearance(name));
     for (const NSView& child : content.subviews().elements<NSView>()) setAppearance(child, name);
     send(content, "viewDidChangeEffectiveAppearance"_sel);
 }
@@ -76,21 +74,23 @@ std::string describe(CGColorRef color) {
     return color ? *reinterpret_cast<const std::string*>(color) : std::string();
 }
 
-void installAppearance(Runtime& runtime) {
-    runtime.implement("NSAppearance",
-                      "+appearanceNamed:", [](Invocation& i) { i.answerObject(appearance(textOf(i.object(0)))); });
-    runtime.implement("NSView", "effectiveAppearance", [](Invocation& i) {
+void installAppearance(Runtime& target) {
+    const auto appearances = target.implementing("NSAppearance");
+    appearances("+appearanceNamed:", [](Invocation& i) { i.answerObject(appearance(textOf(i.object(0)))); });
+    const auto view = target.implementing("NSView");
+    view("effectiveAppearance", [](Invocation& i) {
         const RawObject own = property<RawObject>(i.receiver(), "effectiveAppearance");
         i.answerObject(own ? Id(own) : appearance(kDefault));
     });
-    runtime.implement("NSAppearance", "performAsCurrentDrawingAppearance:", [](Invocation& i) {
-        const std::string before = current().name;
-        current().name = nameOf(i.receiver());
+    appearances("performAsCurrentDrawingAppearance:", [](Invocation& i) {
+        const std::string before = current();
+        current() = nameOf(i.receiver());
         Block<void()>(i.argument<objc::RawBlock>(0))();
-        current().name = before;
+        current() = before;
     });
-    installColors(runtime);
-    runtime.implement("NSString", "sizeWithAttributes:", [](Invocation& i) {
+    installColors(target);
+    const auto string = target.implementing("NSString");
+    string("sizeWithAttributes:", [](Invocation& i) {
         // A fixed advance per byte, with a fraction to be rounded.
         constexpr double kAdvance = 6.5;
         constexpr double kLine = 14.5;

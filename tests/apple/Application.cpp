@@ -1,24 +1,18 @@
 // The application object: launching, running and quitting as AppKit tells the delegate.
-#include "Application.h"
-
+#include "Events.h"
 #include "FakeDispatch.h"
 #include "Platform/Mac/objc/AutoreleasePool.h"
 #include "Platform/Mac/objc/Block.h"
-#include "Platform/Mac/objc/Send.h"
-#include "SystemObjects.h"
+#include "Properties.h"
 
 namespace morvel::mac::checked {
 
 namespace {
 
-using namespace objc::literals;
-
 void tellDelegate(RawObject application, const std::string& selector) {
     const objc::AutoreleasePool pool;
-    const Id delegate = objc::send<Id>(application, "delegate"_sel);
-    if (!runtime().responds(delegate.raw(), selector)) return;
-    const Id notification(objc::kAdopt, runtime().allocate(runtime().classNamed("NSNotification")));
-    objc::sendRaw<void, Id>(delegate.raw(), runtime().selectorNamed(selector), notification);
+    const Id delegate = property<Id>(application, "delegate");
+    if (runtime().responds(delegate.raw(), selector)) tell(delegate, selector, runtime().make("NSNotification"));
 }
 
 }  // namespace
@@ -31,9 +25,10 @@ void whileRunning(std::function<void()> script) {
     });
 }
 
-void installApplication(Runtime& runtime) {
+void installApplication(Runtime& target) {
     // What is performed in the loop's next pass runs between two pieces of the main queue.
-    runtime.implement("NSRunLoop", "performBlock:", [](Invocation& i) {
+    const auto runLoop = target.implementing("NSRunLoop");
+    runLoop("performBlock:", [](Invocation& i) {
         using Work = objc::Block<void()>;
         dispatch().enqueue(dispatch().resolve(DISPATCH_TIME_NOW), &_dispatch_main_q,
                            new Work(i.argument<objc::RawBlock>(0)), [](void* context) {
@@ -41,23 +36,21 @@ void installApplication(Runtime& runtime) {
                                (*work)();
                            });
     });
-    runtime.implement("NSApplication", "run",
-                      [](Invocation& i) { tellDelegate(i.receiver(), "applicationDidFinishLaunching:"); });
-    runtime.implement("NSApplication",
-                      "terminate:", [](Invocation& i) { tellDelegate(i.receiver(), "applicationWillTerminate:"); });
+    const auto application = target.implementing("NSApplication");
+    application("terminate:", [](Invocation& i) { tellDelegate(i.receiver(), "applicationWillTerminate:"); });
 }
 
-void installSystemObjects(Runtime& runtime) {
-    installValues(runtime);
-    installViews(runtime);
-    installForms(runtime);
-    installAnimations(runtime);
-    installDrags(runtime);
-    installEvents(runtime);
-    installAppearance(runtime);
-    installNotifications(runtime);
-    installWorkspace(runtime);
-    installApplication(runtime);
+void installSystemObjects(Runtime& target) {
+    installValues(target);
+    installViews(target);
+    installForms(target);
+    installAnimations(target);
+    installDrags(target);
+    installEvents(target);
+    installAppearance(target);
+    installNotifications(target);
+    installWorkspace(target);
+    installApplication(target);
 }
 
 }  // namespace morvel::mac::checked

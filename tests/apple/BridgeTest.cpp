@@ -1,7 +1,6 @@
 // The bridge: references, subclasses with C++ methods and owned objects, blocks of both kinds, encodings.
 #include "Events.h"
 #include "Platform/Mac/apple/AppKit/NSEvent.h"
-#include "Platform/Mac/apple/AppKit/NSMenu.h"
 #include "Platform/Mac/apple/AppKit/NSWindow.h"
 #include "Platform/Mac/apple/Foundation/NSNotificationCenter.h"
 #include "Platform/Mac/apple/Foundation/NSNumber.h"
@@ -20,7 +19,7 @@ class Bridge : public RuntimeTest {};
 struct Probe {
     static constexpr const char* kClassName = "MorvelProbe";
     struct Notes {
-        std::vector<std::string> calls;
+        Texts calls;
         int alive = 0;
     };
 
@@ -39,7 +38,6 @@ struct Probe {
     }
     NSString accessibilityLabel() { return NSString::from("probe"); }
     void rightMouseDown(objc::Self self, NSEvent) { NSView(self.object).removeFromSuperview(); }
-    void chosen(NSMenuItem item) { notes.calls.push_back("chosen " + std::to_string(item.tag())); }
 
     static NSView make(Notes& notes, CGRect frame) {
         using Class = objc::Subclass<Probe>;
@@ -48,7 +46,6 @@ struct Probe {
                                                      .overrides<&Probe::rightMouseDown>("rightMouseDown:"_sel)
                                                      .overrides<&Probe::updateTrackingAreas>("updateTrackingAreas"_sel)
                                                      .overrides<&Probe::accessibilityLabel>("accessibilityLabel"_sel)
-                                                     .adds<&Probe::chosen>("chosen:"_sel)
                                                      .registered();
         (void)registered;
         return Class::create<NSView>(std::make_unique<Probe>(notes), "initWithFrame:"_sel, frame);
@@ -70,7 +67,7 @@ TEST_F(Bridge, SubclassesAreCalledAsAppKitCalls) {
     const NSEvent event(mouseEvent(NSEventTypeLeftMouseDown, {15, 5}, 2));
     sendMouse(panel.contentView(), "mouseDown:", event);
     sendMouse(panel.contentView(), "mouseDown:", mouseEvent(NSEventTypeLeftMouseDown, {900, 5}));
-    EXPECT_EQ(notes.calls, (std::vector<std::string>{"areas 1", "areas 1", "down 2"})) << "replaced, never piled up";
+    EXPECT_EQ(notes.calls, (Texts{"areas 1", "areas 1", "down 2"})) << "replaced, never piled up";
     EXPECT_EQ(send<NSString>(view, "accessibilityLabel"_sel).text(), "probe");
     EXPECT_EQ(view.convertPointFrom({15, 5}, NSView()), (CGPoint{5, 5}));
 
@@ -80,28 +77,6 @@ TEST_F(Bridge, SubclassesAreCalledAsAppKitCalls) {
     send(raw, "rightMouseDown:"_sel, event);  // removes itself while its own method runs
     EXPECT_EQ(notes.alive, 0);
     panel.close();
-}
-
-TEST_F(Bridge, ActionsReachTheirTarget) {
-    Probe::Notes notes;
-    const NSView target = Probe::make(notes, {});
-    const NSMenu menu = NSMenu::make(NSString());
-    const NSMenuItem item = NSMenuItem::make(NSString::from("Quit"), "chosen:"_sel, NSString::from("q"));
-    item.setTarget(target);
-    item.setTag(7);
-    menu.addItem(item);
-    menu.addItem(NSMenuItem::separator());
-    bool hasChosen = false;
-    whenMenuPopsUp([&](const NSMenu& popped) {
-        EXPECT_EQ(popped.items().count(), 2U);
-        EXPECT_FALSE(choose(itemTitled(popped, "Close")));
-        hasChosen = choose(itemTitled(popped, "Quit"));
-    });
-    EXPECT_TRUE(menu.popUp({0, 0}, target));
-    EXPECT_TRUE(hasChosen);
-    item.setEnabled(false);
-    EXPECT_FALSE(choose(item));
-    EXPECT_EQ(notes.calls, std::vector<std::string>{"chosen 7"});
 }
 
 TEST_F(Bridge, ReferencesEndWithTheirHolders) {
@@ -119,19 +94,15 @@ TEST_F(Bridge, ReferencesEndWithTheirHolders) {
         EXPECT_EQ(notes.alive, 2);
     }
     EXPECT_EQ(notes.alive, 0) << "and what was associated";
-    NSView nil;
-    EXPECT_EQ(nil.frame(), CGRect{}) << "nil answers zero";
-    EXPECT_EQ(NSString().text(), "");
-}
-
-TEST_F(Bridge, PoolsReleaseWhatTheyHeld) {
-    Probe::Notes notes;
     {
         const objc::AutoreleasePool pool;
         objc::objc_autorelease(Probe::make(notes, {}).giveUp());
         EXPECT_EQ(notes.alive, 1);
     }
-    EXPECT_EQ(notes.alive, 0);
+    EXPECT_EQ(notes.alive, 0) << "and what a pool held";
+    NSView nil;
+    EXPECT_EQ(nil.frame(), CGRect{}) << "nil answers zero";
+    EXPECT_EQ(NSString().text(), "");
 }
 
 TEST_F(Bridge, BlocksCopyAndDisposeTheirCallable) {
@@ -162,7 +133,7 @@ TEST_F(Bridge, BlocksCopyAndDisposeTheirCallable) {
 }
 
 TEST_F(Bridge, ObserversEndWithTheirTokens) {
-    std::vector<std::string> seen;
+    Texts seen;
     const auto center = NSNotificationCenter::defaultCenter();
     const NSString name(NSApplicationDidChangeScreenParametersNotification);
     Subscription token = center.observe(name, [&](const NSNotification& note) {
@@ -173,7 +144,7 @@ TEST_F(Bridge, ObserversEndWithTheirTokens) {
     EXPECT_TRUE(seen.empty()) << "another centre";
     post(Center::Default, name.raw(), Id());
     post(Center::Default, name.raw(), Id());
-    EXPECT_EQ(seen, std::vector<std::string>{"NSApplicationDidChangeScreenParametersNotification"});
+    EXPECT_EQ(seen, Texts{"NSApplicationDidChangeScreenParametersNotification"});
 }
 
 TEST(Encodings, OfRunningSystemsComparePlainly) {

@@ -60,6 +60,13 @@ T* typed(CFTypeRef reference, TypeID wanted, const char* function) {
 }
 
 template <typename T>
+bool holdEqual(Borrowed left, Borrowed right) {
+    const T* const a = payloadOf<T>(left);
+    const T* const b = payloadOf<T>(right);
+    return a && b && *a == *b;
+}
+
+template <typename T>
 bool store(const Number& number, void* result) {
     const auto stored = std::visit([](auto value) { return static_cast<T>(value); }, number);
     std::memcpy(result, &stored, sizeof stored);
@@ -79,20 +86,9 @@ RawObject objectOf(CFTypeRef reference) {
     return static_cast<RawObject>(const_cast<void*>(reference));
 }
 
-bool areEqual(RawObject left, RawObject right) {
-    if (left == right) return true;
-    if (!left || !right) return false;
-    if (const auto* const a = payloadOf<std::string>(left)) {
-        const auto* const b = payloadOf<std::string>(right);
-        return b && *a == *b;
-    }
-    if (const auto* const a = payloadOf<Number>(left)) {
-        const auto* const b = payloadOf<Number>(right);
-        return b && *a == *b;
-    }
-    const auto* const a = payloadOf<ElementIdentity>(left);
-    const auto* const b = payloadOf<ElementIdentity>(right);
-    return a && b && *a == *b;
+bool areEqual(Borrowed left, Borrowed right) {
+    return RawObject(left) == RawObject(right) || holdEqual<std::string>(left, right) ||
+           holdEqual<Number>(left, right) || holdEqual<ElementIdentity>(left, right);
 }
 
 }  // namespace morvel::mac::checked
@@ -179,17 +175,18 @@ Boolean CFStringGetCString(CFStringRef string, char* buffer, CFIndex size, CFStr
 }
 
 CFNumberRef CFNumberCreate(CFAllocatorRef, CFNumberType type, const void* value) {
-    const auto made = [&]() -> Number {
-        if (type == kCFNumberSInt32Type) return std::int64_t{*static_cast<const std::int32_t*>(value)};
-        if (type == kCFNumberSInt64Type) return *static_cast<const std::int64_t*>(value);
-        return *static_cast<const double*>(value);
-    };
-    return static_cast<CFNumberRef>(handOver(makeNumber(made())));
+    Number number = 0.0;
+    if (type == kCFNumberSInt32Type)
+        number = std::int64_t{*static_cast<const std::int32_t*>(value)};
+    else if (type == kCFNumberSInt64Type)
+        number = *static_cast<const std::int64_t*>(value);
+    else
+        number = *static_cast<const double*>(value);
+    return static_cast<CFNumberRef>(handOver(makeNumber(number)));
 }
 Boolean CFNumberGetValue(CFNumberRef number, CFNumberType type, void* value) {
     const auto* const found = typed<Number>(number, kNumber, "CFNumberGetValue");
     if (!found) return false;
-    if (type == kCFNumberSInt32Type) return store<std::int32_t>(*found, value);
     if (type == kCFNumberSInt64Type) return store<std::int64_t>(*found, value);
     return store<double>(*found, value);
 }
@@ -230,12 +227,8 @@ CFDictionaryRef CFDictionaryCreate(CFAllocatorRef, const void** keys, const void
     return static_cast<CFDictionaryRef>(handOver(makeDictionary(std::move(entries))));
 }
 const void* CFDictionaryGetValue(CFDictionaryRef dictionary, const void* key) {
-    const auto* const entries = typed<Entries>(dictionary, kDictionary, "CFDictionaryGetValue");
-    if (!entries) return nullptr;
-    for (const auto& [candidate, value] : *entries) {
-        if (areEqual(candidate.raw(), objectOf(key))) return value.raw();
-    }
-    return nullptr;
+    const bool isOne = typed<Entries>(dictionary, kDictionary, "CFDictionaryGetValue");
+    return isOne ? valueAt(objectOf(dictionary), objectOf(key)) : nullptr;
 }
 
 CFStringRef CFUUIDCreateString(CFAllocatorRef, CFUUIDRef uuid) {
@@ -245,19 +238,18 @@ CFStringRef CFUUIDCreateString(CFAllocatorRef, CFUUIDRef uuid) {
 
 CFRunLoopRef CFRunLoopGetCurrent() {
     // There is one thread.
-    static const RawObject main = runtime().makeImmortal(runtime().make("__CFRunLoop", 0));
+    static const RawObject main = runtime().makeImmortal(runtime().make("__CFRunLoop"));
     return reinterpret_cast<CFRunLoopRef>(main);
 }
 void CFRunLoopAddSource(CFRunLoopRef, CFRunLoopSourceRef source, CFStringRef mode) {
     auto* const state = typed<RunLoopSource>(source, kRunLoopSource, "CFRunLoopAddSource");
-    if (!state) return;
+    if (!state || state->isScheduled || objectOf(mode) != objectOf(kCFRunLoopDefaultMode)) return;
     state->isScheduled = true;
-    state->mode = textOf(objectOf(mode));
+    runtime().retain(objectOf(source));
 }
 void CFRunLoopRemoveSource(CFRunLoopRef, CFRunLoopSourceRef source, CFStringRef) {
-    if (auto* const state = typed<RunLoopSource>(source, kRunLoopSource, "CFRunLoopRemoveSource")) {
-        state->isScheduled = false;
-    }
+    auto* const state = typed<RunLoopSource>(source, kRunLoopSource, "CFRunLoopRemoveSource");
+    if (state && std::exchange(state->isScheduled, false)) runtime().release(objectOf(source));
 }
 }
 

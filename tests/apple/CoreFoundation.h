@@ -17,8 +17,7 @@ struct ElementIdentity {
 };
 
 struct RunLoopSource {
-    bool isScheduled = false;
-    std::string mode = {};
+    bool isScheduled = false;  // the run loop keeps it then
 };
 
 RawObject objectOf(CFTypeRef reference);

@@ -1,9 +1,23 @@
-// The comparison, reported as faults.
+// The list of written messages, and the comparison of declarations, reported as faults.
 #include "Declarations.h"
 
 #include "Runtime.h"
 
+namespace morvel::mac::objc {
+
+bool checkedNoteMessage(const WrittenMessage& message) {
+    checked::writtenMessages().push_back(message);
+    return true;
+}
+
+}  // namespace morvel::mac::objc
+
 namespace morvel::mac::checked {
+
+std::vector<objc::WrittenMessage>& writtenMessages() {
+    static std::vector<objc::WrittenMessage> list;  // made before main: it asks nothing of the runtime
+    return list;
+}
 
 void checkFunction(const DeclaredFunction& function) {
     Faults& faults = runtime().faults();

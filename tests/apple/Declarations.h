@@ -5,6 +5,7 @@
 #include <string>
 #include <type_traits>
 #include <utility>
+#include <vector>
 
 #include "Platform/Mac/objc/Encoding.h"
 #include "Platform/Mac/objc/Id.h"
@@ -42,6 +43,9 @@ DeclaredConstant constantOf(const char* name, T value) {
     if (std::is_floating_point_v<T>) text.erase(std::max(text.find_last_not_of('0'), text.find('.') + 1) + 1);
     return {name, encodingOf<T>(), std::move(text)};
 }
+
+/// All messages that the wrappers' code contains, sent or not: noted while the program starts.
+std::vector<objc::WrittenMessage>& writtenMessages();
 
 void checkFunction(const DeclaredFunction& function);
 void checkConstant(const DeclaredConstant& constant);

@@ -6,7 +6,6 @@
 #include <iterator>
 
 #include "RuntimeTest.h"
-#include "WrittenMessages.h"
 
 #include "Declared.inc"
 

@@ -1,23 +1,13 @@
 // Drags over our windows and of our own views, as AppKit tells them; and the wheel.
 #include "Bar/Drag/RunningWindowDrag.h"
 #include "Drags.h"
-#include "Events.h"
-#include "Platform/Mac/Icons/MacImage.h"
-#include "Platform/Mac/System/MacMainLoop.h"
 #include "Platform/Mac/UI/MacDragPasteboard.h"
-#include "Platform/Mac/UI/MacToolkit.h"
-#include "Platform/Mac/UI/ViewTree.h"
-#include "Platform/Mac/apple/AppKit/NSApplication.h"
 #include "Platform/Mac/objc/AutoreleasePool.h"
-#include "Properties.h"
-#include "RuntimeTest.h"
+#include "ToolkitFixture.h"
 #include "UI/ImageView.h"
-#include "UI/Panel.h"
 
 namespace morvel::mac::checked {
 namespace {
-
-using Texts = std::vector<std::string>;
 
 /// A view that notes what it is told of drags and the wheel, and can be dragged itself.
 struct Zone : ui::View {
@@ -34,7 +24,7 @@ struct Zone : ui::View {
     }
     bool acceptsDrag(const ui::DragPasteboard& dragged) const override { return dragged.hasType(type); }
     ui::DragOperation draggingEntered(const ui::DragInfo& info) override {
-        note("entered " + std::to_string(int(info.location.x)) + "," + std::to_string(int(info.location.y)));
+        note("entered " + textOf(info.location));
         if (onEntered) onEntered();
         return answer;
     }
@@ -66,7 +56,7 @@ struct Window : ui::View {
     std::string name;
 };
 
-class Drags : public RuntimeTest {
+class Drags : public ToolkitFixture {
 protected:
     Drags() {
         root.addSubview(files);
@@ -78,30 +68,32 @@ protected:
         texts.addSubview(picture);
         picture.setFrame({0, 0, 100, 32});
     }
-    static NSView native(const ui::View& view) { return ViewTree::nativeOf(view); }
     Texts told() { return std::exchange(notes, {}); }
     static Id text(const std::string& content) {
         return makePasteboard({.objects = {{"public.utf8-plain-text", makeString(content)}}, .urls = {}});
     }
-    /// Presses the files' zone, and moves with the button held.
-    void pull() {
-        sendMouse(native(root), "mouseDown:", mouseEvent(NSEventTypeLeftMouseDown, {10, 10}));
-        sendMouse(native(root), "mouseDragged:", mouseEvent(NSEventTypeLeftMouseDragged, {20, 10}));
+    /// Presses the files' zone or what is at this place, and moves with the button held.
+    void pull(double x = 10) {
+        sendMouse(native(root), "mouseDown:", mouseEvent(NSEventTypeLeftMouseDown, {x, 10}));
+        sendMouse(native(root), "mouseDragged:", mouseEvent(NSEventTypeLeftMouseDragged, {x + 10, 10}));
+    }
+    void endDrag(std::uint64_t operation) {
+        endOwnDrag(operation);
+        EXPECT_TRUE(ends.empty()) << "in a later turn";
+        dispatch().runPending();
     }
     void dragWhenPulled() {
         files.onDrag = [this] {
-            toolkit->beginDrag(files, {"app.morvel.Morvel.running-window", "a window"},
-                               [this](ui::DragOperation done) { ends.push_back(done); });
+            toolkit.beginDrag(files, {"app.morvel.Morvel.running-window", "a window"},
+                              [this](ui::DragOperation done) { ends.push_back(done); });
             EXPECT_TRUE(ends.empty()) << "never inside";
         };
     }
 
     Texts notes;
     std::vector<ui::DragOperation> ends;
-    MacMainLoop loop;
-    std::unique_ptr<MacToolkit> toolkit = std::make_unique<MacToolkit>(loop);
     Window root{notes, "window"};
-    ui::Panel panel{*toolkit, {.frame = {0, 0, 400, 32}}, root};
+    ui::Panel panel{toolkit, {.frame = {0, 0, 400, 32}}, root};
     Zone files{notes, "files", "public.file-url"};
     ui::View inner;
     Zone texts{notes, "texts", "public.utf8-plain-text"};
@@ -133,7 +125,7 @@ TEST_F(Drags, ReachTheDeepestViewThatAcceptsThem) {
 
 TEST_F(Drags, EndOnceForEachWindowTheyWereOver) {
     Window second(notes, "second");
-    ui::Panel bar(*toolkit, {.frame = {400, 0, 100, 32}}, second);
+    ui::Panel bar(toolkit, {.frame = {400, 0, 100, 32}}, second);
     DragOver drag(text("hello"));
     drag.moveTo(native(root), {150, 5});
     drag.moveTo(native(second), {10, 5});
@@ -163,7 +155,7 @@ TEST_F(Drags, ViewsMayGoWhileTheyAreOverThem) {
     EXPECT_EQ(told(), (Texts{"window entered", "visitor entered 210,27", "window exited", "window ended"}));
 
     auto guest = std::make_unique<Window>(notes, "guest");
-    auto bar = std::make_unique<ui::Panel>(*toolkit, ui::PanelOptions{.frame = {400, 0, 100, 32}}, *guest);
+    auto bar = std::make_unique<ui::Panel>(toolkit, ui::PanelOptions{.frame = {400, 0, 100, 32}}, *guest);
     const NSView content = native(*guest);
     DragOver unplugged(text("hello"));
     unplugged.moveTo(content, {10, 5});
@@ -175,10 +167,8 @@ TEST_F(Drags, ViewsMayGoWhileTheyAreOverThem) {
 }
 
 TEST_F(Drags, OfEveryKindAreHeardOf) {
-    const objc::AutoreleasePool pool;
     Texts registered;
-    const NSArray types = send<NSArray>(native(root), "registeredDraggedTypes"_sel);
-    for (const NSString& type : types.elements<NSString>()) registered.push_back(type.text());
+    for (const Id& type : list(native(root), "registeredDraggedTypes")) registered.push_back(checked::textOf(type));
     for (const std::string& needed :
          {std::string(ui::kFileURLType), std::string(ui::kLegacyFilenamesType), RunningWindowDrag::type(),
           std::string("app.morvel.Morvel.pinned-app"), std::string("public.url"), std::string("public.tiff")})
@@ -197,19 +187,17 @@ TEST_F(Drags, ContentsAreNotBelieved) {
     };
     const Id remote = NSURL::parse("https://example.com/a");
     const Id names = makeArray({makeString("/a"), makeNumber(std::int64_t{3}), makeString("b"), makeString("")});
+    const auto urls = [](Elements listed) { return PasteboardContents{.objects = {}, .urls = std::move(listed)}; };
+    const auto oldNames = [&](const Id& object) { return PasteboardContents{.objects = {{old, object}}, .urls = {}}; };
     for (const Row& row : {
-             Row{"files",
-                 {.objects = {}, .urls = {NSURL::file("/tmp/é"), NSURL::file("/b c")}},
-                 true,
-                 false,
-                 {"/tmp/é", "/b c"}},
+             Row{"files", urls({NSURL::file("/tmp/é"), NSURL::file("/b c")}), true, false, {"/tmp/é", "/b c"}},
              Row{"nothing at all", {}, false, false, {}},
-             Row{"a link is no file", {.objects = {}, .urls = {remote}}, false, false, {}},
-             Row{"files among links", {.objects = {}, .urls = {remote, NSURL::file("/a")}}, true, false, {"/a"}},
-             Row{"a relative path", {.objects = {}, .urls = {NSURL::file("a/b")}}, true, false, {}},
-             Row{"old names, some of them none", {.objects = {{old, names}}, .urls = {}}, false, true, {"/a"}},
-             Row{"an old name that is no list", {.objects = {{old, makeString("/a")}}, .urls = {}}, false, true, {}},
-             Row{"an old type without contents", {.objects = {{old, Id()}}, .urls = {}}, false, false, {}},
+             Row{"a link is no file", urls({remote}), false, false, {}},
+             Row{"files among links", urls({remote, NSURL::file("/a")}), true, false, {"/a"}},
+             Row{"a relative path", urls({NSURL::file("a/b")}), true, false, {}},
+             Row{"old names, some of them none", oldNames(names), false, true, {"/a"}},
+             Row{"an old name that is no list", oldNames(makeString("/a")), false, true, {}},
+             Row{"an old type without contents", oldNames(Id()), false, false, {}},
          }) {
         const MacDragPasteboard pasteboard{NSPasteboard(makePasteboard(row.contents))};
         EXPECT_EQ(pasteboard.hasFileURLs(), row.hasURLs) << row.why;
@@ -242,30 +230,23 @@ TEST_F(Drags, OfAViewShowItAsItIsAndEndOnce) {
     EXPECT_EQ(property<double>(property<RawObject>(image, "representation"), "shownAlpha"), 0.6);
     EXPECT_EQ(operationsOfOwnDrag(NSDraggingContextWithinApplication), 16U) << "moved, never copied";
     EXPECT_EQ(operationsOfOwnDrag(0), 16U);
-    {
-        const objc::AutoreleasePool pool;
-        const MacDragPasteboard carried{NSPasteboard(pasteboardOfOwnDrag())};
-        EXPECT_TRUE(RunningWindowDrag::isIn(carried));
-        EXPECT_EQ(carried.string(RunningWindowDrag::type()), "a window");
-    }
+    const MacDragPasteboard carried{NSPasteboard(pasteboardOfOwnDrag())};
+    EXPECT_TRUE(RunningWindowDrag::isIn(carried));
+    EXPECT_EQ(carried.string(RunningWindowDrag::type()), "a window");
     files.removeFromParent();
-    endOwnDrag(NSDragOperationMove);
-    EXPECT_TRUE(ends.empty()) << "in a later turn";
-    dispatch().runPending();
+    endDrag(NSDragOperationMove);
     EXPECT_EQ(std::exchange(ends, {}), std::vector{ui::DragOperation::Move}) << "also when the view is gone";
 
     root.addSubview(files);
     for (const auto& [answered, meant] : {std::pair{NSDragOperationCopy, ui::DragOperation::Copy},
                                           std::pair{NSDragOperationNone, ui::DragOperation::None}}) {
         pull();
-        endOwnDrag(answered);
-        dispatch().runPending();
+        endDrag(answered);
         EXPECT_EQ(std::exchange(ends, {}), std::vector{meant});
     }
     pull();
-    toolkit.reset();
-    endOwnDrag(NSDragOperationMove);
-    dispatch().runPending();
+    owned.reset();
+    endDrag(NSDragOperationMove);
     EXPECT_TRUE(ends.empty()) << "the program has ended";
 }
 
@@ -278,20 +259,17 @@ TEST_F(Drags, ThatCannotStartEndAtOnce) {
     dragWhenPulled();
     files.onDrag();
     endsAtOnce("nothing is pressed");
-    sendMouse(native(root), "otherMouseDown:", [] {
-        const Id event = mouseEvent(NSEventTypeOtherMouseDown, {10, 10});
-        setProperty(event.raw(), "buttonNumber", NSInteger{2});
-        return event;
-    }());
+    const Id middle = mouseEvent(NSEventTypeOtherMouseDown, {10, 10});
+    setProperty(middle, "buttonNumber", NSInteger{2});
+    sendMouse(native(root), "otherMouseDown:", middle);
     sendMouse(native(root), "otherMouseDragged:", mouseEvent(27, {20, 10}));
     endsAtOnce("the middle button");
     texts.onDrag = files.onDrag;
     files.removeFromParent();
-    sendMouse(native(root), "mouseDown:", mouseEvent(NSEventTypeLeftMouseDown, {110, 10}));
-    sendMouse(native(root), "mouseDragged:", mouseEvent(NSEventTypeLeftMouseDragged, {120, 10}));
+    pull(110);
     endsAtOnce("the view is not shown");
     root.addSubview(files);
-    runtime().script("NSPasteboardItem", "setString:forType:", [](Invocation& i) { i.answer<bool>(false); });
+    answer("NSPasteboardItem", "setString:forType:", false);
     pull();
     endsAtOnce("the pasteboard refuses the item");
 }
@@ -309,10 +287,10 @@ TEST_F(Drags, TheWheelTurnsByNotches) {
                            Row{"a flick that runs on", 0, -90, true, 4, 0}, Row{"mostly sideways", 40, -15, true, 0, 0},
                            Row{"no turn", 0, 0, true, 0, 0}}) {
         const Id event = mouseEvent(NSEventTypeScrollWheel, {10, 10});
-        setProperty(event.raw(), "scrollingDeltaX", row.x);
-        setProperty(event.raw(), "scrollingDeltaY", row.y);
-        setProperty(event.raw(), "hasPreciseScrollingDeltas", row.isPrecise);
-        setProperty(event.raw(), "momentumPhase", row.momentum);
+        setProperty(event, "scrollingDeltaX", row.x);
+        setProperty(event, "scrollingDeltaY", row.y);
+        setProperty(event, "hasPreciseScrollingDeltas", row.isPrecise);
+        setProperty(event, "momentumPhase", row.momentum);
         sendMouse(native(root), "scrollWheel:", event);
         EXPECT_DOUBLE_EQ(std::exchange(files.turned, 0), row.notches) << row.why;
     }

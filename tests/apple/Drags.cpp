@@ -44,88 +44,67 @@ void reportBad(const std::string& what) {
 }
 
 RawObject under(RawObject pasteboard, const std::string& type) {
-    const auto* const contents = payloadOf<PasteboardContents>(pasteboard);
-    if (!contents) return nullptr;
-    const auto found = std::ranges::find(contents->objects, type, &std::pair<std::string, Id>::first);
-    return found == contents->objects.end() ? nullptr : found->second.raw();
+    for (const auto& [offered, object] : held<PasteboardContents>(pasteboard).objects)
+        if (offered == type) return object.raw();
+    return nullptr;
 }
 
 /// The URLs that a reading of NSURLs with these options finds.
 Elements readableURLs(const Invocation& i) {
-    const auto* const classes = payloadOf<Elements>(i.object(0));
-    const bool wantsURLs = classes && std::ranges::any_of(*classes, [](const Id& wanted) {
-                               return isClassObject(wanted.raw()) && classOf(wanted.raw())->name == "NSURL";
-                           });
-    const auto* const contents = payloadOf<PasteboardContents>(i.receiver());
-    if (!wantsURLs || !contents) return {};
+    const bool wantsURLs = std::ranges::any_of(held<Elements>(i.object(0)), [](const Id& wanted) {
+        return isClassObject(wanted.raw()) && classOf(wanted.raw())->name == "NSURL";
+    });
+    if (!wantsURLs) return {};
     const auto only = NSDictionary(Id(i.object(1))).at<NSNumber>(textOf(NSPasteboardURLReadingFileURLsOnlyKey));
-    Elements found = contents->urls;
+    Elements found = held<PasteboardContents>(i.receiver()).urls;
     if (only && only.boolValue()) std::erase_if(found, [](const Id& url) { return !NSURL(url).isFileURL(); });
     return found;
 }
 
-Texts registeredTypes(RawObject view) {
-    Texts types;
-    const auto* const held = payloadOf<Elements>(property<RawObject>(view, "registeredDraggedTypes"));
-    for (const Id& type : held ? *held : Elements()) types.push_back(textOf(type.raw()));
-    return types;
-}
-
-void installPasteboards(Runtime& runtime) {
-    runtime.implement("NSPasteboard", "types", [](Invocation& i) {
+void installPasteboards(Runtime& target) {
+    const auto pasteboard = target.implementing("NSPasteboard");
+    pasteboard("types", [](Invocation& i) {
         Elements types;
-        if (const auto* const contents = payloadOf<PasteboardContents>(i.receiver())) {
-            for (const auto& [type, object] : contents->objects) types.push_back(makeString(type));
-        }
+        for (const auto& offered : held<PasteboardContents>(i.receiver()).objects)
+            types.push_back(makeString(offered.first));
         i.answerObject(makeArray(std::move(types)));
     });
-    runtime.implement("NSPasteboard", "stringForType:", [](Invocation& i) {
-        const RawObject held = under(i.receiver(), textOf(i.object(0)));
-        i.answerObject(Id(payloadOf<std::string>(held) ? held : nullptr));
+    pasteboard("stringForType:", [](Invocation& i) {
+        const RawObject offered = under(i.receiver(), textOf(i.object(0)));
+        i.answerObject(Id(payloadOf<std::string>(offered) ? offered : nullptr));
     });
-    runtime.implement("NSPasteboard", "propertyListForType:", [](Invocation& i) {
-        i.answerObject(Id(under(i.receiver(), textOf(i.object(0)))));
-    });
-    runtime.implement("NSPasteboard", "canReadObjectForClasses:options:", [](Invocation& i) {
-        i.answer<bool>(!readableURLs(i).empty());
-    });
-    runtime.implement("NSPasteboard", "readObjectsForClasses:options:", [](Invocation& i) {
-        i.answerObject(makeArray(readableURLs(i)));
-    });
-    runtime.implement("NSPasteboardItem", "setString:forType:", [](Invocation& i) {
+    pasteboard("propertyListForType:",
+               [](Invocation& i) { i.answerObject(Id(under(i.receiver(), textOf(i.object(0))))); });
+    pasteboard("canReadObjectForClasses:options:", [](Invocation& i) { i.answer<bool>(!readableURLs(i).empty()); });
+    pasteboard("readObjectsForClasses:options:", [](Invocation& i) { i.answerObject(makeArray(readableURLs(i))); });
+    const auto pasteboardItem = target.implementing("NSPasteboardItem");
+    pasteboardItem("setString:forType:", [](Invocation& i) {
         if (!i.object(0) || !i.object(1)) return reportBad("a pasteboard item is given nil");
         const std::string type = textOf(i.object(1));
         if (type.find(' ') != std::string::npos) return;  // no name of a type: refused
-        PasteboardContents contents;
-        contents.objects.emplace_back(type, Id(i.object(0)));
-        setPayload(i.receiver(), std::move(contents));
+        ensured<PasteboardContents>(i.receiver()).objects = {{type, Id(i.object(0))}};
         i.answer<bool>(true);
     });
 }
 
-void installRegistrations(Runtime& runtime) {
-    runtime.implement("NSView", "registerForDraggedTypes:", [](Invocation& i) {
-        Elements all;
-        if (const auto* const held = payloadOf<Elements>(property<RawObject>(i.receiver(), "registeredDraggedTypes")))
-            all = *held;
-        for (const Id& type : *payloadOf<Elements>(i.object(0))) all.push_back(type);
-        setProperty(i.receiver(), "registeredDraggedTypes", makeArray(std::move(all)).raw());
+void installRegistrations(Runtime& target) {
+    const auto view = target.implementing("NSView");
+    view("registerForDraggedTypes:", [](Invocation& i) {
+        for (const Id& type : held<Elements>(i.object(0))) list(i.receiver(), "registeredDraggedTypes").push_back(type);
     });
-    runtime.implement("NSView", "unregisterDraggedTypes",
-                      [](Invocation& i) { setProperty(i.receiver(), "registeredDraggedTypes", RawObject()); });
-    runtime.implement("NSImageView", "initWithFrame:", [](Invocation& i) {
+    view("unregisterDraggedTypes",
+         [](Invocation& i) { setProperty(i.receiver(), "registeredDraggedTypes", RawObject()); });
+    const auto imageView = target.implementing("NSImageView");
+    imageView("initWithFrame:", [](Invocation& i) {
         // Image views take pictures and their files by themselves, whether they may be edited or not.
         setProperty(i.receiver(), "frame", i.argument<CGRect>(0));
-        setProperty(i.receiver(), "registeredDraggedTypes",
-                    makeArray({makeString("public.file-url"), makeString("public.tiff")}).raw());
+        list(i.receiver(), "registeredDraggedTypes") = {makeString("public.file-url"), makeString("public.tiff")};
         i.answer<RawObject>(i.receiver());
     });
 }
 
 OwnDrag& current() {
-    const Id holder = runtime().shared("NSObject", "NSDraggingSession current");
-    if (!payloadOf<OwnDrag>(holder.raw())) setPayload(holder.raw(), OwnDrag());
-    return *payloadOf<OwnDrag>(holder.raw());
+    return runtime().known<OwnDrag>();
 }
 
 void beginSession(Invocation& i) {
@@ -136,65 +115,54 @@ void beginSession(Invocation& i) {
     if (current().session) return reportBad("a drag starts while another is under way");
     const Elements items = *payloadOf<Elements>(i.object(0));
     for (const Id& item : items) {
-        if (property<CGRect>(item.raw(), "draggingFrame").size == CGSize{}) reportBad("an item has no dragging frame");
-        if (!payloadOf<PasteboardContents>(property<RawObject>(item.raw(), "pasteboardWriter")))
+        if (property<CGRect>(item, "draggingFrame").size == CGSize{}) reportBad("an item has no dragging frame");
+        if (!payloadOf<PasteboardContents>(property<RawObject>(item, "pasteboardWriter")))
             reportBad("an item has nothing for the pasteboard");
     }
     if (items.empty() || !i.object(2)) reportBad("a drag starts without items or source");
-    current() = {runtime().make("NSDraggingSession", 0), i.object(2), items};
+    current() = {runtime().make("NSDraggingSession"), i.object(2), items};
     i.answerObject(current().session);
 }
 
-void installSessions(Runtime& runtime) {
-    runtime.implement("NSDraggingItem", "setDraggingFrame:contents:", [](Invocation& i) {
+void installSessions(Runtime& target) {
+    const auto draggingItem = target.implementing("NSDraggingItem");
+    draggingItem("setDraggingFrame:contents:", [](Invocation& i) {
         setProperty(i.receiver(), "draggingFrame", i.argument<CGRect>(0));
         setProperty(i.receiver(), "contents", i.object(1));
     });
-    runtime.implement("NSView", "bitmapImageRepForCachingDisplayInRect:", [](Invocation& i) {
+    const auto view = target.implementing("NSView");
+    view("bitmapImageRepForCachingDisplayInRect:", [](Invocation& i) {
         const auto part = i.argument<CGRect>(0);
         if (part.size.width <= 0 || part.size.height <= 0) return;
-        i.answerObject(
-            Id(objc::kAdopt, checked::runtime().allocate(checked::runtime().classNamed("NSBitmapImageRep"))));
+        i.answerObject(runtime().make("NSBitmapImageRep"));
     });
-    runtime.implement("NSView", "cacheDisplayInRect:toBitmapImageRep:", [](Invocation& i) {
-        setProperty(i.object(1), "shownAlpha", property<double>(i.receiver(), "alphaValue"));
-    });
-    runtime.implement("NSImage", "addRepresentation:", [](Invocation& i) {
-        setProperty(i.receiver(), "representation", i.object(0));
-    });
-    runtime.implement("NSView", "beginDraggingSessionWithItems:event:source:", beginSession);
-}
-
-bool isVisibleAt(const NSView& view, CGPoint inWindow) {
-    const CGPoint point = view.convertPointFrom(inWindow, NSView());
-    const CGSize size = view.bounds().size;
-    const bool isInside = point.x >= 0 && point.x < size.width && point.y >= 0 && point.y < size.height;
-    return isInside && !property<bool>(view.raw(), "hidden");
+    view("cacheDisplayInRect:toBitmapImageRep:",
+         [](Invocation& i) { setProperty(i.object(1), "shownAlpha", property<double>(i.receiver(), "alphaValue")); });
+    const auto image = target.implementing("NSImage");
+    image("addRepresentation:", [](Invocation& i) { setProperty(i.receiver(), "representation", i.object(0)); });
+    view("beginDraggingSessionWithItems:event:source:", beginSession);
 }
 
 /// A view that is no destination does not hide the one it lies on.
 NSView destinationAt(const NSView& view, CGPoint inWindow, const Texts& types) {
-    if (!isVisibleAt(view, inWindow)) return {};
+    const bool isInside = contains(view.bounds(), view.convertPointFrom(inWindow, NSView()));
+    if (!isInside || property<bool>(view, "hidden")) return {};
     const auto children = view.subviews().elements<NSView>();
     for (auto child = children.rbegin(); child != children.rend(); ++child) {
         if (const NSView found = destinationAt(*child, inWindow, types)) return found;
     }
-    const Texts registered = registeredTypes(view.raw());
-    const bool wantsIt =
-        std::ranges::any_of(types, [&](const std::string& type) { return std::ranges::count(registered, type) > 0; });
+    const bool wantsIt = std::ranges::any_of(list(view, "registeredDraggedTypes"), [&](const Id& registered) {
+        return std::ranges::count(types, textOf(registered)) > 0;
+    });
     return wantsIt ? view : NSView();
-}
-
-void tell(const NSView& view, const char* selector, const Id& info) {
-    objc::sendRaw<void, Id>(view.raw(), objc::sel_registerName(selector), info);
 }
 
 }  // namespace
 
-void installDrags(Runtime& runtime) {
-    installPasteboards(runtime);
-    installRegistrations(runtime);
-    installSessions(runtime);
+void installDrags(Runtime& target) {
+    installPasteboards(target);
+    installRegistrations(target);
+    installSessions(target);
 }
 
 Id makePasteboard(PasteboardContents contents) {
@@ -216,14 +184,14 @@ Id makeFiles(const std::vector<std::string>& paths) {
 DragOver::DragOver(const Id& pasteboard) : pasteboard_(pasteboard), info_(FakeDraggingInfo::make(pasteboard)) {}
 
 std::uint64_t DragOver::ask(const char* selector) {
-    return over_ ? objc::sendRaw<std::uint64_t, Id>(over_.raw(), objc::sel_registerName(selector), info_) : 0;
+    return tell<std::uint64_t>(over_, selector, info_);
 }
 
-void DragOver::goTo(const NSView& view) {
+std::uint64_t DragOver::goTo(const NSView& view) {
     if (over_) tell(over_, "draggingExited:", info_);
     over_ = view;
     if (over_ && std::ranges::count(visited_, over_) == 0) visited_.push_back(over_);
-    operation_ = ask("draggingEntered:");
+    return operation_ = ask("draggingEntered:");
 }
 
 std::uint64_t DragOver::moveTo(const NSView& contentView, CGPoint location) {
@@ -232,12 +200,8 @@ std::uint64_t DragOver::moveTo(const NSView& contentView, CGPoint location) {
     Texts types;
     for (const NSString& type : NSPasteboard(pasteboard_).types().elements<NSString>()) types.push_back(type.text());
     const NSView view = destinationAt(contentView, location, types);
-    if (view == over_) {
-        operation_ = ask("draggingUpdated:");
-    } else {
-        goTo(view);
-    }
-    return operation_;
+    if (!(view == over_)) return goTo(view);
+    return operation_ = ask("draggingUpdated:");
 }
 
 void DragOver::leave() {
@@ -246,9 +210,8 @@ void DragOver::leave() {
 }
 
 void DragOver::tellEnd(const NSView& except) {
-    for (const NSView& view : std::exchange(visited_, {})) {
+    for (const NSView& view : std::exchange(visited_, {}))
         if (!(view == except)) tell(view, "draggingEnded:", info_);
-    }
 }
 
 bool DragOver::drop() {
@@ -258,11 +221,8 @@ bool DragOver::drop() {
         return false;
     }
     const NSView target = std::exchange(over_, {});
-    const auto agrees = [&](const char* selector) {
-        return objc::Native<bool>::fromNative(
-            objc::sendRaw<bool, Id>(target.raw(), objc::sel_registerName(selector), info_));
-    };
-    const bool isTaken = agrees("prepareForDragOperation:") && agrees("performDragOperation:");
+    const bool isTaken =
+        tell<bool>(target, "prepareForDragOperation:", info_) && tell<bool>(target, "performDragOperation:", info_);
     if (isTaken) tell(target, "concludeDragOperation:", info_);
     tellEnd(target);
     return isTaken;
@@ -285,17 +245,14 @@ Id pasteboardOfOwnDrag() {
 
 std::uint64_t operationsOfOwnDrag(std::int64_t context) {
     const objc::AutoreleasePool pool;
-    return objc::sendRaw<std::uint64_t, Id, std::int64_t>(
-        current().source, objc::sel_registerName("draggingSession:sourceOperationMaskForDraggingContext:"),
-        current().session, context);
+    return tell<std::uint64_t>(current().source,
+                               "draggingSession:sourceOperationMaskForDraggingContext:", current().session, context);
 }
 
 void endOwnDrag(std::uint64_t operation) {
     const objc::AutoreleasePool pool;
     const OwnDrag drag = std::exchange(current(), {});
-    objc::sendRaw<void, Id, CGPoint, std::uint64_t>(drag.source,
-                                                    objc::sel_registerName("draggingSession:endedAtPoint:operation:"),
-                                                    drag.session, CGPoint{}, operation);
+    tell(drag.source, "draggingSession:endedAtPoint:operation:", drag.session, CGPoint{}, operation);
 }
 
 }  // namespace morvel::mac::checked

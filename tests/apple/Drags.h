@@ -35,7 +35,7 @@ public:
     void end();
 
 private:
-    void goTo(const NSView& view);
+    std::uint64_t goTo(const NSView& view);
     std::uint64_t ask(const char* selector);
     void tellEnd(const NSView& except);
 

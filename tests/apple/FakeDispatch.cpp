@@ -24,24 +24,17 @@ void FakeDispatch::enqueueCancelled(const Timer& timer) {
 }
 
 dispatch_queue_t FakeDispatch::makeQueue() {
-    auto made = std::make_unique<DispatchQueueTag>();
-    const dispatch_queue_t queue = made.get();
-    queues_[queue] = std::move(made);
-    return queue;
+    return queues_.emplace_back(std::make_unique<DispatchQueueTag>()).get();
 }
 
 dispatch_source_t FakeDispatch::makeTimer(dispatch_queue_t queue, std::optional<std::uint64_t> watched) {
-    auto made = std::make_unique<Timer>();
-    made->queue = queue;
-    made->watched = watched;
-    Timer* const raw = made.get();
-    timers_[raw] = std::move(made);
-    return reinterpret_cast<dispatch_source_t>(raw);
+    timers_.push_back(std::make_unique<Timer>(Timer{.queue = queue, .watched = watched}));
+    return reinterpret_cast<dispatch_source_t>(timers_.back().get());
 }
 
 FakeDispatch::Timer* FakeDispatch::timer(const void* source) {
-    const auto found = timers_.find(source);
-    if (found != timers_.end()) return found->second.get();
+    const auto found = std::ranges::find(timers_, source, &std::unique_ptr<Timer>::get);
+    if (found != timers_.end()) return found->get();
     runtime().faults().add(FaultKind::BadCall, "a dispatch function was given no living timer");
     return nullptr;
 }
@@ -53,7 +46,7 @@ void FakeDispatch::schedule(Timer& timer) {
 }
 
 void FakeDispatch::folderChanged(const std::string& path) {
-    for (const auto& [source, timer] : timers_) {
+    for (const auto& timer : timers_) {
         std::error_code error;
         if (!timer->watched) continue;
         const auto link = "/proc/self/fd/" + std::to_string(*timer->watched);
@@ -65,20 +58,20 @@ void FakeDispatch::folderChanged(const std::string& path) {
 }
 
 void FakeDispatch::release(const void* object) {
-    if (queues_.erase(object)) return;
+    if (std::erase_if(queues_, [&](const auto& queue) { return queue.get() == object; })) return;
     const Timer* const found = timer(object);
     if (!found) return;
     // The system's library crashes here.
     if (found->isSuspended) runtime().faults().add(FaultKind::BadCall, "a timer was released while suspended");
     // A later timer may get the same address.
     std::erase_if(work_, [&](const Work& work) { return work.source == object; });
-    timers_.erase(object);
+    std::erase_if(timers_, [&](const auto& timer) { return timer.get() == object; });
 }
 
 void FakeDispatch::fire(const Work& work) {
-    const auto found = timers_.find(work.source);
-    if (found == timers_.end() || found->second->generation != work.generation) return;
-    Timer& timer = *found->second;
+    const auto found = std::ranges::find(timers_, work.source, &std::unique_ptr<Timer>::get);
+    if (found == timers_.end() || (*found)->generation != work.generation) return;
+    Timer& timer = **found;
     if (timer.interval > 0 && timer.interval != DISPATCH_TIME_FOREVER) {
         timer.start = work.when + timer.interval;
         schedule(timer);
@@ -114,7 +107,7 @@ void FakeDispatch::runFor(std::chrono::nanoseconds duration) {
 
 void FakeDispatch::raise(int signal) {
     std::vector<Timer*> watching;
-    for (const auto& [source, timer] : timers_)
+    for (const auto& timer : timers_)
         if (timer->signal == signal && !timer->isSuspended && !timer->isCancelled) watching.push_back(timer.get());
     for (const Timer* timer : watching) timer->handler(timer->context);
 }
@@ -122,14 +115,11 @@ void FakeDispatch::raise(int signal) {
 void FakeDispatch::finish() {
     for (const Work& work : std::vector<Work>(work_.begin(), work_.end()))
         if (work.isOfCancelled) run(work);
-    for (const auto& timer : timers_) {
-        (void)timer;
-        runtime().faults().add(FaultKind::Leak, "a dispatch timer was never released");
-    }
-    for (const auto& queue : queues_) {
-        (void)queue;
-        runtime().faults().add(FaultKind::Leak, "a dispatch queue was never released");
-    }
+    const auto reportLeft = [](std::size_t count, const char* what) {
+        for (; count > 0; --count) runtime().faults().add(FaultKind::Leak, std::string(what) + " was never released");
+    };
+    reportLeft(timers_.size(), "a dispatch timer");
+    reportLeft(queues_.size(), "a dispatch queue");
     *this = FakeDispatch();
 }
 

@@ -4,7 +4,6 @@
 
 #include <chrono>
 #include <cstdint>
-#include <map>
 #include <memory>
 #include <optional>
 #include <string>
@@ -41,8 +40,8 @@ public:
     /// Calls whoever watches for the signal.
     void raise(int signal);
 
-    /// Ends a test: lets cancelled sources give up what they hold, drops what else waits, reports queues and timers that
-    /// were never released, sets the clock back.
+    /// Ends a test: lets cancelled sources give up what they hold, drops what else waits, reports queues and timers
+    /// that were never released, sets the clock back.
     void finish();
 
     // For the C functions.
@@ -89,8 +88,8 @@ private:
     std::uint64_t order_ = 0;
     bool isOnMain_ = true;
     std::vector<Work> work_;
-    std::map<const void*, std::unique_ptr<Timer>> timers_;
-    std::map<const void*, std::unique_ptr<DispatchQueueTag>> queues_;
+    std::vector<std::unique_ptr<Timer>> timers_;
+    std::vector<std::unique_ptr<DispatchQueueTag>> queues_;
 };
 
 inline FakeDispatch& dispatch() {

@@ -9,16 +9,10 @@
 #include "Platform/Mac/apple/AppKit/NSFormControls.h"
 #include "Platform/Mac/objc/Block.h"
 #include "Properties.h"
-#include "SystemObjects.h"
 
 namespace morvel::mac::checked {
 
 namespace {
-
-Elements& titlesOf(RawObject popUp) {
-    if (!property<RawObject>(popUp, "itemTitles")) setProperty(popUp, "itemTitles", makeArray({}).raw());
-    return *payloadOf<Elements>(property<RawObject>(popUp, "itemTitles"));
-}
 
 /// The views below that are of the class, in the order in which they were added.
 void collect(const NSView& view, const std::string& className, std::vector<NSView>& found) {
@@ -38,7 +32,7 @@ double component(RawObject color, std::size_t index) {
 
 bool isReachable(const NSView& view) {
     for (NSView at = view; at; at = at.superview())
-        if (property<bool>(at.raw(), "hidden")) return false;
+        if (property<bool>(at, "hidden")) return false;
     return true;
 }
 
@@ -51,59 +45,50 @@ std::vector<NSView> viewsOfClass(const NSView& root, const std::string& classNam
     return found;
 }
 
-void use(const NSView& control) {
-    const auto* const enabled = &control.raw()->properties;
-    if (enabled->contains("enabled") && !property<bool>(control.raw(), "enabled")) return;
-    const RawObject target = property<RawObject>(control.raw(), "target");
-    const RawSelector action = property<RawSelector>(control.raw(), "action");
-    if (target && action) objc::sendRaw<void, Id>(target, action, control);
-}
-
 void answerPanels(const std::string& path) {
     for (const char* panel : {"NSOpenPanel", "NSSavePanel"}) {
         runtime().script(panel, "beginSheetModalForWindow:completionHandler:", [path](Invocation& i) {
             const Id url = path.empty() ? Id() : NSURL::file(path);
-            setProperty(i.receiver(), "uRL", url.raw());
+            setProperty(i.receiver(), "URL", url);
             const objc::Block<void(std::int64_t)> answered(i.argument<objc::RawBlock>(1));
             answered(path.empty() ? 0 : NSModalResponseOK);
         });
     }
 }
 
-void installForms(Runtime& runtime) {
-    runtime.implement("NSPopUpButton",
-                      "addItemWithTitle:", [](Invocation& i) { titlesOf(i.receiver()).emplace_back(i.object(0)); });
-    runtime.implement("NSPopUpButton", "selectItemAtIndex:", [](Invocation& i) {
-        const auto count = static_cast<std::int64_t>(titlesOf(i.receiver()).size());
+void installForms(Runtime& target) {
+    const auto popUpButton = target.implementing("NSPopUpButton");
+    popUpButton("addItemWithTitle:", [](Invocation& i) { list(i.receiver(), "itemTitles").emplace_back(i.object(0)); });
+    popUpButton("selectItemAtIndex:", [](Invocation& i) {
+        const auto count = static_cast<std::int64_t>(list(i.receiver(), "itemTitles").size());
         const auto index = i.argument<std::int64_t>(0);
         if (index < -1 || index >= count) {
-            checked::runtime().faults().add(FaultKind::BadCall, "a pop-up button has no item of this index");
+            runtime().faults().add(FaultKind::BadCall, "a pop-up button has no item of this index");
             return;
         }
         setProperty(i.receiver(), "indexOfSelectedItem", index);
     });
-    runtime.implement("NSControl", "sizeThatFits:", [](Invocation& i) {
+    const auto make = [](Invocation& i) {
+        i.answerObject(Id(objc::kAdopt, runtime().allocate(classOf(i.receiver()))));
+    };
+    target.implementing("NSOpenPanel")("+openPanel", make);
+    target.implementing("NSSavePanel")("+savePanel", make);
+    const auto control = target.implementing("NSControl");
+    control("sizeThatFits:", [](Invocation& i) {
         // As wide as a letter of the system's font on average.
         constexpr double kAdvance = 6;
         constexpr double kLine = 15;
         const double width = i.argument<CGSize>(0).width;
-        const auto letters = static_cast<double>(textOf(property<RawObject>(i.receiver(), "stringValue")).size());
+        const auto letters = static_cast<double>(textProperty(i.receiver(), "stringValue").size());
         i.answer<CGSize>(
             {std::min(width, letters * kAdvance), kLine * std::max(1.0, std::ceil(letters * kAdvance / width))});
     });
-    runtime.implement("NSColor", "colorUsingColorSpace:", [](Invocation& i) { i.answerObject(Id(i.receiver())); });
+    const auto color = target.implementing("NSColor");
+    color("colorUsingColorSpace:", [](Invocation& i) { i.answerObject(Id(i.receiver())); });
     constexpr const char* kComponents[] = {"redComponent", "greenComponent", "blueComponent", "alphaComponent"};
     for (std::size_t index = 0; index < std::size(kComponents); ++index) {
-        runtime.implement("NSColor", kComponents[index],
-                          [index](Invocation& i) { i.answer<double>(component(i.receiver(), index)); });
+        color(kComponents[index], [index](Invocation& i) { i.answer<double>(component(i.receiver(), index)); });
     }
-    for (const auto& [panel, factory] : {std::pair{"NSOpenPanel", "+openPanel"}, {"NSSavePanel", "+savePanel"}}) {
-        runtime.implement(panel, factory, [](Invocation& i) {
-            i.answerObject(Id(objc::kAdopt, checked::runtime().allocate(classOf(i.receiver()))));
-        });
-    }
-    runtime.implement("NSSavePanel", "URL",
-                      [](Invocation& i) { i.answerObject(Id(property<RawObject>(i.receiver(), "uRL"))); });
 }
 
 }  // namespace morvel::mac::checked

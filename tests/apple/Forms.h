@@ -11,9 +11,6 @@ namespace morvel::mac::checked {
 /// The views of the class or its subclasses that can be seen, in the order in which they were added.
 std::vector<NSView> viewsOfClass(const NSView& root, const std::string& className);
 
-/// Sends the control's action, as AppKit does once a person has changed it; not while it is disabled.
-void use(const NSView& control);
-
 /// From now on whoever is asked for a file or folder chooses this one, or nothing when it is empty.
 void answerPanels(const std::string& path);
 

@@ -2,7 +2,6 @@
 #include <cctype>
 
 #include "Properties.h"
-#include "SystemObjects.h"
 
 namespace morvel::mac::checked {
 
@@ -54,25 +53,11 @@ bool Runtime::answerAsRoot(Invocation& invocation) {
     const std::string& selector = invocation.selector();
     if (selector == "alloc") {
         invocation.answer<RawObject>(allocate(classOf(self)));
-    } else if (selector == "retain") {
-        retain(self);
-        invocation.answer<RawObject>(self);
-    } else if (selector == "release") {
-        release(self);
-    } else if (selector == "autorelease") {
-        invocation.answer<RawObject>(autorelease(self));
     } else if (selector == "dealloc") {
         destroy(self);
-    } else if (selector == "class") {
-        invocation.answer<RawClass>(classOf(self));
     } else if (selector == "isKindOfClass:") {
         const RawClass wanted = invocation.argument<RawClass>(0);
         invocation.answer<bool>(wanted && inherits(classOf(self), wanted->name));
-    } else if (selector == "respondsToSelector:") {
-        const RawSelector asked = invocation.argument<RawSelector>(0);
-        invocation.answer<bool>(asked && responds(self, asked->name));
-    } else if (selector == "isEqual:") {
-        invocation.answer<bool>(areEqual(self, invocation.object(0)));
     } else if (selector == "copy" && !isClassObject(self)) {
         retain(self);  // the values we have are immutable
         invocation.answer<RawObject>(self);
@@ -133,19 +118,14 @@ bool Runtime::answerGetter(Invocation& invocation, const MethodFact& fact) {
 void Runtime::answerFactory(Invocation& invocation, const MethodFact& fact) {
     if (fact.result != "@") return;
     const std::string own = classOf(invocation.receiver())->name;
-    const bool isOwnKind = fact.resultType.starts_with("instancetype") || invocation.selector() == "new";
+    const bool isOwnKind = fact.resultType.starts_with("instancetype");
     const std::string className = isOwnKind ? own : classNameIn(fact.resultType);
     if (isNullable(fact) || (!isOwnKind && !facts_.classNamed(className))) return;
     if (invocation.count() == 0 && !isOwnKind)
         return invocation.answerObject(shared(className, own + " " + invocation.selector()));
     const Id made(objc::kAdopt, allocate(classNamed(className)));
     storeParts(*this, made.raw(), invocation);
-    if (invocation.selector() == "new") {
-        Id owned = made;
-        invocation.answer<RawObject>(owned.giveUp());
-    } else {
-        invocation.answerObject(made);
-    }
+    invocation.answerObject(made);
 }
 
 }  // namespace morvel::mac::checked

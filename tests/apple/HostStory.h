@@ -1,21 +1,14 @@
 // The fixture of stories about the whole macOS host: a person at a Mac with two screens, on which the program runs.
 #pragma once
 
-#include <chrono>
-#include <string>
-
 #include "App/AppDelegate.h"
-#include "Application.h"
+#include "Drags.h"
 #include "MacDesktop.h"
 #include "Platform/Mac/MacHost.h"
 #include "Platform/Mac/objc/AutoreleasePool.h"
-#include "Properties.h"
 #include "RuntimeTest.h"
 
 namespace morvel::mac::checked {
-
-using namespace std::chrono_literals;
-using Texts = std::vector<std::string>;
 
 class HostStory : public RuntimeTest {
 protected:
@@ -36,44 +29,56 @@ protected:
     /// Of the program that runs.
     SettingsStore& settings() { return *running->settings(); }
     static void wait(std::chrono::nanoseconds time = 2s) { dispatch().runFor(time); }
+
+    static NSView content(std::size_t bar) { return MacDesktop::bars().at(bar).contentView(); }
     /// The buttons of windows and groups.
     static Texts shown(std::size_t bar) {
         const objc::AutoreleasePool pool;
-        const auto bars = MacDesktop::bars();
-        if (bar >= bars.size()) return {"no such bar"};
-        display(bars[bar].contentView());
-        Texts buttons = MacDesktop::buttons(bars[bar]);
+        if (bar >= MacDesktop::bars().size()) return {"no such bar"};
+        Texts buttons = MacDesktop::buttonsIn(content(bar));
         std::erase(buttons, "Apps");
         return buttons;
     }
-    static NSView content(std::size_t bar) { return MacDesktop::bars().at(bar).contentView(); }
-    static CGPoint middle(std::size_t bar, const std::string& button) {
-        const auto at = MacDesktop::middleOfButton(content(bar), button);
-        EXPECT_TRUE(at) << "no button " << button;
-        return at.value_or(CGPoint{});
+    static void click(std::size_t bar, const std::string& button) { MacDesktop::clickButton(content(bar), button); }
+    static void rightClick(std::size_t bar, const std::string& button) {
+        MacDesktop::rightClickButton(content(bar), button);
     }
-    /// Which of these messages were sent, in order.
-    static Texts callsOf(const Texts& selectors) {
-        Texts sent;
-        for (const Call& call : runtime().calls())
-            if (std::ranges::count(selectors, call.selector) > 0) sent.push_back(call.selector);
-        return sent;
+    /// Beside all buttons.
+    static void rightClickBar() {
+        sendMouse(content(0), "rightMouseDown:", mouseEvent(NSEventTypeRightMouseDown, {1300, 10}));
     }
-    /// What such a message was sent to last; null for nothing.
-    static RawObject lastReceiverOf(const std::string& selector) {
-        RawObject last = nullptr;
-        for (const Call& call : runtime().calls())
-            if (call.selector == selector) last = call.receiver;
-        return last;
+    /// The button's middle, moved along the bar.
+    static CGPoint beside(std::size_t bar, const std::string& button, double by) {
+        CGPoint at = MacDesktop::middleOfButton(content(bar), button);
+        at.x += by;
+        return at;
+    }
+    /// Drags the left bar's button over that bar and drops it on `bar`, once it was `held` there for a while.
+    static void drag(const std::string& button, std::size_t bar, CGPoint to, const std::function<void()>& held = {}) {
+        MacDesktop::pullButton(content(0), button);
+        ASSERT_TRUE(ownDrag());
+        {
+            DragOver over(pasteboardOfOwnDrag());
+            over.moveTo(content(0), beside(0, button, 0));
+            EXPECT_EQ(over.moveTo(content(bar), to), NSDragOperationMove);
+            if (held) held();
+            EXPECT_TRUE(over.drop());
+        }
+        endOwnDrag(NSDragOperationMove);
+        display(content(bar));
+        wait();
+    }
+    static NSView contentOf(const Id& popover) {
+        return property<NSView>(property<RawObject>(popover, "contentViewController"), "view");
+    }
+    static void expectNoBarTakesTheKeyboard() {
+        for (const NSPanel& bar : MacDesktop::bars()) EXPECT_FALSE(send<bool>(bar, "canBecomeKeyWindow"_sel));
     }
     /// The window that was shown last with the keyboard's focus; empty for none.
     static NSWindow keyWindow() { return NSWindow(lastReceiverOf("makeKeyAndOrderFront:")); }
-    static RawObject lastPopover() { return lastReceiverOf("showRelativeToRect:ofView:preferredEdge:"); }
-    static NSView contentOf(RawObject popover) {
-        return NSView(send<Id>(send<Id>(popover, "contentViewController"_sel), "view"_sel));
-    }
+    static std::int32_t frontmost() { return workspace().frontmost().processIdentifier(); }
     static bool isMinimized(const Id& window) {
-        const auto* const value = payloadOf<Number>(accessibility().value(window, "AXMinimized").raw());
+        const auto* const value = payloadOf<Number>(accessibility().value(window, "AXMinimized"));
         return value && std::get<bool>(*value);
     }
 

@@ -8,12 +8,8 @@ std::size_t sizeOfEncoding(const std::string& encoding) {
         case 'v':
             return 0;
         case 'c':
-        case 'C':
         case 'B':
             return 1;
-        case 's':
-        case 'S':
-            return 2;
         case 'i':
         case 'I':
         case 'f':

@@ -1,7 +1,11 @@
 // The desktop's changes, each as the system makes it: the state first, the notice after it.
 #include "MacDesktop.h"
 
+#include <gtest/gtest.h>
+
 #include <algorithm>
+#include <iterator>
+#include <memory>
 
 #include "Platform/Mac/apple/Dispatch.h"
 #include "Platform/Mac/objc/AutoreleasePool.h"
@@ -23,17 +27,15 @@ Id space(std::uint64_t number) {
                            {makeString("type"), makeNumber(std::int64_t{0})}});
 }
 
-std::uint32_t numberOf(const Id& window) {
-    return accessibility().windowNumber(*payloadOf<ElementIdentity>(window.raw()));
-}
-
-NSView buttonNamed(const NSView& view, const std::string& label) {
-    const bool isButton = textOf(property<RawObject>(view.raw(), "accessibilityRole")) == "AXButton";
-    if (isButton && textOf(property<RawObject>(view.raw(), "accessibilityLabel")) == label) return view;
-    for (const NSView& child : view.subviews().elements<NSView>()) {
-        if (const NSView found = buttonNamed(child, label)) return found;
-    }
-    return {};
+/// The buttons below that can be seen, from the left.
+std::vector<NSView> buttonsBelow(const NSView& view) {
+    if (property<bool>(view, "hidden")) return {};
+    if (textProperty(view, "accessibilityRole") == "AXButton") return {view};
+    auto children = view.subviews().elements<NSView>();
+    std::ranges::stable_sort(children, {}, [](const NSView& child) { return child.frame().origin.x; });
+    std::vector<NSView> found;
+    for (const NSView& child : children) std::ranges::copy(buttonsBelow(child), std::back_inserter(found));
+    return found;
 }
 
 /// The middle of a view in its window's coordinates.
@@ -49,10 +51,16 @@ CGPoint middleOf(const NSView& view) {
 MacDesktop::MacDesktop() {
     plugInBoth();
     accessibility().performed = [this](const ElementIdentity& element, const std::string& action) {
-        if (action == "AXRaise") tellFocus(element);
+        if (action == "AXRaise") tellFocus(windowOf(element));
     };
     accessibility().written = [this](const ElementIdentity& element, const std::string& attribute) {
-        if (attribute == "AXPosition") tellMoved(element);
+        // Notices come with a later turn of the run loop, never inside the write.
+        const Id window = windowOf(element);
+        if (window && attribute == "AXPosition")
+            dispatch_async_f(&_dispatch_main_q, new Id(window), [](void* context) {
+                const std::unique_ptr<Id> moved(static_cast<Id*>(context));
+                accessibility().post(*moved, "AXWindowMoved");
+            });
     };
 }
 
@@ -95,9 +103,9 @@ Id MacDesktop::open(std::int32_t pid, const std::string& title, CGPoint at) {
     world.set(window, "AXTitle", makeString(title));
     world.set(window, "AXMinimized", makeNumber(false));
     world.set(window, "AXFullScreen", makeNumber(false));
-    world.setPoint(window, "AXPosition", at);
-    world.setSize(window, "AXSize", {600, 400});
-    world.setWindowNumber(window, ++lastNumber_);
+    world.set(window, "AXPosition", makeValue(at));
+    world.set(window, "AXSize", makeValue(CGSize{600, 400}));
+    world.state(window).windowNumber = ++lastNumber_;
     windowServer().windows.push_back({.number = lastNumber_, .pid = pid, .bounds = {at, {600, 400}}});
     windowServer().spacesOfWindow[lastNumber_] = {space_};
     windows_[pid].push_back(window);
@@ -108,8 +116,9 @@ Id MacDesktop::open(std::int32_t pid, const std::string& title, CGPoint at) {
 }
 
 void MacDesktop::close(const Id& window) {
-    const std::int32_t pid = payloadOf<ElementIdentity>(window.raw())->pid;
-    std::erase_if(windowServer().windows, [&](const auto& listed) { return listed.number == numberOf(window); });
+    const std::int32_t pid = payloadOf<ElementIdentity>(window)->pid;
+    const auto number = accessibility().state(window).windowNumber;
+    std::erase_if(windowServer().windows, [&](const auto& listed) { return listed.number == number; });
     std::erase(windows_[pid], window);
     windowsChanged(pid);
     accessibility().destroy(window);
@@ -122,48 +131,40 @@ void MacDesktop::rename(const Id& window, const std::string& title) {
 }
 
 void MacDesktop::focus(const Id& window) {
-    const ElementIdentity identity = *payloadOf<ElementIdentity>(window.raw());
-    tellFocus(identity);
-    workspace().activate(identity.pid);
+    tellFocus(window);
+    workspace().activate(payloadOf<ElementIdentity>(window)->pid);
 }
 
-Elements MacDesktop::showInMenuBar(std::int32_t pid, const std::string& attribute, const std::vector<double>& lefts,
-                                   double width) {
+void MacDesktop::showInMenuBar(std::int32_t pid, const std::string& attribute, const std::vector<double>& lefts,
+                               double width) {
     constexpr std::int32_t kStatusLevel = 25;
     auto& world = accessibility();
     Elements elements;
     for (const double left : lefts) {
         const Id element = world.makeElement(pid);
-        world.setPoint(element, "AXPosition", {left, 0});
-        world.setSize(element, "AXSize", {width, kMenuBar});
+        world.set(element, "AXPosition", makeValue(CGPoint{left, 0}));
+        world.set(element, "AXSize", makeValue(CGSize{width, kMenuBar}));
         elements.push_back(element);
         if (attribute != "AXExtrasMenuBar") continue;
         windowServer().windows.push_back(
             {.number = ++lastNumber_, .layer = kStatusLevel, .pid = pid, .bounds = {{left, 0}, {width, kMenuBar}}});
     }
     const Id bar = world.makeElement(pid);
-    world.set(bar, "AXChildren", makeArray(elements));
+    world.set(bar, "AXChildren", makeArray(std::move(elements)));
     world.set(world.application(pid), attribute, bar);
-    return elements;
 }
 
-void MacDesktop::tellFocus(const ElementIdentity& window) {
-    for (const Id& candidate : Elements(windows_[window.pid])) {
-        if (!(*payloadOf<ElementIdentity>(candidate.raw()) == window)) continue;
-        accessibility().set(accessibility().application(window.pid), "AXFocusedWindow", candidate);
-        accessibility().post(candidate, "AXFocusedWindowChanged");
-    }
+Id MacDesktop::windowOf(const ElementIdentity& element) {
+    for (const Id& window : windows_[element.pid])
+        if (*payloadOf<ElementIdentity>(window) == element) return window;
+    return {};
 }
 
-void MacDesktop::tellMoved(const ElementIdentity& window) {
-    for (const Id& candidate : windows_[window.pid]) {
-        if (!(*payloadOf<ElementIdentity>(candidate.raw()) == window)) continue;
-        // Notices come with a later turn of the run loop, never inside the write.
-        dispatch_async_f(&_dispatch_main_q, new Id(candidate), [](void* context) {
-            const std::unique_ptr<Id> moved(static_cast<Id*>(context));
-            accessibility().post(*moved, "AXWindowMoved");
-        });
-    }
+void MacDesktop::tellFocus(const Id& window) {
+    if (!window) return;
+    auto& world = accessibility();
+    world.set(world.application(payloadOf<ElementIdentity>(window)->pid), "AXFocusedWindow", window);
+    world.post(window, "AXFocusedWindowChanged");
 }
 
 void MacDesktop::windowsChanged(std::int32_t pid) {
@@ -185,52 +186,41 @@ std::vector<NSPanel> MacDesktop::bars() {
 }
 
 std::vector<std::string> MacDesktop::buttonsIn(const NSView& view) {
-    if (property<bool>(view.raw(), "hidden")) return {};
-    if (textOf(property<RawObject>(view.raw(), "accessibilityRole")) == "AXButton")
-        return {textOf(property<RawObject>(view.raw(), "accessibilityLabel"))};
-    std::vector<std::pair<double, std::vector<std::string>>> parts;
-    for (const NSView& child : view.subviews().elements<NSView>())
-        parts.emplace_back(child.frame().origin.x, buttonsIn(child));
-    std::ranges::stable_sort(parts, {}, &std::pair<double, std::vector<std::string>>::first);
+    const objc::AutoreleasePool pool;
+    display(view);
     std::vector<std::string> labels;
-    for (const auto& [x, found] : parts) labels.insert(labels.end(), found.begin(), found.end());
+    for (const NSView& button : buttonsBelow(view)) labels.push_back(textProperty(button, "accessibilityLabel"));
     return labels;
 }
 
 NSView MacDesktop::button(const NSView& content, const std::string& label) {
-    return buttonNamed(content, label);
-}
-
-bool MacDesktop::clickButton(const NSView& content, const std::string& label) {
-    display(content);
-    const NSView button = buttonNamed(content, label);
-    if (!button) return false;
-    click(content, middleOf(button));
-    return true;
-}
-
-std::optional<CGPoint> MacDesktop::middleOfButton(const NSView& content, const std::string& label) {
     const objc::AutoreleasePool pool;
     display(content);
-    const NSView button = buttonNamed(content, label);
-    return button ? std::optional(middleOf(button)) : std::nullopt;
+    for (const NSView& button : buttonsBelow(content))
+        if (textProperty(button, "accessibilityLabel") == label) return button;
+    ADD_FAILURE() << "no button " << label;
+    return {};
 }
 
-bool MacDesktop::pullButton(const NSView& content, const std::string& label) {
-    auto at = middleOfButton(content, label);
-    if (!at) return false;
-    sendMouse(content, "mouseDown:", mouseEvent(NSEventTypeLeftMouseDown, *at));
-    at->x += 6;
-    sendMouse(content, "mouseDragged:", mouseEvent(NSEventTypeLeftMouseDragged, *at));
-    return true;
+CGPoint MacDesktop::middleOfButton(const NSView& content, const std::string& label) {
+    const objc::AutoreleasePool pool;
+    const NSView found = button(content, label);
+    return found ? middleOf(found) : CGPoint{-1, -1};
 }
 
-bool MacDesktop::rightClickButton(const NSView& content, const std::string& label) {
-    display(content);
-    const NSView button = buttonNamed(content, label);
-    if (!button) return false;
-    sendMouse(content, "rightMouseDown:", mouseEvent(NSEventTypeRightMouseDown, middleOf(button)));
-    return true;
+void MacDesktop::clickButton(const NSView& content, const std::string& label) {
+    click(content, middleOfButton(content, label));
+}
+
+void MacDesktop::rightClickButton(const NSView& content, const std::string& label) {
+    sendMouse(content, "rightMouseDown:", mouseEvent(NSEventTypeRightMouseDown, middleOfButton(content, label)));
+}
+
+void MacDesktop::pullButton(const NSView& content, const std::string& label) {
+    CGPoint at = middleOfButton(content, label);
+    sendMouse(content, "mouseDown:", mouseEvent(NSEventTypeLeftMouseDown, at));
+    at.x += 6;
+    sendMouse(content, "mouseDragged:", mouseEvent(NSEventTypeLeftMouseDragged, at));
 }
 
 }  // namespace morvel::mac::checked

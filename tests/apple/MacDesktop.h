@@ -1,7 +1,6 @@
 // A Mac with two screens, scripted from above: applications with windows, and the bars as a person finds them.
 #pragma once
 
-#include <optional>
 #include <string>
 #include <vector>
 
@@ -32,28 +31,25 @@ public:
     void focus(const Id& window);
     void showSpace(std::uint64_t space);
     /// Gives the application menus, or with "AXExtrasMenuBar" status items, at the left ends given and as wide as told;
-    /// they stand at the top of the left screen. Returns their elements.
-    Elements showInMenuBar(std::int32_t pid, const std::string& attribute, const std::vector<double>& lefts,
-                           double width);
+    /// they stand at the top of the left screen.
+    void showInMenuBar(std::int32_t pid, const std::string& attribute, const std::vector<double>& lefts, double width);
 
     /// The bars that are on screen, from the left.
     static std::vector<NSPanel> bars();
-    /// What a bar's buttons are called to someone who does not see them, from the left.
-    static std::vector<std::string> buttons(const NSPanel& bar) { return buttonsIn(bar.contentView()); }
-    static std::vector<std::string> buttonsIn(const NSView& view);
-    /// The button of that name below the view; empty when there is none.
+    /// What the buttons that can be seen are called to someone who does not see them, from the left. This and what
+    /// follows lays the content out first, and fails the test when there is no button of that name.
+    static std::vector<std::string> buttonsIn(const NSView& content);
     static NSView button(const NSView& content, const std::string& label);
-    /// Lays the bar out, then presses and releases the button in its middle; false when there is none of that name.
-    static bool clickButton(const NSView& content, const std::string& label);
-    /// The button's middle after the bar was laid out, in the window's coordinates; nothing when there is none.
-    static std::optional<CGPoint> middleOfButton(const NSView& content, const std::string& label);
+    /// In the window's coordinates.
+    static CGPoint middleOfButton(const NSView& content, const std::string& label);
+    static void clickButton(const NSView& content, const std::string& label);
+    static void rightClickButton(const NSView& content, const std::string& label);
     /// Presses the button and moves with it held, far enough for a drag to begin.
-    static bool pullButton(const NSView& content, const std::string& label);
-    static bool rightClickButton(const NSView& content, const std::string& label);
+    static void pullButton(const NSView& content, const std::string& label);
 
 private:
-    void tellFocus(const ElementIdentity& window);
-    void tellMoved(const ElementIdentity& window);
+    Id windowOf(const ElementIdentity& element);
+    void tellFocus(const Id& window);
     void windowsChanged(std::int32_t pid);
 
     std::map<std::int32_t, Elements> windows_;

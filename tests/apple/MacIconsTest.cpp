@@ -2,7 +2,6 @@
 #include "Platform/Mac/Icons/MacIcons.h"
 
 #include "Platform/Mac/Icons/MacImage.h"
-#include "Properties.h"
 #include "RuntimeTest.h"
 
 namespace morvel::mac::checked {
@@ -27,11 +26,11 @@ protected:
     }
 
     static Id named(const std::string& name) {
-        Id image(objc::kAdopt, runtime().allocate(runtime().classNamed("NSImage")));
-        setProperty(image.raw(), "name", makeString(name).raw());
+        Id image = runtime().make("NSImage");
+        setProperty(image, "name", makeString(name));
         return image;
     }
-    static std::string nameOf(const NSImage& image) { return textOf(property<RawObject>(image.raw(), "name")); }
+    static std::string nameOf(const NSImage& image) { return textProperty(image, "name"); }
     static std::string nameOf(const ui::ImageRef& image) { return nameOf(MacImage::imageOf(image)); }
 
     MacIcons icons_;
@@ -48,7 +47,7 @@ TEST_F(IconsOfTheMac, ImagesComeFromTheSystem) {
     EXPECT_EQ(icons_.processIcon(ProcessID(42)), nullptr) << "no such process";
     const auto application = workspace().launch({.pid = 42, .bundleIdentifier = "", .name = "Notes"});
     EXPECT_EQ(icons_.processIcon(ProcessID(42)), nullptr) << "it shows none";
-    setProperty(application.raw(), "icon", named("shown").raw());
+    setProperty(application, "icon", named("shown"));
     EXPECT_EQ(nameOf(icons_.processIcon(ProcessID(42))), "shown");
 }
 
@@ -62,31 +61,24 @@ TEST_F(IconsOfTheMac, BakingDrawsOnceUnderTheCurrentAppearance) {
     EXPECT_EQ(baked->size(), (Size{64, 64}));
     EXPECT_FALSE(MacImage::imageOf(baked) == MacImage::imageOf(icon));
 
-    std::vector<std::string> drawing;
-    bool isFlipped = false;
-    CGRect drawn;
-    const auto read = [](const Value& value, auto& into) { std::memcpy(&into, value.bytes.data(), sizeof into); };
+    Texts drawing;
     for (const Call& call : runtime().calls()) {
         const bool isTarget = call.receiver == MacImage::imageOf(baked).raw();
         if (call.selector == "performAsCurrentDrawingAppearance:") drawing.push_back("appearance");
-        if (isTarget && call.selector == "lockFocusFlipped:") read(call.arguments[0], isFlipped);
         if (isTarget && call.selector.find("ockFocus") != std::string::npos) drawing.push_back(call.selector);
-        if (call.selector == "drawInRect:") {
-            EXPECT_EQ(call.receiver, MacImage::imageOf(icon).raw());
-            read(call.arguments[0], drawn);
-            drawing.push_back("draw");
+        if (call.selector == "lockFocusFlipped:") {
+            EXPECT_EQ(call.arguments[0], valueOf(true));
         }
+        if (call.selector != "drawInRect:") continue;
+        EXPECT_EQ(call.receiver, MacImage::imageOf(icon).raw());
+        EXPECT_EQ(call.arguments[0], valueOf(CGRect{{0, 0}, {64, 64}}));
+        drawing.push_back("draw");
     }
-    EXPECT_EQ(drawing, (std::vector<std::string>{"appearance", "lockFocusFlipped:", "draw", "unlockFocus"}));
-    EXPECT_TRUE(isFlipped);
-    EXPECT_EQ(drawn, (CGRect{{0, 0}, {64, 64}}));
-}
-
-TEST_F(IconsOfTheMac, ABakedTemplateStaysOne) {
+    EXPECT_EQ(drawing, (Texts{"appearance", "lockFocusFlipped:", "draw", "unlockFocus"}));
     const auto symbol = icons_.symbol("pin.fill", 14);
     EXPECT_FALSE(MacImage::imageOf(icons_.baked(symbol, {64, 64})).isTemplate());
     MacImage::imageOf(symbol).setTemplate(true);
-    EXPECT_TRUE(MacImage::imageOf(icons_.baked(symbol, {64, 64})).isTemplate());
+    EXPECT_TRUE(MacImage::imageOf(icons_.baked(symbol, {64, 64})).isTemplate()) << "a baked template stays one";
 }
 
 }  // namespace

@@ -41,12 +41,12 @@ protected:
 };
 
 TEST_F(InstalledOnTheMac, FoldersAreListedInTheirOrder) {
-    EXPECT_EQ(installed_.folders(), (std::vector<std::string>{"/Applications", "/System/Applications", own_}));
+    EXPECT_EQ(installed_.folders(), (Texts{"/Applications", "/System/Applications", own_}));
     runtime().script("NSFileManager", "contentsOfDirectoryAtPath:error:", [](Invocation& i) {
         if (textOf(i.object(0)) == "/Applications")
             i.answerObject(makeArray({makeString("Notes.app"), makeNumber(std::int64_t{3}), makeString("Utilities")}));
     });
-    EXPECT_EQ(installed_.list("/Applications"), (std::vector<std::string>{"Notes.app", "Utilities"}));
+    EXPECT_EQ(installed_.list("/Applications"), (Texts{"Notes.app", "Utilities"}));
     EXPECT_EQ(installed_.list("/System/Applications"), std::nullopt);
 }
 

@@ -9,20 +9,16 @@
 namespace morvel::mac::checked {
 namespace {
 
-using namespace std::chrono_literals;
-
 class MainLoopOfTheMac : public RuntimeTest {
 protected:
     /// The milliseconds since the test began, and a name.
     void note(const std::string& what) { notes_.push_back(std::to_string((loop_.now() - begin_) / 1ms) + " " + what); }
-    std::vector<std::string> notes() { return std::exchange(notes_, {}); }
+    Texts notes() { return std::exchange(notes_, {}); }
 
     MacMainLoop loop_;
     const Instant begin_ = loop_.now();
-    std::vector<std::string> notes_;
+    Texts notes_;
 };
-
-using Notes = std::vector<std::string>;
 
 TEST_F(MainLoopOfTheMac, PostedWorkRunsLaterAndInOrder) {
     loop_.post([&] {
@@ -33,7 +29,7 @@ TEST_F(MainLoopOfTheMac, PostedWorkRunsLaterAndInOrder) {
     EXPECT_TRUE(notes().empty()) << "never inside post";
     EXPECT_EQ(dispatch().waiting(), 1U) << "one wake-up for both";
     dispatch().runPending();
-    EXPECT_EQ(notes(), (Notes{"0 first", "0 second", "0 from within"}));
+    EXPECT_EQ(notes(), (Texts{"0 first", "0 second", "0 from within"}));
     EXPECT_EQ(dispatch().waiting(), 0U);
 }
 
@@ -42,7 +38,7 @@ TEST_F(MainLoopOfTheMac, WorkThatThrowsIsLoggedAndTheRestStillRuns) {
     loop_.post([&] { note("after"); });
     const Timer timer = loop_.after(0ms, [] { throw std::runtime_error("broken timer"); });
     dispatch().runPending();
-    EXPECT_EQ(notes(), Notes{"0 after"});
+    EXPECT_EQ(notes(), Texts{"0 after"});
     EXPECT_EQ(takenKinds(), (std::vector{FaultKind::EscapedException, FaultKind::EscapedException}));
 }
 
@@ -62,7 +58,7 @@ TEST_F(MainLoopOfTheMac, TimersFireOnTimeAndLeaveNothingBehind) {
     Timer atOnce = loop_.after(-5s, [&] { note("at once"); });
     EXPECT_TRUE(notes().empty()) << "never inside the call, also when it is due";
     dispatch().runFor(700ms);
-    EXPECT_EQ(notes(), (Notes{"0 at once", "100 often", "200 once", "350 often", "600 often"}));
+    EXPECT_EQ(notes(), (Texts{"0 at once", "100 often", "200 once", "350 often", "600 often"}));
     often.reset();
     dispatch().runFor(10s);
     EXPECT_TRUE(notes().empty());
@@ -82,7 +78,7 @@ TEST_F(MainLoopOfTheMac, TokensMayEndInAnyPlace) {
     Timer replaced = loop_.after(50ms, [&] { note("old"); });
     replaced = loop_.after(60ms, [&] { note("new"); });
     dispatch().runFor(1s);
-    EXPECT_EQ(notes(), (Notes{"60 new", "100 carried by 1"})) << "a callback outlives the token it ends";
+    EXPECT_EQ(notes(), (Texts{"60 new", "100 carried by 1"})) << "a callback outlives the token it ends";
     EXPECT_EQ(carried.use_count(), 1);
     EXPECT_EQ(dispatch().waiting(), 0U);
 }
@@ -93,7 +89,7 @@ TEST_F(MainLoopOfTheMac, DebugLinesAreForThoseWhoAsk) {
     quiet.error("failed");
     quiet.debug("decided");
     EXPECT_FALSE(quiet.isDebugWanted());
-    EXPECT_EQ(logLines(), std::vector<std::string>{"failed"});
+    EXPECT_EQ(logLines(), Texts{"failed"});
     ::setenv("MORVEL_LOG", "debug", 1);
     MacLog talkative;
     ::unsetenv("MORVEL_LOG");
@@ -111,7 +107,7 @@ TEST_F(MainLoopOfTheMac, AQueueRunsItsWorkInOrderAndNothingOnceItIsGone) {
     queue->run([] { throw std::runtime_error("broken"); });
     queue->run([&] { note("second"); });
     dispatch().runPending();
-    EXPECT_EQ(notes(), (Notes{"0 first", "0 second"}));
+    EXPECT_EQ(notes(), (Texts{"0 first", "0 second"}));
     EXPECT_EQ(takenKinds(), std::vector{FaultKind::EscapedException});
 
     const auto carried = std::make_shared<int>(0);

@@ -1,7 +1,6 @@
 // The displays as the host tells them.
 #include "Platform/Mac/Screens/MacScreens.h"
 
-#include "Properties.h"
 #include "RuntimeTest.h"
 
 namespace morvel::mac::checked {
@@ -45,7 +44,7 @@ TEST_F(ScreensOfTheMac, AScreenMayHaveNoUsableNumber) {
     const auto describe = [&](const Id& number) {
         Entries entries;
         if (number) entries.emplace_back(makeString("NSScreenNumber"), number);
-        setProperty(workspace().screens[0].raw(), "deviceDescription", makeDictionary(std::move(entries)).raw());
+        setProperty(workspace().screens[0], "deviceDescription", makeDictionary(std::move(entries)));
     };
     for (const Id& number : {Id(), makeString("2"), makeNumber(std::int64_t{-1}), makeNumber(std::int64_t{1} << 32)}) {
         describe(number);
@@ -62,7 +61,7 @@ TEST_F(ScreensOfTheMac, DisplaysHavePersistentIdentifiers) {
     EXPECT_EQ(screens_.mainDisplay(), DisplayID(5));
     EXPECT_EQ(screens_.uuidString(DisplayID(5)), "37D8832A-2D66-02CA-B9F7-8F30A301B230");
     EXPECT_EQ(screens_.uuidString(DisplayID(6)), std::nullopt);
-    runtime().script("NSStatusBar", "thickness", [](Invocation& i) { i.answer<double>(24); });
+    answer("NSStatusBar", "thickness", 24.0);
     EXPECT_EQ(screens_.statusBarThickness(), 24);
 }
 

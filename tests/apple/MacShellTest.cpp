@@ -12,24 +12,15 @@
 namespace morvel::mac::checked {
 namespace {
 
-using namespace std::chrono_literals;
-
 class Shell : public RuntimeTest {
 protected:
     Shell() {
         EXPECT_EQ(::pipe(pipe_), 0);
-        const auto answerNew = [](const char* className) {
-            return [className](Invocation& i) {
-                i.answerObject(Id(objc::kAdopt, runtime().allocate(runtime().classNamed(className))));
-            };
-        };
-        runtime().script("NSPipe", "+pipe", answerNew("NSPipe"));
-        runtime().script("NSPipe", "fileHandleForReading", answerNew("NSFileHandle"));
-        runtime().script("NSFileHandle", "fileDescriptor", [this](Invocation& i) { i.answer<int>(pipe_[0]); });
+        answer("NSFileHandle", "fileDescriptor", pipe_[0]);
+        answer("NSTask", "terminationStatus", std::int32_t{3});
         runtime().script("NSTask", "launchAndReturnError:", [this](Invocation& i) { i.answer<bool>(starts); });
         runtime().script("NSTask", "isRunning", [this](Invocation& i) { i.answer<bool>(looks-- > 0); });
         runtime().script("NSTask", "terminationReason", [this](Invocation& i) { i.answer<NSInteger>(reason); });
-        runtime().script("NSTask", "terminationStatus", [](Invocation& i) { i.answer<std::int32_t>(3); });
         runtime().script("NSTask", "processIdentifier", [this](Invocation& i) { i.answer<std::int32_t>(child); });
     }
     ~Shell() override {
@@ -55,12 +46,8 @@ TEST_F(Shell, TellsStatusAndErrors) {
     const ShellResult result = run();
     EXPECT_EQ(result.exitStatus, 3);
     EXPECT_EQ(result.standardError, "no such process");
-    const auto names = runtime().callNames();
-    std::vector<std::string> told;
-    for (const std::string& name : names)
-        if (name.starts_with("NSTask set") || name.starts_with("NSTask launch")) told.push_back(name);
-    EXPECT_EQ(told, (std::vector<std::string>{"NSTask setExecutableURL:", "NSTask setArguments:",
-                                              "NSTask setStandardError:", "NSTask launchAndReturnError:"}));
+    const Texts told = {"setExecutableURL:", "setArguments:", "setStandardError:", "launchAndReturnError:"};
+    EXPECT_EQ(sentOf(told), told);
 }
 
 TEST_F(Shell, HasNoStatusWithoutAProperEnd) {

@@ -21,26 +21,19 @@ protected:
     MacWindowServer server_{log_};
 };
 
-const std::vector<std::string> kPrivateFunctions = {"CGSMainConnectionID",          "CGSGetActiveSpace",
-                                                    "CGSCopyManagedDisplaySpaces",  "CGSCopySpacesForWindows",
-                                                    "CGSAddWindowsToSpaces",        "CGSRemoveWindowsFromSpaces",
-                                                    "CGSMoveWindowsToManagedSpace", "SLSRegisterConnectionNotifyProc"};
-
-template <typename Signature>
-void checkLate(const LateFunction<Signature>& function) {
-    checkFunction({function.name(), functionTypes<Signature>()});
-}
-
 TEST_F(WindowServerOfTheMac, PrivateFunctionsAreCalledWithTheirTypes) {
+    const auto check = []<typename Signature>(const LateFunction<Signature>& function) {
+        checkFunction({function.name(), functionTypes<Signature>()});
+    };
     const SpaceFunctions functions;
-    checkLate(functions.mainConnection);
-    checkLate(functions.activeSpace);
-    checkLate(functions.copyManagedDisplaySpaces);
-    checkLate(functions.copySpacesForWindows);
-    checkLate(functions.addWindowsToSpaces);
-    checkLate(functions.removeWindowsFromSpaces);
-    checkLate(functions.moveWindowsToManagedSpace);
-    checkLate(functions.registerNotify);
+    check(functions.mainConnection);
+    check(functions.activeSpace);
+    check(functions.copyManagedDisplaySpaces);
+    check(functions.copySpacesForWindows);
+    check(functions.addWindowsToSpaces);
+    check(functions.removeWindowsFromSpaces);
+    check(functions.moveWindowsToManagedSpace);
+    check(functions.registerNotify);
 }
 
 TEST_F(WindowServerOfTheMac, DisplaysAndSpacesAreRead) {
@@ -85,10 +78,10 @@ TEST_F(WindowServerOfTheMac, ValuesOfOtherTypesAreAbsent) {
     EXPECT_EQ(displays->front().spaces[1].type, std::nullopt) << "not whole";
     EXPECT_TRUE(displays->back().spaces.empty());
 
-    windowServer().managedDisplaySpaces = makeString("no array");
-    EXPECT_EQ(server_.managedDisplaySpaces().has_value(), false);
-    windowServer().managedDisplaySpaces = {};
-    EXPECT_EQ(server_.managedDisplaySpaces().has_value(), false) << "the call failed";
+    for (const Id& nothing : {makeString("no array"), Id()}) {  // the last: the call failed
+        windowServer().managedDisplaySpaces = nothing;
+        EXPECT_FALSE(server_.managedDisplaySpaces().has_value());
+    }
 }
 
 TEST_F(WindowServerOfTheMac, WindowsMoveBetweenSpaces) {
@@ -111,59 +104,56 @@ TEST_F(WindowServerOfTheMac, WindowsMoveBetweenSpaces) {
 }
 
 TEST_F(WindowServerOfTheMac, MissingFunctionsGiveEmptyAnswers) {
-    for (const auto& function : kPrivateFunctions) windowServer().hide(function);
-    const WindowNumber window(7);
-    EXPECT_EQ(server_.activeSpace(), std::nullopt);
-    EXPECT_FALSE(server_.managedDisplaySpaces());
-    EXPECT_FALSE(server_.spacesOf(window)) << "could not be asked";
-    server_.addToSpaces(window, {SpaceID(3)});
-    server_.removeFromSpaces(window, {SpaceID(3)});
-    server_.moveToSpace(window, SpaceID(3));
-    EXPECT_FALSE(server_.observeSpaceEvents([](std::uint32_t) {}));
-    EXPECT_TRUE(logLines().empty());
-}
-
-TEST_F(WindowServerOfTheMac, OnlyTheConnectionIsMissing) {
     windowServer().hide("CGSMainConnectionID");
     windowServer().activeSpace = 2;
     EXPECT_EQ(server_.activeSpace(), SpaceID(2)) << "asked with connection 0";
     windowServer().activeSpace = 0;
     EXPECT_EQ(server_.activeSpace(), std::nullopt);
+
+    for (const auto& function : WindowServerWorld::functions()) windowServer().hide(function.first);
+    MacWindowServer without(log_);
+    const WindowNumber window(7);
+    EXPECT_EQ(without.activeSpace(), std::nullopt);
+    EXPECT_FALSE(without.managedDisplaySpaces());
+    EXPECT_FALSE(without.spacesOf(window)) << "could not be asked";
+    without.addToSpaces(window, {SpaceID(3)});
+    without.removeFromSpaces(window, {SpaceID(3)});
+    without.moveToSpace(window, SpaceID(3));
+    EXPECT_FALSE(without.observeSpaceEvents([](std::uint32_t) {}));
+    EXPECT_TRUE(logLines().empty());
 }
 
-TEST_F(WindowServerOfTheMac, SpaceEventsAreRegisteredOnceAndHopToTheMainQueue) {
-    std::vector<std::string> heard;
+TEST_F(WindowServerOfTheMac, SpaceEventsAreRegisteredOnceAndHopToTheMainQueueUntilTheEnd) {
+    Texts heard;
     const auto listener = [&](const char* name) {
         return [&heard, name](std::uint32_t event) {
             EXPECT_TRUE(dispatch().isOnMain());
             heard.push_back(name + std::to_string(event));
         };
     };
-    Subscription first = server_.observeSpaceEvents(listener("a"));
-    const Subscription second = server_.observeSpaceEvents(listener("b"));
-    ASSERT_EQ(windowServer().registrations.size(), 2U);
-    EXPECT_EQ(windowServer().registrations[0].event, 1327U);
-    EXPECT_EQ(windowServer().registrations[1].event, 1328U);
-    EXPECT_EQ(windowServer().registrations[0].callback, windowServer().registrations[1].callback);
-    EXPECT_EQ(windowServer().registrations[0].context, nullptr);
+    auto server = std::make_unique<MacWindowServer>(log_);
+    Subscription first = server->observeSpaceEvents(listener("a"));
+    const Subscription second = server->observeSpaceEvents(listener("b"));
+    const auto& registered = windowServer().registrations;
+    ASSERT_EQ(registered.size(), 2U);
+    EXPECT_EQ(registered[0].event, 1327U);
+    EXPECT_EQ(registered[1].event, 1328U);
+    EXPECT_EQ(registered[0].callback, registered[1].callback);
+    EXPECT_EQ(registered[0].context, nullptr);
     windowServer().spaceChanged(1327);
-    EXPECT_TRUE(heard.empty()) << "the server calls from a thread of its own";
+    EXPECT_EQ(heard, Texts{}) << "the server calls from a thread of its own";
     dispatch().runPending();
-    EXPECT_EQ(heard, (std::vector<std::string>{"a1327", "b1327"}));
+    EXPECT_EQ(std::exchange(heard, {}), (Texts{"a1327", "b1327"}));
     first.reset();
     windowServer().spaceChanged(1328);
     dispatch().runPending();
-    EXPECT_EQ(heard.back(), "b1328");
-    EXPECT_EQ(heard.size(), 3U);
-}
+    EXPECT_EQ(std::exchange(heard, {}), Texts{"b1328"});
 
-TEST_F(WindowServerOfTheMac, EventsAfterTheEndAreHeardByNobody) {
-    auto server = std::make_unique<MacWindowServer>(log_);
-    const Subscription token = server->observeSpaceEvents([](std::uint32_t) { ADD_FAILURE() << "it is gone"; });
     windowServer().spaceChanged(1327);
     server.reset();
     windowServer().spaceChanged(1328);
     dispatch().runPending();
+    EXPECT_EQ(heard, Texts{}) << "it is gone";
 }
 
 TEST_F(WindowServerOfTheMac, TheListOfWindowsIsRead) {

@@ -3,8 +3,6 @@
 
 #include <unistd.h>
 
-#include "Platform/Mac/apple/Foundation/NSNumber.h"
-#include "Properties.h"
 #include "RuntimeTest.h"
 
 namespace morvel::mac::checked {
@@ -14,8 +12,10 @@ constexpr ProcessID kPid(42);
 
 class WorkspaceOfTheMac : public RuntimeTest {
 protected:
-    using Names = std::vector<std::string>;
-
+    static NSRunningApplication launchNotes(double launched = 0) {
+        return workspace().launch(
+            {.pid = kPid.value, .bundleIdentifier = "app.notes", .name = "Notes", .launched = launched});
+    }
     /// A listener that notes what it hears as "heading pid".
     Workspace::ApplicationNotice noting(const char* heading) {
         return [this, heading](const RunningApplication& application) {
@@ -24,11 +24,11 @@ protected:
     }
 
     MacWorkspace workspace_;
-    Names heard_;
+    Texts heard_;
 };
 
 TEST_F(WorkspaceOfTheMac, ApplicationsAreDescribed) {
-    workspace().launch({.pid = 42, .bundleIdentifier = "app.notes", .name = "Notes", .launched = 1000.25});
+    launchNotes(1000.25);
     workspace().launch({.pid = 43, .bundleIdentifier = "", .name = "helper", .activationPolicy = 1});
     workspace().launch({.pid = 44, .bundleIdentifier = "", .name = "daemon", .activationPolicy = 2});
     workspace().launch({.pid = 45, .bundleIdentifier = "", .name = "newer", .activationPolicy = 99});
@@ -53,10 +53,10 @@ TEST_F(WorkspaceOfTheMac, AProcessNumberThatIsUsedAgainIsAnotherInstance) {
     std::vector<std::uint64_t> ended;
     const Subscription token = workspace_.observeTerminated(
         [&](const RunningApplication& application) { ended.push_back(application.instance); });
-    workspace().launch({.pid = 42, .bundleIdentifier = "app.notes", .name = "Notes", .launched = 1000.25});
+    launchNotes(1000.25);
     const auto first = workspace_.runningApplication(kPid);
     workspace().quit(42);
-    workspace().launch({.pid = 42, .bundleIdentifier = "app.notes", .name = "Notes", .launched = 1000.75});
+    launchNotes(1000.75);
     const auto second = workspace_.runningApplication(kPid);
     ASSERT_TRUE(first && second);
     EXPECT_NE(first->instance, second->instance);
@@ -65,13 +65,14 @@ TEST_F(WorkspaceOfTheMac, AProcessNumberThatIsUsedAgainIsAnotherInstance) {
 
 TEST_F(WorkspaceOfTheMac, RequestsReachTheApplication) {
     EXPECT_EQ(workspace_.frontmostApplication(), std::nullopt);
-    workspace().launch({.pid = 42, .bundleIdentifier = "app.notes", .name = "Notes"});
-    runtime().forgetCalls();
-    workspace_.activate(kPid);
-    const auto activation = std::ranges::find(runtime().calls(), "activateWithOptions:", &Call::selector);
-    ASSERT_NE(activation, runtime().calls().end());
+    launchNotes();
     std::uint64_t options = 0;
-    std::memcpy(&options, activation->arguments[0].bytes.data(), sizeof options);
+    runtime().script("NSRunningApplication", "activateWithOptions:", [&](Invocation& i) {
+        options = i.argument<std::uint64_t>(0);
+        workspace().activate(property<std::int32_t>(i.receiver(), "processIdentifier"));
+        i.answer<bool>(true);
+    });
+    workspace_.activate(kPid);
     EXPECT_EQ(options, 2U) << "over other applications";
     EXPECT_EQ(workspace_.frontmostApplication(), kPid);
     workspace().launch({.pid = 43, .bundleIdentifier = "app.agent", .name = "Agent", .activationPolicy = 1});
@@ -81,12 +82,9 @@ TEST_F(WorkspaceOfTheMac, RequestsReachTheApplication) {
     workspace_.terminate(kPid);
     EXPECT_EQ(workspace_.menuBarOwner(), std::nullopt);
     EXPECT_FALSE(workspace_.runningApplication(kPid));
-    workspace().launch({.pid = 42, .bundleIdentifier = "app.notes", .name = "Notes"});
-    runtime().forgetCalls();
+    launchNotes();
     workspace_.forceTerminate(kPid);
-    const auto names = runtime().callNames();
-    EXPECT_TRUE(std::ranges::count(names, "NSRunningApplication forceTerminate"));
-    EXPECT_FALSE(std::ranges::count(names, "NSRunningApplication terminate"));
+    EXPECT_EQ(sentOf({"terminate", "forceTerminate"}), (Texts{"terminate", "forceTerminate"}));
     workspace_.activate(kPid);  // it is gone
     workspace_.terminate(kPid);
     workspace_.forceTerminate(kPid);
@@ -100,90 +98,81 @@ TEST_F(WorkspaceOfTheMac, NoticesAreHeardUntilTheirTokensEnd) {
     const Subscription terminated = workspace_.observeTerminated(noting("terminated"));
     const Subscription activated = workspace_.observeActivated(noting("activated"));
     const Subscription spaces = workspace_.observeActiveSpaceChanged([&] { ++spaceChanges; });
-    workspace().launch({.pid = 42, .bundleIdentifier = "", .name = "Notes"});
+    const NSRunningApplication notes = launchNotes();
     workspace().activate(42);
     workspace().spaceChanged();
     workspace().quit(42);
-    EXPECT_EQ(heard_, (Names{"launched 42", "activated 42", "terminated 42"}));
+    const Texts all = {"launched 42", "activated 42", "terminated 42"};
+    EXPECT_EQ(heard_, all);
     EXPECT_EQ(spaceChanges, 1);
-    launched.reset();
-    workspace().launch({.pid = 43, .bundleIdentifier = "", .name = "Mail"});
-    EXPECT_EQ(heard_.size(), 3U);
-}
 
-TEST_F(WorkspaceOfTheMac, NoticesAboutNothingAreNotPassedOn) {
-    const Subscription launched = workspace_.observeLaunched(noting("launched"));
     const NSWorkspace sender = NSWorkspace::shared();
+    const Id key(NSWorkspaceApplicationKey);
     post(Center::Workspace, NSWorkspaceDidLaunchApplicationNotification, sender);
-    post(Center::Workspace, NSWorkspaceDidLaunchApplicationNotification, sender,
-         {{Id(NSWorkspaceApplicationKey), makeString("no application")}});
-    post(Center::Default, NSWorkspaceDidLaunchApplicationNotification, sender,
-         {{Id(NSWorkspaceApplicationKey), workspace().launch({.pid = 42, .bundleIdentifier = "", .name = "Notes"})}});
-    EXPECT_EQ(heard_, Names{"launched 42"}) << "only from the workspace's centre";
+    post(Center::Workspace, NSWorkspaceDidLaunchApplicationNotification, sender, {{key, makeString("none")}});
+    post(Center::Default, NSWorkspaceDidLaunchApplicationNotification, sender, {{key, notes}});
+    EXPECT_EQ(heard_, all) << "nothing about nothing, and only from the workspace's centre";
+    launched.reset();
+    launchNotes();
+    EXPECT_EQ(heard_, all);
 }
 
 TEST_F(WorkspaceOfTheMac, TheSessionIsSeenUnlessLockedAsleepOrSwitchedAway) {
     int activations = 0;
     const Subscription token = workspace_.observeSessionActivated([&] { ++activations; });
-    const Id nobody;
+    const auto tellScreen = [](const char* name) { post(Center::Distributed, NSString::from(name).raw(), Id()); };
     EXPECT_TRUE(workspace_.isSessionActive());
-    post(Center::Distributed, NSString::from("com.apple.screenIsLocked").raw(), nobody);
+    tellScreen("com.apple.screenIsLocked");
     EXPECT_FALSE(workspace_.isSessionActive());
-    post(Center::Workspace, NSWorkspaceScreensDidSleepNotification, nobody);
-    post(Center::Workspace, NSWorkspaceScreensDidWakeNotification, nobody);
+    post(Center::Workspace, NSWorkspaceScreensDidSleepNotification, Id());
+    post(Center::Workspace, NSWorkspaceScreensDidWakeNotification, Id());
     EXPECT_FALSE(workspace_.isSessionActive()) << "awake, but locked still";
     EXPECT_EQ(activations, 0);
-    post(Center::Distributed, NSString::from("com.apple.screenIsUnlocked").raw(), nobody);
+    tellScreen("com.apple.screenIsUnlocked");
     EXPECT_TRUE(workspace_.isSessionActive());
-    post(Center::Workspace, NSWorkspaceSessionDidResignActiveNotification, nobody);
+    post(Center::Workspace, NSWorkspaceSessionDidResignActiveNotification, Id());
     EXPECT_FALSE(workspace_.isSessionActive());
-    post(Center::Workspace, NSWorkspaceSessionDidBecomeActiveNotification, nobody);
+    post(Center::Workspace, NSWorkspaceSessionDidBecomeActiveNotification, Id());
     EXPECT_EQ(activations, 2);
 }
 
-TEST_F(WorkspaceOfTheMac, ApplicationsAreLocatedAndFilesRevealed) {
+TEST_F(WorkspaceOfTheMac, ApplicationsFilesAndPagesAreFoundAndOpened) {
+    Texts done;
     runtime().script("NSWorkspace", "URLForApplicationWithBundleIdentifier:", [](Invocation& i) {
         if (textOf(i.object(0)) == "app.notes") i.answerObject(NSURL::file("/Applications/Notes.app"));
     });
-    EXPECT_EQ(workspace_.locate("app.notes"), "/Applications/Notes.app");
-    EXPECT_EQ(workspace_.locate("app.unknown"), std::nullopt);
-    Names revealed;
     runtime().script("NSWorkspace", "activateFileViewerSelectingURLs:", [&](Invocation& i) {
-        for (const NSURL& url : objc::as<NSArray>(Id(i.object(0))).elements<NSURL>())
-            revealed.push_back(url.path().text());
+        for (const Id& url : held<Elements>(i.object(0))) done.push_back("revealed " + NSURL(url).path().text());
     });
-    workspace_.revealInFileManager("/Applications/Notes.app");
-    workspace_.revealInFileManager("");
-    EXPECT_EQ(revealed, Names{"/Applications/Notes.app"});
-}
-
-TEST_F(WorkspaceOfTheMac, ApplicationsFilesAndPagesAreOpened) {
-    Names opened;
     runtime().script("NSWorkspace", "openApplicationAtURL:configuration:completionHandler:", [&](Invocation& i) {
         const RawObject how = i.object(1);
-        opened.push_back(NSURL(i.object(0)).path().text() +
-                         (property<bool>(how, "createsNewApplicationInstance") ? " new" : "") +
-                         (property<bool>(how, "activates") ? " activates" : ""));
+        done.push_back(NSURL(i.object(0)).path().text() +
+                       (property<bool>(how, "createsNewApplicationInstance") ? " new" : "") +
+                       (property<bool>(how, "activates") ? " activates" : ""));
     });
     runtime().script("NSWorkspace", "openURL:", [&](Invocation& i) {
-        opened.push_back(NSURL(i.object(0)).absoluteString().text());
+        done.push_back(NSURL(i.object(0)).absoluteString().text());
         i.answer<bool>(true);
     });
+    EXPECT_EQ(workspace_.locate("app.notes"), "/Applications/Notes.app");
+    EXPECT_EQ(workspace_.locate("app.unknown"), std::nullopt);
+    workspace_.revealInFileManager("/Applications/Notes.app");
     workspace_.openApplication("/Applications/Notes.app", {.createsNewInstance = false, .activates = false});
     workspace_.openApplication("/Applications/Notes.app", {.createsNewInstance = true, .activates = true});
     workspace_.openFile("/Users/me/Docs");
     workspace_.openPage("HTTPS://example.com/notes");
-    EXPECT_EQ(opened, (Names{"/Applications/Notes.app", "/Applications/Notes.app new activates",
-                             "file:///Users/me/Docs", "HTTPS://example.com/notes"}));
-    opened.clear();
+    EXPECT_EQ(std::exchange(done, {}),
+              (Texts{"revealed /Applications/Notes.app", "/Applications/Notes.app",
+                     "/Applications/Notes.app new activates", "file:///Users/me/Docs", "HTTPS://example.com/notes"}));
+    workspace_.revealInFileManager("");
     for (const char* path : {"", "Docs", "~/Docs"}) {
         workspace_.openFile(path);
         workspace_.openApplication(path, {});
     }
-    for (const char* address : {"", "http://example.com", "file:///etc/passwd", "https://", "https:///x", "javascript:1",
-                                "https://a b", "https://a\nb"})
+    for (const char* address : {"", "http://example.com", "file:///etc/passwd", "https://", "https:///x",
+                                "javascript:1", "https://a b", "https://a\nb"})
         workspace_.openPage(address);
-    EXPECT_EQ(opened, Names{}) << "only absolute paths and encrypted pages";
+    EXPECT_EQ(done, Texts{}) << "only absolute paths and encrypted pages";
 }
 
 }  // namespace

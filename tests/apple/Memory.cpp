@@ -1,6 +1,5 @@
 // Objects: allocation, references, pools, and what is left at the end of a test.
 #include "Platform/Mac/objc/AutoreleasePool.h"
-#include "Runtime.h"
 #include "SystemObjects.h"
 
 namespace morvel::mac::checked {

@@ -5,7 +5,6 @@
 #include "Platform/Mac/apple/AppKit/NSScrollView.h"
 #include "Platform/Mac/objc/AutoreleasePool.h"
 #include "Properties.h"
-#include "SystemObjects.h"
 
 namespace morvel::mac::checked {
 
@@ -19,25 +18,23 @@ struct Observer {
 };
 using Observers = std::vector<Observer>;
 
-Observers& observersOf(RawObject center) {
-    if (!payloadOf<Observers>(center)) setPayload(center, Observers{});
-    return *payloadOf<Observers>(center);
-}
-
 }  // namespace
 
-void installNotifications(Runtime& runtime) {
-    runtime.implement("NSNotificationCenter", "addObserverForName:object:queue:usingBlock:", [](Invocation& i) {
-        const Id token(objc::kAdopt, checked::runtime().allocate(checked::runtime().classNamed("NSObject")));
-        observersOf(i.receiver())
+void installNotifications(Runtime& target) {
+    const auto center = target.implementing("NSNotificationCenter");
+    center("addObserverForName:object:queue:usingBlock:", [](Invocation& i) {
+        const Id token = runtime().make("NSObject");
+        ensured<Observers>(i.receiver())
             .push_back({token, Id(i.object(0)), i.object(1), objc::Block<void(Id)>(i.argument<objc::RawBlock>(3))});
         i.answerObject(token);
     });
-    runtime.implement("NSNotificationCenter", "removeObserver:", [](Invocation& i) {
-        std::erase_if(observersOf(i.receiver()), [&](const Observer& o) { return o.token.raw() == i.object(0); });
+    center("removeObserver:", [](Invocation& i) {
+        std::erase_if(ensured<Observers>(i.receiver()),
+                      [&](const Observer& o) { return o.token.raw() == i.object(0); });
     });
-    runtime.implement("NSWorkspace", "notificationCenter", [](Invocation& i) {
-        i.answerObject(checked::runtime().shared("NSNotificationCenter", "NSWorkspace notificationCenter"));
+    const auto sharedWorkspace = target.implementing("NSWorkspace");
+    sharedWorkspace("notificationCenter", [](Invocation& i) {
+        i.answerObject(runtime().shared("NSNotificationCenter", "NSWorkspace notificationCenter"));
     });
 }
 
@@ -48,13 +45,13 @@ void post(Center center, RawObject name, const Id& object, Entries userInfo) {
             ? runtime().shared("NSDistributedNotificationCenter", "NSDistributedNotificationCenter defaultCenter")
             : runtime().shared("NSNotificationCenter", center == Center::Default ? "NSNotificationCenter defaultCenter"
                                                                                  : "NSWorkspace notificationCenter");
-    const Id notification(objc::kAdopt, runtime().allocate(runtime().classNamed("NSNotification")));
+    const Id notification = runtime().make("NSNotification");
     const Id info = makeDictionary(std::move(userInfo));
-    setProperty(notification.raw(), "name", name);
-    setProperty(notification.raw(), "object", object.raw());
-    setProperty(notification.raw(), "userInfo", info.raw());
+    setProperty(notification, "name", name);
+    setProperty(notification, "object", object);
+    setProperty(notification, "userInfo", info);
     // A copy: an observer may add and remove observers.
-    for (const Observer& observer : Observers(observersOf(target.raw()))) {
+    for (const Observer& observer : Observers(ensured<Observers>(target.raw()))) {
         if (observer.object && observer.object != object.raw()) continue;
         if (areEqual(observer.name.raw(), name)) observer.block(notification);
     }

@@ -18,6 +18,7 @@ namespace morvel::mac::checked {
 struct Value {
     std::string encoding;
     std::vector<unsigned char> bytes;
+    friend bool operator==(const Value&, const Value&) = default;
 };
 
 /// What an object of a class with real behaviour holds: a string's text, an array's elements.
@@ -90,15 +91,41 @@ using objc::RawClass;
 using objc::RawObject;
 using objc::RawSelector;
 
+/// An object for the length of a call, by its pointer or by what holds it.
+class Borrowed {
+public:
+    Borrowed(RawObject object) : object_(object) {}
+    Borrowed(const Id& object) : object_(object.raw()) {}
+    operator RawObject() const { return object_; }
+    RawObject operator->() const { return object_; }
+
+private:
+    RawObject object_;
+};
+
 /// The object's payload if it is a T; null for nil and for any other.
 template <typename T>
-T* payloadOf(RawObject object) {
+T* payloadOf(Borrowed object) {
     auto* const held = object ? dynamic_cast<PayloadOf<T>*>(object->payload.get()) : nullptr;
     return held ? &held->value : nullptr;
 }
 template <typename T>
-void setPayload(RawObject object, T value) {
+void setPayload(Borrowed object, T value) {
     object->payload = std::make_unique<PayloadOf<T>>(std::move(value));
+}
+
+/// What the object holds; empty when it holds nothing of the kind.
+template <typename T>
+const T& held(Borrowed object) {
+    static const T kNone{};
+    const T* const found = payloadOf<T>(object);
+    return found ? *found : kNone;
+}
+/// What the object holds, to be changed: made when it holds nothing of the kind.
+template <typename T>
+T& ensured(Borrowed object) {
+    if (!payloadOf<T>(object)) setPayload(object, T{});
+    return *payloadOf<T>(object);
 }
 
 inline bool isClassObject(RawObject object) {

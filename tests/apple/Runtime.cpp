@@ -1,5 +1,4 @@
 // Classes and messages: the checks, and who answers.
-#include "Runtime.h"
 
 #include "SystemObjects.h"
 
@@ -49,15 +48,20 @@ RawClass Runtime::classNamed(const std::string& name) {
     const ClassFact* const fact = facts_.classNamed(name);
     const bool isCoreFoundationType = name.starts_with("__");
     if (!fact && !isCoreFoundationType) {
-        if (!absentClasses_.contains(name)) faults_.add(FaultKind::UnknownClass, "there is no class " + name);
+        faults_.add(FaultKind::UnknownClass, "there is no class " + name);
         return nullptr;
     }
+    const std::string parent = fact ? fact->superclass : "NSObject";
+    ClassRecord* const made = addClass(name, parent.empty() ? nullptr : classNamed(parent));
+    if (fact) made->protocols = fact->protocols;
+    return made;
+}
+
+ClassRecord* Runtime::addClass(const std::string& name, RawClass superclass) {
     auto made = std::make_unique<ClassRecord>();
     made->name = name;
+    made->superclass = superclass;
     made->isImmortal = true;
-    if (fact) made->protocols = fact->protocols;
-    const std::string parent = fact ? fact->superclass : "NSObject";
-    if (!parent.empty()) made->superclass = classNamed(parent);
     live_.insert(static_cast<ObjectRecord*>(made.get()));
     return (classes_[name] = std::move(made)).get();
 }
@@ -73,14 +77,10 @@ RawClass Runtime::allocatePair(RawClass superclass, const std::string& name) {
         faults_.add(FaultKind::BadCall, "class " + name + " exists already or has no superclass");
         return nullptr;
     }
-    auto made = std::make_unique<ClassRecord>();
-    made->name = name;
-    made->superclass = superclass;
-    made->isImmortal = true;
+    ClassRecord* const made = addClass(name, superclass);
     made->isOurs = true;
     made->ivarIndex = superclass->ivarIndex;
-    live_.insert(static_cast<ObjectRecord*>(made.get()));
-    return (classes_[name] = std::move(made)).get();
+    return made;
 }
 
 const MethodFact* Runtime::understood(const ClassRecord* cls, bool toClass, const std::string& selector) const {
@@ -229,21 +229,16 @@ void Runtime::send(RawObject receiver, RawClass superOf, RawSelector selector, c
     }
 }
 
-void Runtime::checkKnown(const std::string& className, const std::string& key) {
+const std::string& Runtime::checkedKey(const std::string& className, const std::string& key) {
     const bool toClass = key.starts_with('+');
     if (!facts_.understoodBy(className, toClass, toClass ? key.substr(1) : key)) {
         faults_.add(FaultKind::UnknownSelector, "a behaviour for " + className + " " + key + ", which is unknown");
     }
-}
-
-void Runtime::implement(const std::string& className, const std::string& selector, Handler handler) {
-    checkKnown(className, selector);
-    handlers_[className][selector] = std::move(handler);
+    return key;
 }
 
 void Runtime::script(const std::string& className, const std::string& selector, Handler handler) {
-    checkKnown(className, selector);
-    scripts_[className][selector] = std::move(handler);
+    scripts_[className][checkedKey(className, selector)] = std::move(handler);
 }
 
 std::vector<std::string> Runtime::callNames() const {

@@ -2,9 +2,10 @@
 // published API and reports each message, override and reference that is wrong by it.
 //
 // How a message is answered, first match wins: a method of a class that our code registered; a handler given with
-// `implement` for the class or a superclass; memory management; and for everything else the generic rule: initialisers
-// and setters store their arguments as properties, getters return them, shared objects are made at first use, the rest
-// does nothing. Messages are recorded in `calls`, but for those to values (strings, arrays) and plain init.
+// `implementing` for the class or a superclass; memory management; and for everything else the generic rule:
+// initialisers and setters store their arguments as properties, getters return them, shared objects are made at first
+// use, the rest does nothing. Messages are recorded in `calls`, but for those to values (strings, arrays) and plain
+// init.
 //
 // To script a world, tests register handlers and set properties; see AccessibilityWorld.h and FakeDispatch.h for the C
 // functions. One instance stands for the process; `reset` begins a test. One thread.
@@ -14,6 +15,7 @@
 #include <memory>
 #include <set>
 #include <string>
+#include <typeinfo>
 #include <unordered_set>
 #include <vector>
 
@@ -45,9 +47,13 @@ public:
     std::vector<std::string> callNames() const;
     void forgetCalls() { calls_.clear(); }
 
-    /// Gives `selector` of `className` and its subclasses a behaviour for the rest of the process ("+name" for a class
-    /// method). The facts must know the method.
-    void implement(const std::string& className, const std::string& selector, Handler handler);
+    /// Gives selectors of the class and its subclasses behaviours for the rest of the process: call the result with
+    /// each selector ("+name" for a class method) and its handler. The facts must know the method.
+    auto implementing(std::string className) {
+        return [this, className](const std::string& selector, Handler handler) {
+            handlers_[className][checkedKey(className, selector)] = std::move(handler);
+        };
+    }
     /// The same until the end of the test; goes before the permanent ones.
     void script(const std::string& className, const std::string& selector, Handler handler);
 
@@ -57,22 +63,26 @@ public:
     RawClass allocatePair(RawClass superclass, const std::string& name);
     bool addMethod(RawClass cls, const std::string& selector, const OwnMethod& method, objc::MethodOrigin origin);
 
-    /// From here on a look-up of this class that the facts do not know is no fault: code that asks is prepared for nil.
-    void allowAbsentClass(const std::string& name) { absentClasses_.insert(name); }
     /// Whether the object answers the message, as respondsToSelector: does.
     bool responds(RawObject object, const std::string& selector) const;
 
     // Objects.
     RawObject allocate(RawClass cls);
-    /// An object of the system's with one reference that the caller owns.
+    /// A blank object of the system's, or one with a payload.
+    Id make(const std::string& className) { return Id(objc::kAdopt, allocate(classNamed(className))); }
     template <typename T>
     Id make(const std::string& className, T payload) {
-        const RawObject object = allocate(classNamed(className));
-        setPayload(object, std::move(payload));
-        return Id(objc::kAdopt, object);
+        Id made = make(className);
+        setPayload(made, std::move(payload));
+        return made;
     }
     /// The one object of a class that is handed out under a name, for example by "NSApplication sharedApplication".
     Id shared(const std::string& className, const std::string& name);
+    /// What the system knows until the end of the test, one of each type.
+    template <typename T>
+    T& known() {
+        return ensured<T>(shared("NSObject", typeid(T).name()));
+    }
     bool isObject(const void* pointer) const { return live_.contains(pointer); }
     void retain(RawObject object);
     void release(RawObject object);
@@ -100,6 +110,7 @@ public:
 private:
     Runtime();
 
+    ClassRecord* addClass(const std::string& name, RawClass superclass);
     const MethodFact* understood(const ClassRecord* cls, bool toClass, const std::string& selector) const;
     bool checkReceiver(RawObject receiver, const std::string& selector);
     bool checkTypes(const std::string& what, const MethodFact& fact, const objc::MessageTypes& types);
@@ -107,7 +118,7 @@ private:
                        const objc::MessageTypes& types, void** arguments, void* result);
     void record(const Invocation& invocation);
     void reportUnknown(const ClassRecord* cls, bool toClass, const std::string& selector);
-    void checkKnown(const std::string& className, const std::string& key);
+    const std::string& checkedKey(const std::string& className, const std::string& key);
     const Handler* handlerFor(const ClassRecord* cls, const std::string& key) const;
     bool answerAsRoot(Invocation& invocation);
     void answerGenerically(Invocation& invocation, const MethodFact& fact);
@@ -131,7 +142,6 @@ private:
     std::unordered_set<const void*> live_;  // objects and classes
     std::map<std::string, Id> shared_;
     std::vector<std::vector<RawObject>> pools_;
-    std::set<std::string> absentClasses_;
     Blocks blocks_{faults_};
     bool isTearingDown_ = false;  // what leaked is thrown away without counting
 };

@@ -25,15 +25,6 @@ RawSelector sel_registerName(const char* name) {
 const char* sel_getName(RawSelector selector) {
     return selector ? selector->name.c_str() : "<null selector>";
 }
-const char* class_getName(RawClass cls) {
-    return cls ? cls->name.c_str() : "nil";
-}
-RawClass class_getSuperclass(RawClass cls) {
-    return cls ? cls->superclass : nullptr;
-}
-RawClass object_getClass(RawObject object) {
-    return object ? checked::classOf(object) : nullptr;
-}
 RawClass objc_allocateClassPair(RawClass superclass, const char* name, std::size_t) {
     return runtime().allocatePair(superclass, name);
 }
@@ -80,11 +71,7 @@ void objc_autoreleasePoolPop(void* pool) {
     runtime().popPool(pool);
 }
 void objc_setAssociatedObject(RawObject object, const void* key, RawObject value, std::uintptr_t) {
-    if (value) {
-        object->associated[key] = Id(value);
-    } else {
-        object->associated.erase(key);
-    }
+    object->associated[key] = Id(value);
 }
 RawObject objc_getAssociatedObject(RawObject object, const void* key) {
     const auto found = object->associated.find(key);

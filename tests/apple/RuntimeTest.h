@@ -4,17 +4,20 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <chrono>
+#include <string>
 #include <vector>
 
 #include "AccessibilityWorld.h"
 #include "FakeDispatch.h"
-#include "Runtime.h"
-#include "SystemLogFake.h"
-#include "SystemObjects.h"
+#include "Properties.h"
 #include "WindowServerWorld.h"
 #include "WorkspaceWorld.h"
 
 namespace morvel::mac::checked {
+
+using namespace std::chrono_literals;
+using Texts = std::vector<std::string>;
 
 class RuntimeTest : public ::testing::Test {
 protected:
@@ -35,12 +38,37 @@ protected:
         runtime().finish();
         return runtime().faults().take();
     }
-    /// Takes the faults so far. A self-test expects exactly one of a kind.
-    static std::vector<FaultKind> takenKinds() {
+    static std::vector<FaultKind> kindsOf(const std::vector<Fault>& faults) {
         std::vector<FaultKind> kinds;
-        for (const Fault& fault : runtime().faults().take()) kinds.push_back(fault.kind);
+        for (const Fault& fault : faults) kinds.push_back(fault.kind);
         return kinds;
     }
+    /// Takes the faults so far. A self-test expects exactly one of a kind.
+    static std::vector<FaultKind> takenKinds() { return kindsOf(runtime().faults().take()); }
+
+    /// Until the end of the test, the selector is answered so.
+    template <typename T>
+    static void answer(const std::string& className, const std::string& selector, T value) {
+        runtime().script(className, selector, [value](Invocation& i) { i.answer<T>(value); });
+    }
+    /// How often such a message was sent, for example "NSWindow makeKeyWindow".
+    static long callsOf(const std::string& name) { return std::ranges::count(runtime().callNames(), name); }
+    /// Which of these messages were sent, in order, whatever to.
+    static Texts sentOf(const Texts& selectors) {
+        Texts sent;
+        for (const Call& call : runtime().calls())
+            if (std::ranges::count(selectors, call.selector) > 0) sent.push_back(call.selector);
+        return sent;
+    }
+    /// What such a message was sent to last; nil for nothing.
+    static Id lastReceiverOf(const std::string& selector) {
+        RawObject last = nullptr;
+        for (const Call& call : runtime().calls())
+            if (call.selector == selector) last = call.receiver;
+        return Id(last);
+    }
+    /// The popover that was shown last.
+    static Id lastPopover() { return lastReceiverOf("showRelativeToRect:ofView:preferredEdge:"); }
 };
 
 }  // namespace morvel::mac::checked

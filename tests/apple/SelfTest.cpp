@@ -16,7 +16,7 @@ using Kinds = std::vector<FaultKind>;
 
 class SelfTest : public RuntimeTest {
 protected:
-    /// Sends by name, so that the wrong message is not among the written ones.
+    /// Sends by name and with these types, so that the wrong message is not among the written ones.
     template <typename R, typename... Args>
     static void sendWrong(const Id& receiver, const char* selector, const Args&... arguments) {
         objc::sendRaw<R, Args...>(receiver.raw(), objc::sel_registerName(selector), arguments...);
@@ -34,94 +34,70 @@ TEST_F(SelfTest, RightMessagesAreNoFaults) {
     EXPECT_EQ(takenKinds(), Kinds{});
 }
 
-TEST_F(SelfTest, UnknownNames) {
-    sendWrong<void>(window, "setFarme");
-    EXPECT_EQ(takenKinds(), Kinds{FaultKind::UnknownSelector}) << "no such method anywhere";
-    sendWrong<void, NSInteger>(window, "setMaterial:", NSInteger{6});
-    EXPECT_EQ(takenKinds(), Kinds{FaultKind::UnknownSelector}) << "a method of another class";
-    objc::objc_getClass("NSWindwo");
-    EXPECT_EQ(takenKinds(), Kinds{FaultKind::UnknownClass});
-    objc::objc_getProtocol("NSApplicationDelegat");
-    EXPECT_EQ(takenKinds(), Kinds{FaultKind::UnknownClass});
-    systemFunction("CGSMainConnection");
-    EXPECT_EQ(takenKinds(), Kinds{FaultKind::UnknownFunction});
-}
-
-TEST_F(SelfTest, ClassAndInstanceMixedUp) {
-    sendWrong<Id>(window, "sharedWorkspace");
-    EXPECT_EQ(takenKinds(), Kinds{FaultKind::UnknownSelector}) << "not even the class has it";
+TEST_F(SelfTest, WrongMessagesAndDeclarations) {
+    using enum FaultKind;
     const NSObject workspace = NSWorkspace::shared();
-    sendWrong<Id>(workspace, "sharedWorkspace");
-    EXPECT_EQ(takenKinds(), Kinds{FaultKind::WrongReceiver}) << "a class method sent to an instance";
-    sendWrong<CGRect>(classObject<NSWindow>(), "frame");
-    EXPECT_EQ(takenKinds(), Kinds{FaultKind::WrongReceiver}) << "an instance method sent to the class";
+    const NSView view = NSView::make({});
+    const Id none;
     int notAnObject = 0;
-    objc::sendRaw<void>(reinterpret_cast<RawObject>(&notAnObject), objc::sel_registerName("close"));
-    EXPECT_EQ(takenKinds(), Kinds{FaultKind::WrongReceiver});
-}
-
-TEST_F(SelfTest, WrongArguments) {
-    sendWrong<void>(window, "setLevel:");
-    EXPECT_EQ(takenKinds(), Kinds{FaultKind::ArgumentCount}) << "too few";
-    sendWrong<void, NSInteger, NSInteger>(window, "setLevel:", NSInteger{9}, NSInteger{9});
-    EXPECT_EQ(takenKinds(), Kinds{FaultKind::ArgumentCount}) << "too many";
+    const auto toNoObject = [&] { tell(reinterpret_cast<RawObject>(&notAnObject), "close"); };
+    const auto withoutBlock = [&] {
+        sendWrong<Id, Id, Id, Id, Id>(NSNotificationCenter::defaultCenter(),
+                                      "addObserverForName:object:queue:usingBlock:", none, none, none, none);
+    };
+    const auto written = [](const char* className, bool toClass) {
+        const objc::MessageTypes types = objc::MessageEncoding<void, int>::kTypes;
+        return [=] { runtime().checkWritten({className, toClass, "setLevel:", types}); };
+    };
+    const auto function = [](const char* name, const objc::MessageTypes& types) {
+        return [=] { checkFunction({name, types}); };
+    };
+    const auto constant = [](const char* name, auto value) { return [=] { checkConstant(constantOf(name, value)); }; };
+    const auto createsObserver = functionTypes<AXError(std::int32_t, AXObserverCallback, AXObserverRef)>();
     struct Row {
+        FaultKind kind;
         const char* why;
-        std::function<void()> send;
+        std::function<void()> act;
     };
-    const std::vector<Row> rows = {
-        {"int for NSInteger", [&] { sendWrong<void, int>(window, "setLevel:", 9); }},
-        {"unsigned for signed", [&] { sendWrong<void, NSUInteger>(window, "setLevel:", NSUInteger{9}); }},
-        {"integer for bool", [&] { sendWrong<void, NSInteger>(window, "setHasShadow:", NSInteger{0}); }},
-        {"float for double", [&] { sendWrong<void, float>(NSView::make({}), "setAlphaValue:", 0.5F); }},
-        {"point for rectangle", [&] { sendWrong<void, CGPoint>(NSView::make({}), "setFrame:", CGPoint{}); }},
-        {"selector for object", [&] { sendWrong<void, Selector>(window, "setTitle:", Selector()); }},
-        {"C text for object", [&] { sendWrong<void, const char*>(window, "setTitle:", "title"); }},
-        {"object for block",
-         [&] {
-             const Id none;
-             sendWrong<Id, Id, Id, Id, Id>(NSNotificationCenter::defaultCenter(),
-                                           "addObserverForName:object:queue:usingBlock:", none, none, none, none);
-         }},
-    };
-    for (const Row& row : rows) {
-        row.send();
-        EXPECT_EQ(takenKinds(), Kinds{FaultKind::ArgumentType}) << row.why;
+    for (const Row& row : std::vector<Row>{
+             {UnknownSelector, "no such method anywhere", [&] { sendWrong<void>(window, "setFarme"); }},
+             {UnknownSelector, "another class's", [&] { sendWrong<void, NSInteger>(window, "setMaterial:", 6); }},
+             {UnknownSelector, "not even the class has it", [&] { sendWrong<Id>(window, "sharedWorkspace"); }},
+             {UnknownSelector, "a wrapper does not change the object's class",
+              [&] { sendWrong<std::int32_t>(NSRunningApplication(window), "processIdentifier"); }},
+             {WrongReceiver, "a class method to an instance", [&] { sendWrong<Id>(workspace, "sharedWorkspace"); }},
+             {WrongReceiver, "an instance's to the class",
+              [&] { sendWrong<CGRect>(classObject<NSWindow>(), "frame"); }},
+             {WrongReceiver, "to no object", toNoObject},
+             {UnknownClass, "of a class", [] { objc::objc_getClass("NSWindwo"); }},
+             {UnknownClass, "of a protocol", [] { objc::objc_getProtocol("NSApplicationDelegat"); }},
+             {UnknownFunction, "looked up", [] { systemFunction("CGSMainConnection"); }},
+             {ArgumentCount, "too few", [&] { sendWrong<void>(window, "setLevel:"); }},
+             {ArgumentCount, "too many", [&] { sendWrong<void, NSInteger, NSInteger>(window, "setLevel:", 9, 9); }},
+             {ArgumentType, "int for NSInteger", [&] { sendWrong<void, int>(window, "setLevel:", 9); }},
+             {ArgumentType, "unsigned for signed", [&] { sendWrong<void, NSUInteger>(window, "setLevel:", 9U); }},
+             {ArgumentType, "integer for bool", [&] { sendWrong<void, NSInteger>(window, "setHasShadow:", 0); }},
+             {ArgumentType, "float for double", [&] { sendWrong<void, float>(view, "setAlphaValue:", 0.5F); }},
+             {ArgumentType, "point for rectangle", [&] { sendWrong<void, CGPoint>(view, "setFrame:", CGPoint{}); }},
+             {ArgumentType, "selector for object", [&] { sendWrong<void, Selector>(window, "setTitle:", Selector()); }},
+             {ArgumentType, "C text for object", [&] { sendWrong<void, const char*>(window, "setTitle:", "title"); }},
+             {ArgumentType, "object for block", withoutBlock},
+             {ResultType, "point for rectangle", [&] { sendWrong<CGPoint>(window, "frame"); }},
+             {ResultType, "nothing for bool", [&] { sendWrong<void>(window, "isVisible"); }},
+             {ArgumentType, "written but never sent", written("NSWindow", false)},
+             {WrongReceiver, "written but never sent", written("NSWindow", true)},
+             {UnknownClass, "written but never sent", written("NSWindwo", false)},
+             {UnknownFunction, "declared", function("CFRetainn", functionTypes<decltype(CFRetain)>())},
+             {WrongFunction, "result", function("CFGetTypeID", functionTypes<int(CFTypeRef)>())},
+             {WrongFunction, "the reference instead of where to store it",
+              function("AXObserverCreate", createsObserver)},
+             {UnknownConstant, "misspelt", constant("NSTrackingActiveAlwyas", NSUInteger{128})},
+             {WrongConstant, "value", constant("NSTrackingActiveAlways", NSUInteger{64})},
+             {WrongConstant, "type", constant("NSTrackingActiveAlways", 128)},
+         }) {
+        row.act();
+        EXPECT_EQ(takenKinds(), Kinds{row.kind}) << row.why;
     }
-}
-
-TEST_F(SelfTest, WrongResults) {
-    sendWrong<CGPoint>(window, "frame");
-    EXPECT_EQ(takenKinds(), Kinds{FaultKind::ResultType}) << "point for rectangle";
-    sendWrong<void>(window, "isVisible");
-    EXPECT_EQ(takenKinds(), Kinds{FaultKind::ResultType}) << "nothing for bool";
-    sendWrong<std::int32_t>(NSRunningApplication(window), "processIdentifier");
-    EXPECT_EQ(takenKinds(), Kinds{FaultKind::UnknownSelector}) << "a wrapper does not change the object's class";
-}
-
-TEST_F(SelfTest, WrittenButNeverSent) {
-    using Types = objc::MessageEncoding<void, int>;
-    runtime().checkWritten({"NSWindow", false, "setLevel:", Types::kTypes});
-    EXPECT_EQ(takenKinds(), Kinds{FaultKind::ArgumentType});
-    runtime().checkWritten({"NSWindow", true, "setLevel:", Types::kTypes});
-    EXPECT_EQ(takenKinds(), Kinds{FaultKind::WrongReceiver});
-    runtime().checkWritten({"NSWindwo", false, "setLevel:", Types::kTypes});
-    EXPECT_EQ(takenKinds(), Kinds{FaultKind::UnknownClass});
-}
-
-TEST_F(SelfTest, WrongDeclarations) {
-    checkFunction({"CFRetainn", functionTypes<decltype(CFRetain)>()});
-    EXPECT_EQ(takenKinds(), Kinds{FaultKind::UnknownFunction});
-    checkFunction({"CFGetTypeID", functionTypes<int(CFTypeRef)>()});
-    EXPECT_EQ(takenKinds(), Kinds{FaultKind::WrongFunction}) << "result";
-    checkFunction({"AXObserverCreate", functionTypes<AXError(std::int32_t, AXObserverCallback, AXObserverRef)>()});
-    EXPECT_EQ(takenKinds(), Kinds{FaultKind::WrongFunction}) << "the reference instead of where to store it";
-    checkConstant(constantOf("NSTrackingActiveAlwyas", NSUInteger{128}));
-    EXPECT_EQ(takenKinds(), Kinds{FaultKind::UnknownConstant});
-    checkConstant(constantOf("NSTrackingActiveAlways", NSUInteger{64}));
-    EXPECT_EQ(takenKinds(), Kinds{FaultKind::WrongConstant}) << "value";
-    checkConstant(constantOf("NSTrackingActiveAlways", 128));
-    EXPECT_EQ(takenKinds(), Kinds{FaultKind::WrongConstant}) << "type";
 }
 
 struct WrongOverrides {
@@ -150,13 +126,23 @@ TEST_F(SelfTest, WrongOverrides) {
     EXPECT_EQ(takenKinds(), Kinds{});
 }
 
-TEST_F(SelfTest, ReferencesTakenAndGivenBack) {
-    Id extra = window;
-    objc::objc_retain(extra.giveUp());
-    window = NSWindow();
-    const auto faults = endOfTest();
-    ASSERT_EQ(faults.size(), 1U);
-    EXPECT_EQ(faults[0].kind, FaultKind::Leak);
+TEST_F(SelfTest, Leaks) {
+    window = {};
+    const std::pair<const char*, std::function<void()>> table[] = {
+        {"an object", [] { objc::objc_retain(NSView::make({}).raw()); }},
+        {"Core Foundation's", [] { CFRetain(cfString("text").get()); }},
+        {"a block", [] { objc::_Block_copy(Block<void()>(std::function<void()>([] {})).raw()); }},
+        {"a timer", [] { dispatch_source_create(&_dispatch_source_type_timer, 0, 0, &_dispatch_main_q); }},
+        {"a queue", [] { dispatch_queue_create("test", nullptr); }},
+    };
+    for (const auto& [what, leak] : table) {
+        runtime().begin();
+        leak();
+        EXPECT_EQ(kindsOf(endOfTest()), Kinds{FaultKind::Leak}) << what;
+    }
+    runtime().begin();
+    CFRelease(CFRetain(cfString("text").get()));
+    EXPECT_EQ(kindsOf(endOfTest()), Kinds{});
 }
 
 TEST_F(SelfTest, OverRelease) {
@@ -174,6 +160,11 @@ TEST_F(SelfTest, OverRelease) {
         // The pool and the wrapper each still hold one that is no longer there.
     }
     EXPECT_EQ(takenKinds(), Kinds{FaultKind::OverRelease});
+    Block<void()> block(std::function<void()>([] {}));
+    const void* const held = block.raw();
+    block = {};
+    objc::_Block_release(held);
+    EXPECT_EQ(takenKinds(), Kinds{FaultKind::OverRelease}) << "a block";
 }
 
 TEST_F(SelfTest, NothingIsAutoreleasedWithoutAPool) {
@@ -185,26 +176,6 @@ TEST_F(SelfTest, NothingIsAutoreleasedWithoutAPool) {
     objc::objc_autoreleasePoolPop(outermost);
     EXPECT_EQ(takenKinds(), Kinds{FaultKind::BadCall}) << "a pool that is gone";
     objc::objc_release(number.raw());  // what the pool would have done
-}
-
-TEST_F(SelfTest, CoreFoundationReferencesAreCounted) {
-    CFRelease(CFRetain(cfString("text").get()));
-    EXPECT_EQ(takenKinds(), Kinds{});
-    CFRetain(cfString("text").get());
-    window = NSWindow();
-    const auto faults = endOfTest();
-    ASSERT_EQ(faults.size(), 1U);
-    EXPECT_EQ(faults[0].kind, FaultKind::Leak);
-}
-
-TEST_F(SelfTest, BlocksAreCounted) {
-    Block<void()> block(std::function<void()>([] {}));
-    objc::_Block_copy(block.raw());
-    block = Block<void()>();
-    window = NSWindow();
-    const auto faults = endOfTest();
-    ASSERT_EQ(faults.size(), 1U);
-    EXPECT_EQ(faults[0].kind, FaultKind::Leak);
 }
 
 TEST_F(SelfTest, CoreFoundationCrashesAreFaults) {

@@ -1,11 +1,9 @@
 // Decodes the log's binary arguments, as the log's reader does.
-#include "SystemLogFake.h"
-
 #include <cstdint>
 #include <cstring>
 
 #include "Platform/Mac/apple/SystemLog.h"
-#include "Runtime.h"
+#include "SystemObjects.h"
 
 namespace morvel::mac {
 

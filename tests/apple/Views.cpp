@@ -3,23 +3,13 @@
 
 #include "Animations.h"
 #include "Platform/Mac/apple/AppKit/NSScrollView.h"
-#include "Platform/Mac/apple/AppKit/NSView.h"
-#include "Platform/Mac/apple/CGGeometry.h"
-#include "Platform/Mac/objc/Send.h"
 #include "Properties.h"
-#include "SystemObjects.h"
 
 namespace morvel::mac::checked {
 
 namespace {
 
 using namespace objc::literals;
-
-/// The elements kept under a name, as an array object that can be changed in place.
-Elements& list(RawObject object, const std::string& name) {
-    if (!property<RawObject>(object, name)) setProperty(object, name, makeArray({}).raw());
-    return *payloadOf<Elements>(property<RawObject>(object, name));
-}
 
 void remove(Elements& elements, RawObject gone) {
     std::erase_if(elements, [&](const Id& element) { return element.raw() == gone; });
@@ -88,8 +78,7 @@ NSView hitTest(RawObject view, CGPoint inSuperview) {
     const auto size = property<CGRect>(view, "frame").size;
     const CGPoint point = fromSuperview(view, inSuperview);
     const double down = point.y - scrolledTo(view).y;
-    const bool isInside = point.x >= 0 && point.x < size.width && down >= 0 && down < size.height;
-    if (property<bool>(view, "hidden") || !isInside) return {};
+    if (property<bool>(view, "hidden") || !contains({{}, size}, {point.x, down})) return {};
     const Elements children = list(view, "subviews");
     for (auto child = children.rbegin(); child != children.rend(); ++child) {
         if (const auto found = objc::send<NSView>(*child, "hitTest:"_sel, point)) return found;
@@ -97,85 +86,62 @@ NSView hitTest(RawObject view, CGPoint inSuperview) {
     return NSView(view);
 }
 
-void installViewTree(Runtime& runtime) {
-    runtime.implement("NSView", "addSubview:", [](Invocation& i) { attach(i.receiver(), i.object(0), nullptr); });
-    runtime.implement("NSView", "addSubview:positioned:relativeTo:", [](Invocation& i) {
-        Elements& siblings = list(i.receiver(), "subviews");
-        auto at = std::find(siblings.begin(), siblings.end(), Id(i.object(2)));
-        const bool isBelow = i.argument<std::int64_t>(1) == NSWindowBelow;
-        if (at == siblings.end())
-            at = isBelow ? siblings.begin() : siblings.end();
-        else if (!isBelow)
-            ++at;
-        attach(i.receiver(), i.object(0), at == siblings.end() ? nullptr : at->raw());
+void installViewTree(Runtime& target) {
+    const auto view = target.implementing("NSView");
+    view("addSubview:", [](Invocation& i) { attach(i.receiver(), i.object(0), nullptr); });
+    view("addSubview:positioned:relativeTo:", [](Invocation& i) {
+        const bool isBelowASibling = i.argument<std::int64_t>(1) == NSWindowBelow &&
+                                     property<RawObject>(i.object(2), "superview") == i.receiver();
+        if (isBelowASibling) return attach(i.receiver(), i.object(0), i.object(2));
+        runtime().faults().add(FaultKind::BadCall, "only a place below a sibling is known here");
     });
-    runtime.implement("NSView", "setSubviews:", [](Invocation& i) {
+    view("setSubviews:", [](Invocation& i) {
         const Elements wanted = *payloadOf<Elements>(i.object(0));
-        for (const Id& old : Elements(list(i.receiver(), "subviews"))) {
+        for (const Id& old : Elements(list(i.receiver(), "subviews")))
             if (std::find(wanted.begin(), wanted.end(), old) == wanted.end()) detach(old.raw());
-        }
-        for (const Id& view : wanted) {
-            if (property<RawObject>(view.raw(), "superview") != i.receiver()) attach(i.receiver(), view.raw(), nullptr);
-        }
+        for (const Id& child : wanted)
+            if (property<RawObject>(child, "superview") != i.receiver()) attach(i.receiver(), child.raw(), nullptr);
         list(i.receiver(), "subviews") = wanted;
     });
-    runtime.implement("NSView", "removeFromSuperview", [](Invocation& i) { detach(i.receiver()); });
-    runtime.implement("NSView", "subviews",
-                      [](Invocation& i) { i.answerObject(makeArray(list(i.receiver(), "subviews"))); });
-    runtime.implement("NSView", "addTrackingArea:", [](Invocation& i) {
-        list(i.receiver(), "trackingAreas").emplace_back(i.object(0));
-    });
-    runtime.implement("NSView", "removeTrackingArea:", [](Invocation& i) {
-        remove(list(i.receiver(), "trackingAreas"), i.object(0));
-    });
-    runtime.implement("NSView", "trackingAreas",
-                      [](Invocation& i) { i.answerObject(makeArray(list(i.receiver(), "trackingAreas"))); });
+    view("removeFromSuperview", [](Invocation& i) { detach(i.receiver()); });
+    view("subviews", [](Invocation& i) { i.answerObject(makeArray(list(i.receiver(), "subviews"))); });
+    view("addTrackingArea:", [](Invocation& i) { list(i.receiver(), "trackingAreas").emplace_back(i.object(0)); });
+    view("removeTrackingArea:", [](Invocation& i) { remove(list(i.receiver(), "trackingAreas"), i.object(0)); });
+    view("trackingAreas", [](Invocation& i) { i.answerObject(makeArray(list(i.receiver(), "trackingAreas"))); });
 }
 
-void installViewGeometry(Runtime& runtime) {
-    runtime.implement("NSView", "bounds", [](Invocation& i) {
+void installViewGeometry(Runtime& target) {
+    const auto view = target.implementing("NSView");
+    view("bounds", [](Invocation& i) {
         i.answer<CGRect>({scrolledTo(i.receiver()), property<CGRect>(i.receiver(), "frame").size});
     });
-    runtime.implement("NSView", "setFrameSize:", [](Invocation& i) {
-        CGRect frame = property<CGRect>(i.receiver(), "frame");
-        frame.size = i.argument<CGSize>(0);
-        setProperty(i.receiver(), "frame", frame);
-    });
-    runtime.implement("NSView", "convertPoint:fromView:", [](Invocation& i) {
+    view("convertPoint:fromView:", [](Invocation& i) {
         i.answer<CGPoint>(fromWindow(i.receiver(), toWindow(i.object(1), i.argument<CGPoint>(0))));
     });
-    runtime.implement("NSView",
-                      "hitTest:", [](Invocation& i) { i.answerObject(hitTest(i.receiver(), i.argument<CGPoint>(0))); });
-    runtime.implement("NSTextField", "isFlipped", [](Invocation& i) { i.answer<bool>(true); });
-    runtime.implement("NSView", "layer", [](Invocation& i) {
+    view("hitTest:", [](Invocation& i) { i.answerObject(hitTest(i.receiver(), i.argument<CGPoint>(0))); });
+    const auto textField = target.implementing("NSTextField");
+    textField("isFlipped", [](Invocation& i) { i.answer<bool>(true); });
+    view("layer", [](Invocation& i) {
         const RawObject self = i.receiver();
         if (!property<bool>(self, "wantsLayer")) return;
         if (!property<RawObject>(self, "layer")) {
-            setProperty(self, "layer",
-                        Id(objc::kAdopt, checked::runtime().allocate(checked::runtime().classNamed("CALayer"))).raw());
+            setProperty(self, "layer", runtime().make("CALayer"));
         }
         i.answerObject(Id(property<RawObject>(self, "layer")));
     });
     for (const char* factory : {"+labelWithString:", "+wrappingLabelWithString:"}) {
-        runtime.implement("NSTextField", factory, [](Invocation& i) {
-            const Id label(objc::kAdopt, checked::runtime().allocate(classOf(i.receiver())));
-            setProperty(label.raw(), "stringValue", i.object(0));
+        textField(factory, [](Invocation& i) {
+            const Id label(objc::kAdopt, runtime().allocate(classOf(i.receiver())));
+            setProperty(label, "stringValue", i.object(0));
             i.answerObject(label);
         });
     }
-    runtime.implement("NSTextField", "intrinsicContentSize", [](Invocation& i) {
-        // A fixed advance per byte: enough to tell a long title from a short one.
-        constexpr double kAdvance = 7;
-        constexpr double kLine = 15;
-        i.answer<CGSize>(
-            {kAdvance * static_cast<double>(textOf(property<RawObject>(i.receiver(), "stringValue")).size()), kLine});
-    });
 }
 
 RawObject clipViewOf(RawObject scrollView) {
     if (!property<RawObject>(scrollView, "contentView")) {
-        const Id clip = runtime().make("NSClipView", 0);
-        setProperty(scrollView, "contentView", clip.raw());
+        const Id clip = runtime().make("NSClipView");
+        setProperty(scrollView, "contentView", clip);
         attach(scrollView, clip.raw(), nullptr);
     }
     const RawObject clip = property<RawObject>(scrollView, "contentView");
@@ -183,20 +149,21 @@ RawObject clipViewOf(RawObject scrollView) {
     return clip;
 }
 
-void installScrollViews(Runtime& runtime) {
-    runtime.implement("NSScrollView", "contentView",
-                      [](Invocation& i) { i.answerObject(Id(clipViewOf(i.receiver()))); });
-    runtime.implement("NSScrollView", "setDocumentView:", [](Invocation& i) {
+void installScrollViews(Runtime& target) {
+    const auto scrollView = target.implementing("NSScrollView");
+    scrollView("contentView", [](Invocation& i) { i.answerObject(Id(clipViewOf(i.receiver()))); });
+    scrollView("setDocumentView:", [](Invocation& i) {
         const RawObject clip = clipViewOf(i.receiver());
         for (const Id& old : Elements(list(clip, "subviews"))) detach(old.raw());
         if (i.object(0)) attach(clip, i.object(0), nullptr);
     });
-    runtime.implement("NSScrollView", "isFlipped", [](Invocation& i) { i.answer<bool>(true); });
-    runtime.implement("NSClipView", "isFlipped", [](Invocation& i) {
+    scrollView("isFlipped", [](Invocation& i) { i.answer<bool>(true); });
+    const auto clipView = target.implementing("NSClipView");
+    clipView("isFlipped", [](Invocation& i) {
         const Elements document = list(i.receiver(), "subviews");
         i.answer<bool>(!document.empty() && isFlipped(document.front().raw()));
     });
-    runtime.implement("NSClipView", "scrollToPoint:", [](Invocation& i) {
+    clipView("scrollToPoint:", [](Invocation& i) {
         setProperty(i.receiver(), "scrolledTo", i.argument<CGPoint>(0));
         if (property<bool>(i.receiver(), "postsBoundsChangedNotifications"))
             post(Center::Default, NSViewBoundsDidChangeNotification, Id(i.receiver()));
@@ -220,45 +187,45 @@ void hideWindow(Invocation& i) {
     setProperty(i.receiver(), "visible", false);
 }
 
-void installWindows(Runtime& runtime) {
-    runtime.implement("NSWindow", "initWithContentRect:styleMask:backing:defer:", [](Invocation& i) {
+void installWindows(Runtime& target) {
+    const auto window = target.implementing("NSWindow");
+    window("initWithContentRect:styleMask:backing:defer:", [](Invocation& i) {
         setProperty(i.receiver(), "frame", i.argument<CGRect>(0));
         setProperty(i.receiver(), "styleMask", i.argument<std::uint64_t>(1));
         setProperty(i.receiver(), "releasedWhenClosed", true);
         i.answer<RawObject>(i.receiver());
     });
-    runtime.implement("NSWindow", "setFrame:display:", [](Invocation& i) {
+    window("setFrame:display:", [](Invocation& i) {
         if (passToAnimatedWindow(i.receiver(), i.argument<CGRect>(0))) return;
         setProperty(i.receiver(), "frame", i.argument<CGRect>(0));
         fitContent(i.receiver());
     });
-    runtime.implement("NSWindow", "setContentView:", [](Invocation& i) {
+    window("setContentView:", [](Invocation& i) {
         if (const RawObject old = property<RawObject>(i.receiver(), "contentView")) setWindow(old, nullptr);
         setProperty(i.receiver(), "contentView", i.object(0));
         if (!i.object(0)) return;
         setWindow(i.object(0), i.receiver());
         fitContent(i.receiver());
     });
-    for (const char* show : {"orderFrontRegardless", "makeKeyAndOrderFront:", "orderFront:"}) {
-        runtime.implement("NSWindow", show, showWindow);
+    for (const char* show : {"orderFrontRegardless", "makeKeyAndOrderFront:"}) {
+        window(show, showWindow);
     }
-    runtime.implement("NSWindow", "orderOut:", hideWindow);
-    runtime.implement("NSWindow", "close", [](Invocation& i) {
+    window("orderOut:", hideWindow);
+    window("close", [](Invocation& i) {
         hideWindow(i);
         // Panels do not release themselves; windows do unless told otherwise.
         const bool isPanel = inherits(classOf(i.receiver()), "NSPanel");
-        if (!isPanel && property<bool>(i.receiver(), "releasedWhenClosed")) checked::runtime().release(i.receiver());
+        if (!isPanel && property<bool>(i.receiver(), "releasedWhenClosed")) runtime().release(i.receiver());
     });
 }
 
-void installMenus(Runtime& runtime) {
-    runtime.implement("NSMenu",
-                      "addItem:", [](Invocation& i) { list(i.receiver(), "itemArray").emplace_back(i.object(0)); });
-    runtime.implement("NSMenu", "itemArray",
-                      [](Invocation& i) { i.answerObject(makeArray(list(i.receiver(), "itemArray"))); });
-    runtime.implement("NSStatusItem", "button", [](Invocation& i) {
-        i.answerObject(checked::runtime().shared("NSStatusBarButton", "NSStatusItem button"));
-    });
+void installMenus(Runtime& target) {
+    const auto menu = target.implementing("NSMenu");
+    menu("addItem:", [](Invocation& i) { list(i.receiver(), "itemArray").emplace_back(i.object(0)); });
+    menu("itemArray", [](Invocation& i) { i.answerObject(makeArray(list(i.receiver(), "itemArray"))); });
+    const auto statusItem = target.implementing("NSStatusItem");
+    statusItem("button",
+               [](Invocation& i) { i.answerObject(runtime().shared("NSStatusBarButton", "NSStatusItem button")); });
 }
 
 RawObject popoverContent(RawObject popover) {
@@ -276,8 +243,8 @@ void showPopover(Invocation& i) {
     setProperty(self, "preferredEdge", i.argument<std::uint64_t>(2));
     if (property<bool>(self, "shown")) return;
     setProperty(self, "shown", true);
-    const Id window = runtime().make("NSWindow", 0);
-    setProperty(self, "ownWindow", window.raw());
+    const Id window = runtime().make("NSWindow");
+    setProperty(self, "ownWindow", window);
     objc::send(popoverContent(self), "setFrame:"_sel, CGRect{{}, property<CGSize>(self, "contentSize")});
     setWindow(popoverContent(self), window.raw());
 }
@@ -291,15 +258,15 @@ void closePopover(Invocation& i) {
     setProperty(self, "positioningView", RawObject());
     const Id delegate(property<RawObject>(self, "delegate"));
     if (!runtime().responds(delegate.raw(), "popoverDidClose:")) return;
-    const Id notification(objc::kAdopt, runtime().allocate(runtime().classNamed("NSNotification")));
-    objc::sendRaw<void, Id>(delegate.raw(), runtime().selectorNamed("popoverDidClose:"), notification);
+    tell(delegate, "popoverDidClose:", runtime().make("NSNotification"));
 }
 
-void installPopovers(Runtime& runtime) {
-    runtime.implement("NSPopover", "showRelativeToRect:ofView:preferredEdge:", showPopover);
-    runtime.implement("NSPopover", "close", closePopover);
-    runtime.implement("NSPopover", "performClose:", closePopover);
-    runtime.implement("NSPopover", "setContentSize:", [](Invocation& i) {
+void installPopovers(Runtime& target) {
+    const auto popover = target.implementing("NSPopover");
+    popover("showRelativeToRect:ofView:preferredEdge:", showPopover);
+    popover("close", closePopover);
+    popover("performClose:", closePopover);
+    popover("setContentSize:", [](Invocation& i) {
         setProperty(i.receiver(), "contentSize", i.argument<CGSize>(0));
         if (!property<bool>(i.receiver(), "shown")) return;
         objc::send(popoverContent(i.receiver()), "setFrame:"_sel, CGRect{{}, i.argument<CGSize>(0)});
@@ -308,13 +275,13 @@ void installPopovers(Runtime& runtime) {
 
 }  // namespace
 
-void installViews(Runtime& runtime) {
-    installViewTree(runtime);
-    installViewGeometry(runtime);
-    installScrollViews(runtime);
-    installWindows(runtime);
-    installMenus(runtime);
-    installPopovers(runtime);
+void installViews(Runtime& target) {
+    installViewTree(target);
+    installViewGeometry(target);
+    installScrollViews(target);
+    installWindows(target);
+    installMenus(target);
+    installPopovers(target);
 }
 
 }  // namespace morvel::mac::checked

@@ -24,52 +24,18 @@ std::set<std::uint64_t>& spacesOf(std::uint64_t window) {
     return windowServer().spacesOfWindow[static_cast<std::uint32_t>(window)];
 }
 
-// The private functions, with the signatures that stated_functions.tsv gives them.
+/// Changes the Spaces of each window, unless the server refuses.
+template <typename Change>
+void move(CFArrayRef windows, Change change) {
+    if (windowServer().refusesMoves) return;
+    for (const auto window : integersIn(windows)) change(spacesOf(window));
+}
 
-constexpr std::int32_t kConnection = 77;
-
-std::int32_t mainConnection() {
-    return kConnection;
-}
-std::uint64_t getActiveSpace(std::int32_t) {
-    return windowServer().activeSpace;
-}
-CFArrayRef copyManagedDisplaySpaces(std::int32_t) {
-    return static_cast<CFArrayRef>(handOver(windowServer().managedDisplaySpaces));
-}
-CFArrayRef copySpacesForWindows(std::int32_t, std::uint32_t, CFArrayRef windows) {
-    Elements spaces;
-    for (const auto window : integersIn(windows)) {
-        for (const auto space : spacesOf(window)) spaces.push_back(makeNumber(static_cast<std::int64_t>(space)));
-    }
-    return static_cast<CFArrayRef>(handOver(makeArray(std::move(spaces))));
-}
-void addWindowsToSpaces(std::int32_t, CFArrayRef windows, CFArrayRef spaces) {
-    if (windowServer().refusesMoves) return;
-    for (const auto window : integersIn(windows)) {
-        for (const auto space : integersIn(spaces)) spacesOf(window).insert(space);
-    }
-}
-void removeWindowsFromSpaces(std::int32_t, CFArrayRef windows, CFArrayRef spaces) {
-    if (windowServer().refusesMoves) return;
-    for (const auto window : integersIn(windows)) {
-        for (const auto space : integersIn(spaces)) spacesOf(window).erase(space);
-    }
-}
-void moveWindowsToManagedSpace(std::int32_t, CFArrayRef windows, std::uint64_t space) {
-    if (windowServer().refusesMoves) return;
-    for (const auto window : integersIn(windows)) spacesOf(window) = {space};
-}
-std::int32_t registerNotify(std::int32_t, WindowServerWorld::SpaceCallback callback, std::uint32_t event,
-                            void* context) {
-    windowServer().registrations.push_back({event, callback, context});
-    return 0;
-}
 AXError getWindow(AXUIElementRef element, std::uint32_t* number) {
     const auto* const identity = payloadOf<ElementIdentity>(objectOf(element));
     if (!identity) return kAXErrorIllegalArgument;
     if (const AXError error = accessibility().errorFor(*identity, "")) return error;
-    *number = accessibility().windowNumber(*identity);
+    *number = accessibility().state(*identity).windowNumber;
     return *number ? kAXErrorSuccess : kAXErrorFailure;
 }
 
@@ -92,20 +58,47 @@ WindowServerWorld& WindowServerWorld::process() {
     return instance;
 }
 
-void* WindowServerWorld::function(const std::string& name) const {
+const std::map<std::string, void*>& WindowServerWorld::functions() {
+    constexpr std::int32_t kConnection = 77;
+    // With the signatures that stated_functions.tsv gives them.
     static const std::map<std::string, void*> kFunctions = {
-        {"CGSMainConnectionID", address(&mainConnection)},
-        {"CGSGetActiveSpace", address(&getActiveSpace)},
-        {"CGSCopyManagedDisplaySpaces", address(&copyManagedDisplaySpaces)},
-        {"CGSCopySpacesForWindows", address(&copySpacesForWindows)},
-        {"CGSAddWindowsToSpaces", address(&addWindowsToSpaces)},
-        {"CGSRemoveWindowsFromSpaces", address(&removeWindowsFromSpaces)},
-        {"CGSMoveWindowsToManagedSpace", address(&moveWindowsToManagedSpace)},
-        {"SLSRegisterConnectionNotifyProc", address(&registerNotify)},
+        {"CGSMainConnectionID", address(+[] { return kConnection; })},
+        {"CGSGetActiveSpace", address(+[](std::int32_t) { return windowServer().activeSpace; })},
+        {"CGSCopyManagedDisplaySpaces",
+         address(+[](std::int32_t) { return static_cast<CFArrayRef>(handOver(windowServer().managedDisplaySpaces)); })},
+        {"CGSCopySpacesForWindows", address(+[](std::int32_t, std::uint32_t, CFArrayRef windows) {
+             Elements spaces;
+             for (const auto window : integersIn(windows))
+                 for (const auto space : spacesOf(window))
+                     spaces.push_back(makeNumber(static_cast<std::int64_t>(space)));
+             return static_cast<CFArrayRef>(handOver(makeArray(std::move(spaces))));
+         })},
+        {"CGSAddWindowsToSpaces", address(+[](std::int32_t, CFArrayRef windows, CFArrayRef spaces) {
+             move(windows, [&](auto& known) {
+                 for (const auto space : integersIn(spaces)) known.insert(space);
+             });
+         })},
+        {"CGSRemoveWindowsFromSpaces", address(+[](std::int32_t, CFArrayRef windows, CFArrayRef spaces) {
+             move(windows, [&](auto& known) {
+                 for (const auto space : integersIn(spaces)) known.erase(space);
+             });
+         })},
+        {"CGSMoveWindowsToManagedSpace", address(+[](std::int32_t, CFArrayRef windows, std::uint64_t space) {
+             move(windows, [&](auto& known) { known = {space}; });
+         })},
+        {"SLSRegisterConnectionNotifyProc",
+         address(+[](std::int32_t, WindowServerWorld::SpaceCallback callback, std::uint32_t event, void* context) {
+             windowServer().registrations.push_back({event, callback, context});
+             return std::int32_t{0};
+         })},
         {"_AXUIElementGetWindow", address(&getWindow)},
     };
-    const auto found = kFunctions.find(name);
-    return found == kFunctions.end() || hidden_.contains(name) ? nullptr : found->second;
+    return kFunctions;
+}
+
+void* WindowServerWorld::function(const std::string& name) const {
+    const auto found = functions().find(name);
+    return found == functions().end() || hidden_.contains(name) ? nullptr : found->second;
 }
 
 void WindowServerWorld::spaceChanged(std::uint32_t event) {

@@ -40,6 +40,8 @@ public:
 
     /// Tells the registered callbacks, as the server does from a thread of its own.
     void spaceChanged(std::uint32_t event);
+    /// The private functions, by name.
+    static const std::map<std::string, void*>& functions();
     /// The function is missing on this system.
     void hide(const std::string& function) { hidden_.insert(function); }
     void* function(const std::string& name) const;

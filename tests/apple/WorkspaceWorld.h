@@ -24,9 +24,8 @@ public:
         double launched = 0;             // seconds since 1970; zero: it was not launched as an application
     };
     NSRunningApplication launch(const Application& application);
-    /// It is gone from the list before the notice comes. Without the notice: as a process that dies silently.
-    enum class Notice { Posted, Missed };
-    void quit(std::int32_t pid, Notice notice = Notice::Posted);
+    /// It is gone from the list before the notice comes.
+    void quit(std::int32_t pid);
     void activate(std::int32_t pid);
     void spaceChanged();
 

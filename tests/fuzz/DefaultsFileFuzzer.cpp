@@ -7,7 +7,7 @@
 #include "Settings/SettingsStore.h"
 #include "sim/FakeMainLoop.h"
 #include "sim/SimLog.h"
-#include "x11/unit/TemporaryFolder.h"
+#include "x11/TemporaryFolder.h"
 
 namespace morvel {
 namespace {
@@ -33,7 +33,7 @@ std::string rewritten(const std::string& path) {
 
 int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     using namespace morvel;
-    const x11::TemporaryFolder folder;
+    const TemporaryFolder folder;
     const std::string path = folder.write("defaults.json", std::string(fuzz::textOf(data, size)));
     const std::string once = rewritten(path);
     fuzz::require(!once.empty(), "there is a file again, whatever there was before");

@@ -5,7 +5,7 @@
 #include "Platform/Linux/Applications/DesktopEntries.h"
 #include "Platform/Linux/Applications/EntryCandidates.h"
 #include "Platform/Linux/Applications/InstalledEntries.h"
-#include "x11/unit/TemporaryFolder.h"
+#include "x11/TemporaryFolder.h"
 
 namespace morvel::x11 {
 namespace {

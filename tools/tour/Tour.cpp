@@ -17,7 +17,6 @@ constexpr Box kRight{640, 0, 640, 800};
 constexpr const char* kEditorTitle = "Untitled 1 - Mousepad";
 constexpr const char* kCalculatorTitle = "galculator";
 constexpr const char* kSettingsTitle = "Morvel Settings";
-constexpr uint32_t kKeyTab = 0xff09;
 /// A tint this much bluer than red is the accent colour and not the bar's own grey.
 constexpr int kTint = 12;
 
@@ -146,7 +145,7 @@ void Tour::typeATitle() {
     album_.expect("the editor focused", [&] { return desktop_.activeWindow() == window(kEditorTitle); });
     const auto button = bar_->button(kEditorTitle);
     const auto before = world_.shoot();
-    for (const char letter : std::string("hello")) world_.pointer.key(static_cast<uint32_t>(letter));
+    world_.pointer.type("hello");
     const std::string modified = std::string("*") + kEditorTitle;
     expectButton(modified);
     album_.expect("the new title drawn",
@@ -274,10 +273,10 @@ void Tour::settings() {
     clickPopupItem("Morvel Settings…");
     album_.expect("the settings in front", [&] { return desktop_.activeWindow() == window(kSettingsTitle); });
     const int pages = 5;
-    for (int i = 0; i < pages; ++i) world_.pointer.key(kKeyTab);  // past each page's button to the search
+    for (int i = 0; i < pages; ++i) world_.pointer.key(e2e::kKeyTab);  // past each page's button to the search
     world_.pointer.type("bar height");
     desktop_.runFor(500ms);  // the search begins a little after the last letter
-    world_.pointer.key(kKeyTab);
+    world_.pointer.key(e2e::kKeyTab);
     for (int i = 0; i < 8; ++i) world_.pointer.key(e2e::kKeyRight);
     album_.expect("a higher bar", [&] { return height() == before + 8; });
     album_.close("settings", "The settings, searched by typing; the bar follows at once, here with its height");

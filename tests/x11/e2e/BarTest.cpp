@@ -1,17 +1,26 @@
 #include "BarTest.h"
 
+#include <algorithm>
+#include <fstream>
+
 namespace morvel::e2e {
 
 void BarTest::TearDown() {
     if (!bar) return;
     EXPECT_TRUE(bar->program().isRunning()) << "the bar ended with status " << bar->program().exitStatus().value_or(-1);
     if (HasFailure()) reportScreen();
+    quitBar();
+}
+
+void BarTest::quitBar() {
     bar->program().signal(SIGTERM);
     EXPECT_EQ(bar->program().waitForExit(), 0) << "the bar does not end cleanly when asked to";
     const auto log = bar->log();
-    for (const char* fault : {"AddressSanitizer", "LeakSanitizer", "runtime error:", "Assertion"})
+    for (const char* fault : {"AddressSanitizer", "LeakSanitizer", "runtime error:", "Assertion", "Gtk-CRITICAL",
+                              "GObject-CRITICAL", "Atk-CRITICAL"})
         EXPECT_EQ(log.find(fault), std::string::npos) << "the bar reports a fault";
     if (HasFailure()) ADD_FAILURE() << "the bar's log:\n" << log;
+    bar.reset();
 }
 
 void BarTest::reportScreen() {
@@ -38,30 +47,41 @@ Program BarTest::runPuppet(const std::string& className, const std::vector<std::
     return puppet;
 }
 
+void BarTest::install(const std::string& id, const std::string& command, const std::string& more) {
+    const auto folder = world.server.home() / ".local/share/applications";
+    std::filesystem::create_directories(folder);
+    std::ofstream(folder / (id + ".desktop"))
+        << "[Desktop Entry]\nType=Application\nName=" << id << "\nStartupWMClass=" << id << "\nExec=" << command << "\n"
+        << more;
+}
+
+void BarTest::tellSettings(std::string_view bytes) {
+    const xcb_window_t owner = client.open({.title = "settings"});
+    client.connection().setBytes(owner, "_XSETTINGS_SETTINGS", "_XSETTINGS_SETTINGS", bytes);
+    client.connection().own(owner, "_XSETTINGS_S0");
+}
+
 testing::AssertionResult BarTest::eventually(const std::function<bool()>& reached) {
     if (desktop.waitUntil(reached)) return testing::AssertionSuccess();
     return testing::AssertionFailure() << "it did not happen";
 }
 
-testing::AssertionResult BarTest::showsButton(const std::string& title, std::optional<size_t> panel) {
-    return eventually([&] { return bar->button(title, panel).has_value(); }) << ": a button for " << title;
+testing::AssertionResult BarTest::showsButtons(std::vector<std::string> titles, std::optional<size_t> panel) {
+    std::ranges::sort(titles);
+    std::vector<std::string> shown;
+    const auto areShown = [&] {
+        shown = bar->buttonTitles(panel);
+        std::ranges::sort(shown);
+        return shown == titles;
+    };
+    return eventually(areShown) << ": buttons for " << testing::PrintToString(titles) << "; there are "
+                                << testing::PrintToString(shown);
 }
 
-testing::AssertionResult BarTest::lacksButton(const std::string& title, std::optional<size_t> panel) {
-    return eventually([&] { return !bar->button(title, panel); }) << ": the button for " << title << " goes away";
-}
-
-testing::AssertionResult BarTest::becomesActive(xcb_window_t window) {
-    return eventually([&] { return desktop.activeWindow() == window && !desktop.isMinimized(window); })
-           << ": the window becomes active";
-}
-
-testing::AssertionResult BarTest::becomesMinimized(xcb_window_t window) {
-    return eventually([&] { return desktop.isMinimized(window); }) << ": the window is minimized";
-}
-
-testing::AssertionResult BarTest::disappears(xcb_window_t window) {
-    return eventually([&] { return !desktop.connection().boxOf(window); }) << ": the window is closed";
+xcb_window_t BarTest::awaitWindow(const std::string& title) {
+    std::optional<xcb_window_t> found;
+    EXPECT_TRUE(eventually([&] { return (found = desktop.windowTitled(title)).has_value(); })) << title;
+    return found.value_or(XCB_NONE);
 }
 
 Box BarTest::popupItem(const std::string& label) {
@@ -73,14 +93,17 @@ Box BarTest::popupItem(const std::string& label) {
 void BarTest::pickFromMenu(const std::string& buttonTitle, const std::string& entry) {
     ASSERT_TRUE(showsButton(buttonTitle));
     pointer.rightClick(bar->button(buttonTitle)->frame.center());
-    const Box item = popupItem(entry);
-    ASSERT_FALSE(item.isEmpty()) << "no menu entry " << entry;
-    pointer.click(item.center());
+    ASSERT_TRUE(showsInPopup(entry));
+    pick(entry);
 }
 
-void BarTest::clickButton(const std::string& title) {
-    ASSERT_TRUE(showsButton(title));
-    pointer.click(bar->button(title)->frame.center());
+xcb_window_t BarTest::openSettings() {
+    const Box panel = panelBox();
+    pointer.rightClick({panel.right() - 40, panel.center().y});
+    pick("Morvel Settings…");
+    const xcb_window_t window = awaitWindow(kSettings);
+    EXPECT_TRUE(becomesActive(window));
+    return window;
 }
 
 Box BarTest::panelBox(size_t index) {
@@ -94,6 +117,18 @@ int BarTest::blueness(const std::string& title) {
     const Box& frame = button->frame;
     const Rgb color = world.shoot().average({frame.x + 10, frame.bottom() - 4, frame.width - 20, 2});
     return color.blue - color.red;
+}
+
+testing::AssertionResult BarTest::isMarked(const std::string& title, const std::string& other) {
+    constexpr int kClearly = 12;
+    return eventually([&] { return blueness(title) > blueness(other) + kClearly; }) << ": the focus is on " << title;
+}
+
+bool BarTest::isLoaded(const std::string& library) {
+    std::ifstream maps("/proc/" + std::to_string(bar->program().pid()) + "/maps");
+    for (std::string line; std::getline(maps, line);)
+        if (line.find(library) != std::string::npos) return true;
+    return false;
 }
 
 }  // namespace morvel::e2e

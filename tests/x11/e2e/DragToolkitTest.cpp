@@ -106,13 +106,18 @@ protected:
         return XCB_NONE;
     }
     void pressLeftAndMoveTo(Spot spot) {
+        left_.told.clear();
         pointer_.moveTo(kLeft);
         pointer_.press();
         turn();
-        pointer_.moveTo({kLeft.x + 8, kLeft.y});
-        turn();
-        pointer_.moveTo(spot);
-        turn();
+        for (const Spot to : {Spot{kLeft.x + 8, kLeft.y}, spot}) {
+            pointer_.moveTo(to);
+            turn();
+        }
+    }
+    /// The drag of the left tile is over and came to this.
+    [[nodiscard]] bool endsWith(const std::string& operation) {
+        return eventually([&] { return !left_.told.empty() && left_.told.back() == operation; });
     }
     /// The peer drags over the right tile and was answered.
     [[nodiscard]] bool hover(DragPeer& peer, const std::vector<std::string>& types) {
@@ -120,6 +125,15 @@ protected:
         peer.enter(rightWindow_, types);
         peer.moveTo(rightWindow_, kRight);
         return eventually([&] { return peer.count("XdndStatus") > before; });
+    }
+
+    /// The peer drops such contents there; whether it was told that they were taken.
+    [[nodiscard]] bool takesDrop(DragPeer& peer, const std::vector<std::string>& types) {
+        const size_t before = peer.count("XdndFinished");
+        EXPECT_TRUE(hover(peer, types));
+        peer.drop(rightWindow_);
+        EXPECT_TRUE(eventually([&] { return peer.count("XdndFinished") == before + 1; }));
+        return peer.wasAccepted("XdndFinished");
     }
 
     static constexpr Spot kLeft{150, 778}, kRight{750, 778}, kNowhere{500, 300};
@@ -152,19 +166,16 @@ TEST_F(DragToolkit, GoesFromOneWindowOfOursToAnother) {
     pointer_.release();
     EXPECT_TRUE(isTold(right_, {"entered", "dropped left", "ended"}));
     EXPECT_TRUE(isTold(left_, {"entered", "exited", "ended", "over 2"})) << testing::PrintToString(left_.told);
-    pointer_.click(kRight);
-    EXPECT_TRUE(eventually([&] { return right_.told.back() == "clicked"; })) << "the pointer is still held";
-}
 
-TEST_F(DragToolkit, EndsWhereItWasLetGoHoweverFastThatWas) {
+    right_.told.clear();
     pointer_.drag(kLeft, kRight);  // over before the first of it is handled
     EXPECT_TRUE(isTold(right_, {"entered", "dropped left", "ended"})) << testing::PrintToString(right_.told);
     EXPECT_EQ(left_.told.back(), "over 2");
     pointer_.click(kRight);
-    EXPECT_TRUE(eventually([&] { return right_.told.back() == "clicked"; }));
+    EXPECT_TRUE(eventually([&] { return right_.told.back() == "clicked"; })) << "the pointer is still held";
 }
 
-TEST_F(DragToolkit, IsCancelledByEscapeAndByNobodyWantingIt) {
+TEST_F(DragToolkit, IsCancelledByEscape) {
     pressLeftAndMoveTo(kRight);
     pointer_.key(kKeyEscape);
     EXPECT_TRUE(isTold(right_, {"entered", "exited", "ended"})) << testing::PrintToString(right_.told);
@@ -172,10 +183,6 @@ TEST_F(DragToolkit, IsCancelledByEscapeAndByNobodyWantingIt) {
     pointer_.release();
     turn();
     EXPECT_EQ(right_.told.back(), "ended") << "what follows belongs to no drag";
-    left_.told.clear();
-    pressLeftAndMoveTo(kNowhere);
-    pointer_.release();
-    EXPECT_TRUE(eventually([&] { return !left_.told.empty() && left_.told.back() == "over 0"; }));
 }
 
 TEST_F(DragToolkit, OutlivesTheWindowsItIsAbout) {
@@ -187,88 +194,66 @@ TEST_F(DragToolkit, OutlivesTheWindowsItIsAbout) {
     leftPanel_.reset();
     turn();
     pointer_.release();
-    EXPECT_TRUE(eventually([&] { return !left_.told.empty() && left_.told.back() == "over 0"; }));
+    EXPECT_TRUE(endsWith("over 0"));
     EXPECT_EQ(right_.told, Told{"entered"}) << "it is shown no more, so nobody speaks to it";
 }
 
-TEST_F(DragToolkit, ReachesOtherPrograms) {
+TEST_F(DragToolkit, ReachesOtherProgramsAndDoesNotWaitForThem) {
     DragPeer peer(server_, desktop_, {450, 200, 200, 200});
+    pressLeftAndMoveTo(kNowhere);
+    pointer_.release();
+    EXPECT_TRUE(endsWith("over 0")) << "it does not want it";
+    EXPECT_EQ(peer.count("XdndDrop"), 0U);
+
     peer.accept(kType);
     pressLeftAndMoveTo(kNowhere);
-    ASSERT_TRUE(eventually([&] { return peer.count("XdndPosition") > 0; }));
-    EXPECT_EQ(peer.last("XdndPosition")->data[2], 500U << 16 | 300U);
+    ASSERT_TRUE(eventually([&] { return peer.count("XdndEnter") == 2; }));
+    EXPECT_TRUE(eventually([&] { return peer.last("XdndPosition")->data[2] == (500U << 16 | 300U); }));
     for (int i = 0; i < 50; ++i) pointer_.moveTo({kNowhere.x + i, kNowhere.y});
     pointer_.release();
     ASSERT_TRUE(eventually([&] { return peer.received().has_value(); }));
     EXPECT_EQ(peer.received(), "left");
     EXPECT_EQ(peer.last("XdndPosition")->data[2], 549U << 16 | 300U) << "dropped where it was let go";
-    EXPECT_EQ(peer.count("XdndEnter"), 1U);
-    EXPECT_TRUE(eventually([&] { return left_.told.back() == "over 2"; }));
+    EXPECT_EQ(peer.count("XdndEnter"), 2U) << "once for each drag";
+    EXPECT_TRUE(endsWith("over 2"));
 
+    const size_t left = peer.count("XdndLeave");
     pressLeftAndMoveTo(kNowhere);
     pointer_.moveTo(kLeft);
-    EXPECT_TRUE(eventually([&] { return peer.count("XdndLeave") == 1; })) << "over a window of ours again";
+    EXPECT_TRUE(eventually([&] { return peer.count("XdndLeave") > left; })) << "over a window of ours again";
     pointer_.release();
-    EXPECT_TRUE(eventually([&] { return left_.told.back() == "over 2"; }));
-}
+    EXPECT_TRUE(endsWith("over 2"));
 
-TEST_F(DragToolkit, DoesNotWaitForOtherPrograms) {
-    DragPeer peer(server_, desktop_, {450, 200, 200, 200});
-    pressLeftAndMoveTo(kNowhere);
-    pointer_.release();
-    EXPECT_TRUE(eventually([&] { return left_.told.back() == "over 0"; })) << "it does not want it";
-    EXPECT_EQ(peer.count("XdndDrop"), 0U);
-
-    left_.told.clear();
-    peer.accept(kType);
     peer.fallSilent();
+    const size_t positions = peer.count("XdndPosition");
     pressLeftAndMoveTo(kNowhere);
-    ASSERT_TRUE(eventually([&] { return peer.count("XdndPosition") > 1; }));
+    ASSERT_TRUE(eventually([&] { return peer.count("XdndPosition") > positions; }));
     pointer_.release();
-    EXPECT_TRUE(eventually([&] { return left_.told.back() == "over 0"; })) << "it never answers";
-    EXPECT_EQ(peer.count("XdndDrop"), 0U);
+    EXPECT_TRUE(endsWith("over 0")) << "it never answers";
+    EXPECT_EQ(peer.count("XdndDrop"), 1U);
 }
 
 TEST_F(DragToolkit, TakesFilesOfOtherPrograms) {
     DragPeer peer(server_, desktop_);
     peer.offer("text/uri-list", "file:///tmp/a%20b\r\nhttps://example.org/\r\nfile:///tmp/c\r\n");
-    ASSERT_TRUE(hover(peer, {"text/plain", "TEXT", "x/y", "text/uri-list"}));
-    EXPECT_TRUE(peer.wasAccepted("XdndStatus"));
-    EXPECT_EQ(peer.last("XdndStatus")->data[4], peer.connection().atom("XdndActionCopy"))
-        << "files stay where they are";
-    peer.drop(rightWindow_);
-    ASSERT_TRUE(eventually([&] { return peer.count("XdndFinished") == 1; }));
-    EXPECT_TRUE(peer.wasAccepted("XdndFinished"));
+    EXPECT_TRUE(takesDrop(peer, {"text/plain", "TEXT", "x/y", "text/uri-list"}));
+    const uint32_t copy = peer.connection().atom("XdndActionCopy");  // files stay where they are
+    EXPECT_EQ(peer.last("XdndStatus")->data, (std::array<uint32_t, 5>{rightWindow_, 3, 0, 0, copy}));
+    EXPECT_EQ(peer.last("XdndFinished")->data, (std::array<uint32_t, 5>{rightWindow_, 1, copy}));
     EXPECT_EQ(right_.told, (Told{"entered", "dropped /tmp/a b/tmp/c", "ended"}));
-
     peer.handOutInPieces(7);
-    ASSERT_TRUE(hover(peer, {"text/uri-list"}));
-    peer.drop(rightWindow_);
-    ASSERT_TRUE(eventually([&] { return peer.count("XdndFinished") == 2; }));
+    EXPECT_TRUE(takesDrop(peer, {"text/uri-list"}));
     EXPECT_EQ(right_.told.at(4), "dropped /tmp/a b/tmp/c") << "many pieces are one list";
-
-    ASSERT_TRUE(hover(peer, {"text/plain"}));
-    EXPECT_FALSE(peer.wasAccepted("XdndStatus"));
-    peer.drop(rightWindow_);
-    ASSERT_TRUE(eventually([&] { return peer.count("XdndFinished") == 3; }));
-    EXPECT_FALSE(peer.wasAccepted("XdndFinished"));
+    EXPECT_FALSE(takesDrop(peer, {"text/plain"}));
+    EXPECT_EQ(peer.last("XdndStatus")->data, (std::array<uint32_t, 5>{rightWindow_, 2})) << "nothing is done then";
     EXPECT_EQ(right_.told.size(), 6U) << "nobody was asked";
-}
 
-TEST_F(DragToolkit, EndsWithAProgramThatDoesNotHandOutWhatItDrags) {
-    DragPeer peer(server_, desktop_);
-    peer.offer("text/uri-list", std::string(2 << 20, 'x'));
-    ASSERT_TRUE(hover(peer, {"text/uri-list"}));
-    peer.drop(rightWindow_);
-    ASSERT_TRUE(eventually([&] { return peer.count("XdndFinished") == 1; }));
-    EXPECT_FALSE(peer.wasAccepted("XdndFinished")) << "too much counts as nothing";
-
-    peer.fallSilent();
+    DragPeer heavy(server_, desktop_);
+    heavy.offer("text/uri-list", std::string(2 << 20, 'x'));
+    EXPECT_FALSE(takesDrop(heavy, {"text/uri-list"})) << "too much counts as nothing";
+    heavy.fallSilent();
     right_.told.clear();
-    ASSERT_TRUE(hover(peer, {"text/uri-list"}));
-    peer.drop(rightWindow_);
-    ASSERT_TRUE(eventually([&] { return peer.count("XdndFinished") == 2; }));
-    EXPECT_FALSE(peer.wasAccepted("XdndFinished"));
+    EXPECT_FALSE(takesDrop(heavy, {"text/uri-list"})) << "nothing is handed out";
     EXPECT_EQ(right_.told, (Told{"entered", "exited", "ended"}));
 }
 

@@ -1,8 +1,8 @@
 // Media players of the session: the badge on their buttons, the controls, and players that mean no good.
+#include <gdk-pixbuf/gdk-pixbuf.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include <filesystem>
 #include <fstream>
 
 #include "../Loopback.h"
@@ -13,7 +13,6 @@ namespace morvel::e2e {
 namespace {
 
 constexpr const char* kBadge = "Now Playing";
-constexpr const char* kDefaults = R"({"groupingMode": "never", "updaterAutoCheckEnabled": false})";
 
 /// A web server on this machine that nobody is to ask.
 class UnaskedServer {
@@ -31,86 +30,124 @@ private:
     const int port_ = listenOnLoopback(socket_);
 };
 
+/// A part of a RIFF file.
+std::string chunk(const std::string& name, std::string data) {
+    if (data.size() % 2 == 1) data += '\0';
+    const auto size = static_cast<uint32_t>(data.size());
+    return name + std::string(reinterpret_cast<const char*>(&size), 4) + data;
+}
+
+/// A minute of silence with a title and an artist.
+std::string song(const std::string& title, const std::string& artist) {
+    constexpr uint32_t kRate = 8000;
+    struct {
+        uint16_t format = 1, channels = 1;
+        uint32_t rate = kRate, bytesPerSecond = kRate;
+        uint16_t frameSize = 1, bits = 8;
+    } format;
+    return chunk("RIFF", "WAVE" + chunk("fmt ", {reinterpret_cast<const char*>(&format), sizeof format}) +
+                             chunk("LIST", "INFO" + chunk("INAM", title + '\0') + chunk("IART", artist + '\0')) +
+                             chunk("data", std::string(60 * kRate, '\x80')));
+}
+
 class MediaPlayers : public BarTest {
 protected:
-    void SetUp() override {
-        session.emplace(world);
-        const auto folder = world.server.home() / ".local/share/applications";
-        std::filesystem::create_directories(folder);
-        std::ofstream(folder / "tunes.desktop") << "[Desktop Entry]\nType=Application\nName=Tunes\nExec=true\n";
+    /// Starts the bar on the players' bus, beside the window with this title.
+    void startBarBeside(const std::string& title) {
+        window = title;
+        startBar({.defaults = R"({"groupingMode": "never", "updaterAutoCheckEnabled": false})",
+                  .environment = {{"DBUS_SESSION_BUS_ADDRESS", session->address()}}});
+        ASSERT_TRUE(showsButton(title));
     }
-
     void startBarAndPlayersWindow() {
+        install("tunes", "true");
         puppet.emplace(runPuppet("tunes", {"My Library"}));
-        startBar({.defaults = kDefaults, .environment = {{"DBUS_SESSION_BUS_ADDRESS", session->address()}}});
-        ASSERT_TRUE(showsButton("My Library"));
-    }
-    testing::AssertionResult isBadged() {
-        return eventually([&] { return bar->panelItem(kBadge).has_value(); }) << ": the badge";
-    }
-    testing::AssertionResult losesBadge() {
-        return eventually([&] { return !bar->panelItem(kBadge); }) << ": the badge goes";
-    }
-    testing::AssertionResult controlsShow(const std::string& text) {
-        return eventually([&] { return bar->popupItem(text).has_value(); }) << ": " << text;
+        startBarBeside("My Library");
     }
     void hoverButton() {
         pointer.moveTo({600, 200});
-        pointer.moveTo(bar->button("My Library")->frame.center());
+        pointer.moveTo(bar->button(window).value_or(BarView{}).frame.center());
     }
 
-    std::optional<SessionBus> session;
+    std::optional<SessionBus> session{std::in_place, world};
     std::optional<Program> puppet;
+    std::string window;
 };
 
-TEST_F(MediaPlayers, AreBadgedShownAndControlled) {
-    startBarAndPlayersWindow();
-    FakePlayer player(*session, "tunes.instance7");
-    player.setRoot("DesktopEntry", g_variant_new_string("tunes"));
-    const auto cover = world.server.home() / "cover 1.ppm";
-    std::ofstream(cover) << "P3 1 1 255\n250 0 0\n";
-    player.play("A Song", "A Band", "file://" + (world.server.home() / "cover%201.ppm").string());
-    ASSERT_TRUE(isBadged());
+TEST_F(MediaPlayers, OfTheSystemAreBadgedShownAndControlled) {
+    constexpr const char* kPlugin = "/usr/lib/mpv-mpris/mpris.so";
+    ASSERT_TRUE(std::filesystem::exists(kPlugin)) << "the packages of tools/packages.txt are missing";
+    constexpr Rgb kCoverColor{200, 40, 120};
+    const auto folder = world.server.home() / "music";
+    std::filesystem::create_directories(folder);
+    std::ofstream(folder / "1.wav", std::ios::binary) << song("First Song", "A Band");
+    std::ofstream(folder / "2.wav", std::ios::binary) << song("Second Song", "Another Band");
+    GdkPixbuf* const cover = gdk_pixbuf_new(GDK_COLORSPACE_RGB, FALSE, 8, 300, 300);
+    gdk_pixbuf_fill(cover, 0xC82878FF);
+    gdk_pixbuf_save(cover, (folder / "cover.png").c_str(), "png", nullptr, nullptr);
+    g_object_unref(cover);
+    Environment environment = world.server.environment();
+    environment["DBUS_SESSION_BUS_ADDRESS"] = session->address();
+    Program player(
+        {"mpv", "--no-config", std::string("--script=") + kPlugin, "--ao=null", "--vo=x11", "--force-window",
+         "--geometry=300x200", "--title=My Player", "--audio-display=no", folder / "1.wav", folder / "2.wav"},
+        environment);
+    startBarBeside("My Player");
+    ASSERT_TRUE(showsOnPanel(kBadge));
     hoverButton();
-    ASSERT_TRUE(controlsShow("A Song"));
-    EXPECT_TRUE(controlsShow("A Band"));
-    const Box title = popupItem("A Song");
+    ASSERT_TRUE(showsInPopup("First Song"));
+    EXPECT_TRUE(showsInPopup("A Band"));
+    const Box title = popupItem("First Song");
     EXPECT_LT(title.bottom(), panelBox().y) << "above the bar";
     const Box art{title.x - 40 + 8, title.y + 8, 16, 16};
-    EXPECT_TRUE(eventually([&] { return world.shoot().average(art) == Rgb{250, 0, 0}; })) << "the cover";
+    EXPECT_TRUE(eventually([&] { return world.shoot().average(art) == kCoverColor; })) << "the cover beside the file";
+    EXPECT_GT(world.shoot().average({title.x - 40, title.y, 1, 1}).distance(kCoverColor), 20)
+        << "its corners are round";
 
-    pointer.click(popupItem("Next").center());
-    pointer.click(popupItem("Pause").center());
-    EXPECT_TRUE(eventually([&] { return player.calls() == std::vector<std::string>{"Next", "PlayPause"}; }));
-    player.play("Another Song", "A Band");
-    EXPECT_TRUE(controlsShow("Another Song"));
-    player.set("PlaybackStatus", g_variant_new_string("Paused"));
-    EXPECT_TRUE(controlsShow("Play"));
-    EXPECT_TRUE(isBadged());
-    player.set("PlaybackStatus", g_variant_new_string("Stopped"));
-    EXPECT_TRUE(losesBadge());
-    EXPECT_TRUE(eventually([&] { return bar->popups().empty(); }));
+    pick("Pause");
+    EXPECT_TRUE(showsInPopup("Play"));
+    EXPECT_TRUE(bar->panelItem(kBadge)) << "paused is not gone";
+    pick("Next");
+    EXPECT_TRUE(showsInPopup("Second Song"));
+    EXPECT_TRUE(showsInPopup("Another Band"));
+    pick("Play");
+    EXPECT_TRUE(showsInPopup("Pause"));
+    pointer.click(bar->panelItem("Apps")->frame.center());
+    EXPECT_TRUE(eventually([&] { return !bar->popupItem("Pause"); })) << "another button of the bar was pressed";
+    player.terminate();
+    EXPECT_TRUE(lacksOnPanel(kBadge));
 }
 
 TEST_F(MediaPlayers, ComeAndGoAndTakeTheBusWithThem) {
     startBarAndPlayersWindow();
-    std::optional<FakePlayer> player(std::in_place, *session, "tunes");
+    std::optional<FakePlayer> player(std::in_place, *session, "tunes.instance7");
     player->play("A Song", "A Band");
-    ASSERT_TRUE(isBadged()) << "known by its name on the bus";
+    ASSERT_TRUE(showsOnPanel(kBadge)) << "known by its name on the bus";
     pointer.moveTo({640, 300});
     desktop.runFor(2500ms);
     const long before = bar->program().voluntarySwitches();
     desktop.runFor(3000ms);
     EXPECT_LE(bar->program().voluntarySwitches() - before, 6) << "something polls";
+
+    hoverButton();
+    ASSERT_TRUE(showsInPopup("A Song"));
+    player->play("Another Song", "A Band");
+    EXPECT_TRUE(showsInPopup("Another Song"));
+    player->set("PlaybackStatus", g_variant_new_string("Stopped"));
+    EXPECT_TRUE(lacksOnPanel(kBadge));
+    EXPECT_TRUE(closesPopups());
+    player->play("Another Song", "A Band");
+    ASSERT_TRUE(showsOnPanel(kBadge));
     player.reset();
-    EXPECT_TRUE(losesBadge());
+    EXPECT_TRUE(lacksOnPanel(kBadge));
+
     player.emplace(*session, "tunes");
     player->play("A Song", "A Band");
-    ASSERT_TRUE(isBadged());
+    ASSERT_TRUE(showsOnPanel(kBadge));
     hoverButton();
-    ASSERT_TRUE(controlsShow("A Song"));
+    ASSERT_TRUE(showsInPopup("A Song"));
     session->kill();
-    EXPECT_TRUE(losesBadge());
+    EXPECT_TRUE(lacksOnPanel(kBadge));
     client.openAndWait({.title = "After the bus"});
     EXPECT_TRUE(showsButton("After the bus"));
 }
@@ -130,19 +167,19 @@ TEST_F(MediaPlayers, ThatAreHostileStayWithoutEffect) {
     ASSERT_EQ(mkfifo(pipe.c_str(), 0600), 0);
     const std::string huge(10 << 20, 'x');
     loud.play(huge, huge, "file://" + pipe.string());
-    ASSERT_TRUE(isBadged());
+    ASSERT_TRUE(showsOnPanel(kBadge));
     hoverButton();
-    ASSERT_TRUE(controlsShow("Pause"));
+    ASSERT_TRUE(showsInPopup("Pause"));
     const UnaskedServer server;
-    for (const std::string& url : {server.address(), std::string("https://example.org/cover.png"),
-                                   std::string("file://example.org/etc/passwd"), std::string("file:///dev/zero"),
-                                   std::string("file:///proc/kcore"), std::string("../cover.png")})
+    for (const std::string& url :
+         std::vector<std::string>{server.address(), "https://example.org/cover.png", "file://example.org/etc/passwd",
+                                  "file:///dev/zero", "file:///proc/kcore", "../cover.png"})
         loud.play("Title || with separators", "\u202eodd\n", url);
-    EXPECT_TRUE(controlsShow("Title || with separators"));
+    EXPECT_TRUE(showsInPopup("Title || with separators"));
     for (int i = 0; i < 2000; ++i) loud.play("Track " + std::to_string(i), "Flood");
-    EXPECT_TRUE(controlsShow("Track 1999"));
-    pointer.click(popupItem("Next").center());
-    EXPECT_TRUE(eventually([&] { return loud.calls() == std::vector<std::string>{"Next"}; }));
+    EXPECT_TRUE(showsInPopup("Track 1999"));
+    for (const char* button : {"Next", "Pause"}) pick(button);
+    EXPECT_TRUE(eventually([&] { return loud.calls() == std::vector<std::string>{"Next", "PlayPause"}; }));
     EXPECT_FALSE(server.wasAsked()) << "pictures of other computers are not fetched";
 }
 

@@ -7,35 +7,17 @@
 #include "Platform/Linux/Accessibility/AccessibleViews.h"
 #include "UI/ImageButton.h"
 #include "UI/Label.h"
-#include "UI/Toolkit.h"
+#include "sim/FakeMainLoop.h"
+#include "sim/SimToolkit.h"
 
 namespace morvel::x11 {
 namespace {
 
 using Views = std::vector<ui::View*>;
 
-/// For labels that nobody lays out.
-class UnmeasuredToolkit : public ui::Toolkit {
-public:
-    void setAppearance(ui::Appearance) override {}
-    std::unique_ptr<ui::PanelPeer> makePanel(const ui::PanelOptions&, ui::View&) override { return nullptr; }
-    std::unique_ptr<ui::PopoverPeer> makePopover(ui::View&, std::function<void()>, ui::PopoverKind) override {
-        return nullptr;
-    }
-    void popUpMenu(ui::Menu, ui::View&, Point<ViewSpace>, std::function<void()>) override {}
-    void beginDrag(ui::View&, ui::DragItem, std::function<void(ui::DragOperation)> ended) override {
-        ended(ui::DragOperation::None);
-    }
-    std::unique_ptr<ui::FormWindowPeer> makeFormWindow(ui::Form) override { return nullptr; }
-    Size textSize(std::string_view, const ui::Font&) override { return {}; }
-    std::optional<Point<ScreenSpace>> pointerLocation() override { return std::nullopt; }
-    bool isMouseButtonDown() override { return false; }
-    bool reducesMotion() override { return false; }
-    Subscription observeOutsidePresses(std::function<void()>) override { return {}; }
-};
-
 struct AccessibleViews : testing::Test {
-    UnmeasuredToolkit toolkit;
+    sim::FakeMainLoop loop;
+    sim::SimToolkit toolkit{loop};
 };
 
 TEST_F(AccessibleViews, AreWhatMeansSomethingThroughWhatOnlyArranges) {

@@ -1,9 +1,8 @@
-// What other programs write into drags, read without trust: lists of files, offered types, messages.
+// What other programs write into drags, read without trust: lists of files, offered types.
 #include <gtest/gtest.h>
 
 #include "Platform/Linux/UI/Drag/DragContents.h"
 #include "Platform/Linux/UI/Drag/UriList.h"
-#include "Platform/Linux/UI/Drag/XdndMessages.h"
 
 namespace morvel::x11 {
 namespace {
@@ -79,33 +78,6 @@ TEST(DragContents, AreBounded) {
     EXPECT_TRUE(contents.hasType("type.0"));
     EXPECT_FALSE(contents.hasType("type.9999"));
     EXPECT_LE(contents.namesToFetch().size(), 4U) << "each is waited for";
-}
-
-TEST(DragContents, OfOursAreKnownAtOnce) {
-    const DragContents contents = DragContents::of({"app.morvel.Morvel.running-window", "id"});
-    EXPECT_EQ(contents.string("app.morvel.Morvel.running-window"), "id");
-    EXPECT_FALSE(contents.hasFileURLs());
-    EXPECT_TRUE(contents.namesToFetch().empty());
-}
-
-TEST(XdndMessages, SayWhatTheProtocolSays) {
-    const XdndEnter enter{7, 5, true, {11, 12, 0}};
-    EXPECT_EQ(enter.packed(), (MessageData{7, 0x05000001, 11, 12, 0}));
-    EXPECT_EQ(XdndEnter::unpacked(enter.packed().data()), enter);
-
-    const XdndPosition position{7, {1919, 1079}, 1234, 99};
-    EXPECT_EQ(position.packed(), (MessageData{7, 0, 0x077F0437, 1234, 99}));
-    EXPECT_EQ(XdndPosition::unpacked(position.packed().data()), position);
-    const XdndPosition outside{7, {-5, -40000}, 0, 0};
-    EXPECT_EQ(XdndPosition::unpacked(outside.packed().data()).location, (Point<RootSpace>{-5, -32768}))
-        << "the protocol has 16 bits";
-
-    EXPECT_EQ((XdndStatus{8, true, 99}.packed()), (MessageData{8, 3, 0, 0, 99}));
-    EXPECT_EQ((XdndStatus{8, false, 99}.packed()), (MessageData{8, 2, 0, 0, 0})) << "nothing is done then";
-    EXPECT_EQ((XdndFinished{8, true, 99}.packed()), (MessageData{8, 1, 99, 0, 0}));
-    const MessageData refused{8, 2, 99, 0, 99};
-    EXPECT_EQ(XdndStatus::unpacked(refused.data()), (XdndStatus{8, false, 0}));
-    EXPECT_EQ(XdndFinished::unpacked(refused.data()), (XdndFinished{8, false, 0}));
 }
 
 }  // namespace

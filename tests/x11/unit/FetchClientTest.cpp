@@ -8,7 +8,6 @@
 #include <thread>
 
 #include "Platform/Linux/System/GLibMainLoop.h"
-#include "Update/UpdateChecker.h"
 #include "x11/Loopback.h"
 
 namespace morvel::x11 {
@@ -127,28 +126,6 @@ TEST_F(FetchClientTest, RefusesWhatIsTooLongTooLateOrLeadsElsewhere) {
     }
     for (const char* address : {"", "nonsense", "ftp://127.0.0.1/", "http://"}) EXPECT_FALSE(ask(address).empty());
     EXPECT_EQ(ask("http://127.0.0.1/", 10s, "/nowhere/morvel-fetch"), "The request could not be sent.");
-}
-
-TEST_F(FetchClientTest, BringsTheUpdateDocumentOrSaysWhyNot) {
-    const std::string good =
-        R"({"version": "2.0.0", "build": "7", "published_at": "2024-05-01T12:00:00Z", "download_url":)"
-        R"( "https://example.com/d", "release_notes_url": "https://example.com/n", "minimum_os_version": "13.0"})";
-    const auto latest = [&](const std::string& answer) {
-        const LoopbackServer server(answer);
-        FetchClient client(loop, MORVEL_FETCH);
-        std::optional<RemoteVersionResult> result;
-        UpdateChecker(client, server.address()).fetchLatest([&](const RemoteVersionResult& given) { result = given; });
-        while (!result) loop.turn(true);
-        const auto* remote = std::get_if<RemoteVersion>(&*result);
-        return remote ? remote->version.description() : std::get<UpdateError>(*result).text;
-    };
-    EXPECT_EQ(latest(http("200 OK", good)), "2.0.0");
-    EXPECT_EQ(latest(http("200 OK", good.substr(1))), "The update document is no JSON object.");
-    EXPECT_EQ(latest("HTTP/1.1 204 No Content\r\nConnection: close\r\n\r\n"), "The update document is no JSON object.");
-    EXPECT_EQ(latest(http("404 Not Found", good)), "The update server answered with status 404.");
-    EXPECT_EQ(latest(http("500 Oh", good)), "The update server answered with status 500.");
-    EXPECT_EQ(latest(http("301 Moved", good, "Location: http://127.0.0.1/\r\n")),
-              "The server redirects to an address that is not secure.");
 }
 
 TEST_F(FetchClientTest, ForgetsItsRequestsWhenItGoes) {

@@ -4,7 +4,7 @@
 #include "Platform/Linux/Icons/ImageLoading.h"
 #include "Platform/Linux/Icons/RenderedIcons.h"
 #include "Platform/Linux/Icons/Symbols.h"
-#include "x11/unit/TemporaryFolder.h"
+#include "x11/TemporaryFolder.h"
 
 namespace morvel::x11 {
 namespace {
@@ -77,31 +77,20 @@ std::vector<uint32_t> squares(std::initializer_list<uint32_t> extents) {
     return out;
 }
 
-TEST(PropertyIcon, ChoosesTheLargestThatFitsAndElseTheSmallest) {
-    struct Row {
-        const char* why;
-        std::vector<uint32_t> property;
-        int width;
-    };
-    for (const Row& row :
-         {Row{"the largest that fits", squares({16, 48, 32, 128}), 48}, Row{"an exact one", squares({128, 64, 16}), 64},
-          Row{"all too large", squares({256, 96, 128}), 96}})
-        EXPECT_EQ(choosePropertyIcon(row.property, 64)->width, row.width) << row.why;
-}
-
-TEST(PropertyIcon, SurvivesLies) {
+TEST(PropertyIcon, IsTheLargestThatFitsOrTheSmallestAndSurvivesLies) {
+    const auto width = [](const std::vector<uint32_t>& property) { return choosePropertyIcon(property, 64)->width; };
+    EXPECT_EQ(width(squares({16, 48, 32, 128})), 48) << "the largest that fits";
+    EXPECT_EQ(width(squares({128, 64, 16})), 64) << "an exact one";
+    EXPECT_EQ(width(squares({256, 96, 128})), 96) << "all too large";
     auto cutOff = squares({16, 32});
     cutOff.resize(cutOff.size() - 1);
-    EXPECT_EQ(choosePropertyIcon(cutOff, 64)->width, 16);
+    EXPECT_EQ(width(cutOff), 16);
     for (const std::vector<uint32_t>& bad :
          {std::vector<uint32_t>{}, {1}, {1, 1}, {0, 0, 5}, {0xFFFFFFFF, 0xFFFFFFFF, 1}, {65536, 65536, 1}})
         EXPECT_FALSE(choosePropertyIcon(bad, 64));
-}
-
-TEST(PropertyIcon, PixelsArePremultiplied) {
-    const auto property = squares({1});
-    const auto image = makeImage(*choosePropertyIcon(property, 64));
-    EXPECT_EQ(*reinterpret_cast<const uint32_t*>(cairo_image_surface_get_data(image->surface())), 0x80800000u);
+    const auto image = makeImage(*choosePropertyIcon(squares({1}), 64));
+    EXPECT_EQ(*reinterpret_cast<const uint32_t*>(cairo_image_surface_get_data(image->surface())), 0x80800000u)
+        << "premultiplied";
 }
 
 TEST(Images, FilesThatAreNoPicturesAreNoImages) {
@@ -156,6 +145,16 @@ TEST(Symbols, AreTemplatesWithSomethingOnThem) {
         EXPECT_LT(size_t(inked), count) << name;
     }
     EXPECT_EQ(drawSymbol("no.such.symbol", 14), nullptr);
+
+    const auto pointsLeft = [](const char* name) {  // where the middle row has its ink
+        const auto symbol = drawSymbol(name, 14);
+        const int width = symbol->pixelWidth(), middle = symbol->pixelHeight() / 2;
+        const auto* row = reinterpret_cast<const uint32_t*>(cairo_image_surface_get_data(symbol->surface())) +
+                          middle * cairo_image_surface_get_stride(symbol->surface()) / 4;
+        return std::max_element(row, row + width) - row < width / 2;
+    };
+    EXPECT_TRUE(pointsLeft("chevron.left"));
+    EXPECT_FALSE(pointsLeft("chevron.right"));
 }
 
 }  // namespace

@@ -7,7 +7,7 @@
 #include <algorithm>
 #include <map>
 
-#include "TemporaryFolder.h"
+#include "x11/TemporaryFolder.h"
 
 namespace morvel::x11 {
 namespace {

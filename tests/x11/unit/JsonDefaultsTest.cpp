@@ -7,18 +7,11 @@
 #include <nlohmann/json.hpp>
 
 #include "sim/FakeMainLoop.h"
-#include "x11/unit/TemporaryFolder.h"
+#include "sim/SimLog.h"
+#include "x11/TemporaryFolder.h"
 
 namespace morvel::x11 {
 namespace {
-
-class CountingLog : public Log {
-public:
-    void error(std::string_view line) override { errors.emplace_back(line); }
-    void debug(std::string_view) override {}
-    bool isDebugWanted() const override { return false; }
-    std::vector<std::string> errors;
-};
 
 class JsonDefaultsTest : public testing::Test {
 protected:
@@ -30,7 +23,7 @@ protected:
     TemporaryFolder folder;
     const std::string path = folder.at("morvel/defaults.json");
     sim::FakeMainLoop loop;
-    CountingLog log;
+    sim::SimLog log;
 };
 
 TEST_F(JsonDefaultsTest, EveryKindOfValueComesBackAsItWasStored) {

@@ -2,8 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include "Platform/Linux/System/NameUuid.h"
-
 namespace morvel::x11 {
 namespace {
 
@@ -42,11 +40,6 @@ TEST(MainDisplayFrame, ConvertsAboutTheMainMonitorWhereverItIs) {
     EXPECT_EQ(main.toScreen(kLeft), (Rect<ScreenSpace>{-1000, 0, 1000, 800}));
     EXPECT_EQ(main.toRoot(main.toScreen(kLeft)), kLeft);
     EXPECT_EQ(main.toRoot(main.toAX(kLeft)), kLeft);
-}
-
-TEST(NameUuid, IsStableAndDistinct) {
-    EXPECT_EQ(nameUuid("HDMI-1"), nameUuid("HDMI-1"));
-    EXPECT_NE(nameUuid("HDMI-1"), nameUuid("HDMI-2"));
 }
 
 }  // namespace

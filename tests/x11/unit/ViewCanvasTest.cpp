@@ -6,33 +6,17 @@
 
 #include "UI/VisualEffectView.h"
 #include "sim/FakeMainLoop.h"
+#include "sim/SimToolkit.h"
 
 namespace morvel::x11 {
 namespace {
 
 using namespace std::chrono_literals;
 
-class MeasuringToolkit : public ui::Toolkit {
-public:
-    explicit MeasuringToolkit(TextLayouts& layouts) : layouts_(layouts) {}
-    void setAppearance(ui::Appearance) override {}
-    std::unique_ptr<ui::PanelPeer> makePanel(const ui::PanelOptions&, ui::View&) override { return nullptr; }
-    std::unique_ptr<ui::PopoverPeer> makePopover(ui::View&, std::function<void()>, ui::PopoverKind) override {
-        return nullptr;
-    }
-    void popUpMenu(ui::Menu, ui::View&, Point<ViewSpace>, std::function<void()>) override {}
-    void beginDrag(ui::View&, ui::DragItem, std::function<void(ui::DragOperation)> ended) override {
-        ended(ui::DragOperation::None);
-    }
-    std::unique_ptr<ui::FormWindowPeer> makeFormWindow(ui::Form) override { return nullptr; }
-    Size textSize(std::string_view text, const ui::Font& font) override { return layouts_.lineSize(text, font); }
-    std::optional<Point<ScreenSpace>> pointerLocation() override { return std::nullopt; }
-    bool isMouseButtonDown() override { return false; }
-    bool reducesMotion() override { return false; }
-    Subscription observeOutsidePresses(std::function<void()>) override { return {}; }
-
-private:
-    TextLayouts& layouts_;
+struct MeasuringToolkit : sim::SimToolkit {
+    using SimToolkit::SimToolkit;
+    Size textSize(std::string_view text, const ui::Font& font) override { return layouts.lineSize(text, font); }
+    TextLayouts layouts;
 };
 
 // A bar of 400 × 40 pixels with a button on the left that has a label, and a bare button on the right.
@@ -50,7 +34,7 @@ protected:
         bar_.addSubview(other_);
         button_.addSubview(label_);
         canvas_.emplace(
-            loop_, palette_, layouts_, bar_,
+            loop_, palette_, toolkit_.layouts, bar_,
             ViewCanvas::Delegate{.paintBackdrop = {},
                                  .present = [this](const DamageRegion& damage) { frames_.push_back(damage); },
                                  .laidOut = [] {},
@@ -76,8 +60,7 @@ protected:
 
     sim::FakeMainLoop loop_;
     Palette palette_;
-    TextLayouts layouts_;
-    MeasuringToolkit toolkit_{layouts_};
+    MeasuringToolkit toolkit_{loop_};
     ui::View bar_, button_, other_;
     ui::Label label_{toolkit_};
     std::vector<DamageRegion> frames_;

@@ -28,10 +28,10 @@ std::vector<BarView> viewsIn(const std::string& text) {
     return views;
 }
 
-Environment with(Environment environment, const Environment& more) {
-    for (const auto& [name, value] : more) environment[name] = value;
-    environment["MORVEL_INSPECT"] = "1";
-    return environment;
+Environment with(const Environment& usual, Environment more) {
+    more["MORVEL_INSPECT"] = "1";
+    more.insert(usual.begin(), usual.end());
+    return more;
 }
 
 bool isBefore(const BarWindow& a, const BarWindow& b) {
@@ -40,20 +40,10 @@ bool isBefore(const BarWindow& a, const BarWindow& b) {
 
 }  // namespace
 
-bool BarView::isButtonFor(std::string_view title) const {
-    return tooltip.ends_with(std::string(kTooltipDash) + std::string(title));
-}
-
-const BarView* BarWindow::labelled(std::string_view label) const {
-    const auto found =
-        std::find_if(views.begin(), views.end(), [&](const BarView& v) { return !v.hidden && v.label == label; });
-    return found == views.end() ? nullptr : &*found;
-}
-
-const BarView* BarWindow::buttonFor(std::string_view title) const {
-    const auto found =
-        std::find_if(views.begin(), views.end(), [&](const BarView& v) { return !v.hidden && v.isButtonFor(title); });
-    return found == views.end() ? nullptr : &*found;
+std::optional<std::string> BarView::windowTitle() const {
+    const auto dash = tooltip.find(kTooltipDash);
+    if (dash == std::string::npos) return std::nullopt;
+    return tooltip.substr(dash + kTooltipDash.size());
 }
 
 Bar::Bar(XServer& server, Desktop& desktop, const std::filesystem::path& program, const Options& options)
@@ -73,34 +63,27 @@ std::filesystem::path Bar::prepared(XServer& server, const Options& options) {
 std::vector<BarWindow> Bar::windows() {
     auto& connection = desktop_.connection();
     // Panels are managed and so may sit inside a frame; all other windows of the bar are the root's own children.
-    auto candidates = desktop_.clients();
-    const auto top = connection.childrenOf(connection.root());
-    candidates.insert(candidates.end(), top.begin(), top.end());
-
-    const auto property = connection.atom("_MORVEL_VIEWS");
-    std::vector<xcb_get_property_cookie_t> cookies;  // asked all at once: there may be hundreds of windows
-    for (const auto window : candidates)
-        cookies.push_back(xcb_get_property(connection, 0, window, property, XCB_GET_PROPERTY_TYPE_ANY, 0, 1 << 22));
+    const auto managed = desktop_.clients(), top = connection.childrenOf(connection.root());
+    std::set<xcb_window_t> candidates(managed.begin(), managed.end());
+    candidates.insert(top.begin(), top.end());
     std::vector<BarWindow> windows;
-    for (size_t i = 0; i < candidates.size(); ++i) {
-        const Owned<xcb_get_property_reply_t> reply(xcb_get_property_reply(connection, cookies[i], nullptr));
-        if (!reply || reply->type == XCB_NONE || !connection.isViewable(candidates[i])) continue;
-        const auto types = connection.cardinals(candidates[i], "_NET_WM_WINDOW_TYPE");
-        const std::string text(static_cast<const char*>(xcb_get_property_value(reply.get())),
-                               static_cast<size_t>(xcb_get_property_value_length(reply.get())));
-        windows.push_back({candidates[i], desktop_.windowBox(candidates[i]),
-                           !types.empty() && types[0] == connection.atom("_NET_WM_WINDOW_TYPE_DOCK"), viewsIn(text)});
+    for (const auto window : candidates) {
+        const auto views = connection.bytes(window, "_MORVEL_VIEWS");
+        if (!views || !connection.isViewable(window)) continue;
+        const auto types = connection.cardinals(window, "_NET_WM_WINDOW_TYPE");
+        const bool isPanel = !types.empty() && types[0] == connection.atom("_NET_WM_WINDOW_TYPE_DOCK");
+        windows.push_back({window, desktop_.windowBox(window), isPanel, viewsIn(*views)});
     }
-    std::sort(windows.begin(), windows.end(), isBefore);
-    windows.erase(std::unique(windows.begin(), windows.end(), [](auto& a, auto& b) { return a.id == b.id; }),
-                  windows.end());
+    std::ranges::stable_sort(windows, isBefore);
     return windows;
 }
 
-std::vector<BarWindow> Bar::panels() {
+std::vector<BarWindow> Bar::panels(std::optional<size_t> index) {
     auto all = windows();
     std::erase_if(all, [](const BarWindow& window) { return !window.isPanel; });
-    return all;
+    if (!index) return all;
+    if (*index >= all.size()) return {};
+    return {all[*index]};
 }
 
 std::vector<BarWindow> Bar::popups() {
@@ -109,46 +92,19 @@ std::vector<BarWindow> Bar::popups() {
     return all;
 }
 
-bool Bar::waitForPanels(size_t count) {
-    return desktop_.waitUntil([&] { return panels().size() == count; });
-}
-
-std::optional<BarView> Bar::button(std::string_view title, std::optional<size_t> panel) {
-    const auto all = panels();
-    for (size_t i = 0; i < all.size(); ++i)
-        if (const auto* view = all[i].buttonFor(title); view && i == panel.value_or(i)) return *view;
-    return std::nullopt;
-}
-
-std::optional<BarView> Bar::group(std::string_view application) {
-    for (const auto& window : panels())
+std::optional<BarView> Bar::find(const std::vector<BarWindow>& windows,
+                                 const std::function<bool(const BarView&)>& isWanted) {
+    for (const auto& window : windows)
         for (const auto& view : window.views)
-            if (!view.hidden && view.tooltip == application) return view;
-    return std::nullopt;
-}
-
-std::optional<BarView> Bar::panelItem(std::string_view label) {
-    for (const auto& window : panels())
-        if (const auto* view = window.labelled(label)) return *view;
-    return std::nullopt;
-}
-
-std::optional<BarView> Bar::popupItem(std::string_view label) {
-    for (const auto& window : popups())
-        if (const auto* view = window.labelled(label)) return *view;
+            if (!view.hidden && isWanted(view)) return view;
     return std::nullopt;
 }
 
 std::vector<std::string> Bar::buttonTitles(std::optional<size_t> panel) {
-    const auto all = panels();
-    std::vector<std::pair<int, std::string>> found;
-    for (size_t i = 0; i < all.size(); ++i) {
-        if (i != panel.value_or(i)) continue;
-        for (const auto& view : all[i].views)
-            if (const auto dash = view.tooltip.find(kTooltipDash); !view.hidden && dash != std::string::npos)
-                found.emplace_back(view.frame.x, view.tooltip.substr(dash + kTooltipDash.size()));
-    }
-    std::stable_sort(found.begin(), found.end(), [](auto& a, auto& b) { return a.first < b.first; });
+    std::multimap<int, std::string> found;
+    for (const auto& window : panels(panel))
+        for (const auto& view : window.views)
+            if (const auto title = view.windowTitle(); title && !view.hidden) found.emplace(view.frame.x, *title);
     std::vector<std::string> titles;
     for (auto& [x, title] : found) titles.push_back(std::move(title));
     return titles;

@@ -24,13 +24,7 @@ Client::~Client() {
 }
 
 xcb_window_t Client::open(const ClientWindow& window) {
-    const xcb_window_t id = xcb_generate_id(connection_);
-    const uint32_t values[] = {window.color, XCB_EVENT_MASK_BUTTON_PRESS};
-    const auto& box = window.box;
-    xcb_create_window(connection_, XCB_COPY_FROM_PARENT, id, connection_.root(), static_cast<int16_t>(box.x),
-                      static_cast<int16_t>(box.y), static_cast<uint16_t>(box.width), static_cast<uint16_t>(box.height),
-                      0, XCB_WINDOW_CLASS_INPUT_OUTPUT, XCB_COPY_FROM_PARENT, XCB_CW_BACK_PIXEL | XCB_CW_EVENT_MASK,
-                      values);
+    const xcb_window_t id = connection_.makeWindow(window.box, window.color, XCB_EVENT_MASK_BUTTON_PRESS);
     describe(id, window);
     xcb_map_window(connection_, id);
     connection_.flush();
@@ -55,7 +49,7 @@ void Client::describe(xcb_window_t id, const ClientWindow& window) {
     };
     setTitle(id, window.title);
     connection_.setBytes(id, "WM_CLASS", "STRING",
-                         window.instance + std::string(1, '\0') + window.className + std::string(1, '\0'));
+                         "testclient" + std::string(1, '\0') + window.className + std::string(1, '\0'));
     if (window.pid) setPid(id, *window.pid);
     connection_.setCardinals(id, "_NET_WM_WINDOW_TYPE", "ATOM", atoms({window.type}));
     if (!window.states.empty()) connection_.setCardinals(id, "_NET_WM_STATE", "ATOM", atoms(window.states));
@@ -75,49 +69,25 @@ void Client::setTitle(xcb_window_t window, std::string_view bytes) {
     connection_.flush();
 }
 
-void Client::unmap(xcb_window_t window) {
-    xcb_unmap_window(connection_, window);
-    connection_.flush();
-}
-
-void Client::destroy(xcb_window_t window) {
-    xcb_destroy_window(connection_, window);
-    connection_.flush();
-}
-
 void Client::serve() {
     while (const auto event = connection_.next()) {
-        const auto type = event->response_type & 0x7f;
+        const auto type = typeOf(event);
         if (type == XCB_BUTTON_PRESS) clicked_ = true;
-        if (type == XCB_SELECTION_REQUEST) handOver(reinterpret_cast<const xcb_selection_request_event_t&>(*event));
-        if (type == XCB_CLIENT_MESSAGE) answer(reinterpret_cast<const xcb_client_message_event_t&>(*event));
+        if (type == XCB_SELECTION_REQUEST) {
+            const auto& request = as<xcb_selection_request_event_t>(event);
+            connection_.setBytes(request.requestor, request.property, request.target, copied_);
+            connection_.answer(request, request.property);
+        }
+        if (type == XCB_CLIENT_MESSAGE) {
+            const auto& message = as<xcb_client_message_event_t>(event);
+            if (message.data.data32[0] == connection_.atom("WM_DELETE_WINDOW")) destroy(message.window);
+        }
     }
 }
 
 void Client::copy(xcb_window_t owner, std::string text) {
     copied_ = std::move(text);
-    xcb_set_selection_owner(connection_, owner, connection_.atom("CLIPBOARD"), XCB_CURRENT_TIME);
-    connection_.sync();
-}
-
-void Client::handOver(const xcb_selection_request_event_t& request) {
-    xcb_change_property(connection_, XCB_PROP_MODE_REPLACE, request.requestor, request.property, request.target, 8,
-                        static_cast<uint32_t>(copied_.size()), copied_.data());
-    Event sent(static_cast<xcb_generic_event_t*>(std::calloc(1, 32)));
-    auto& notice = reinterpret_cast<xcb_selection_notify_event_t&>(*sent);
-    notice.response_type = XCB_SELECTION_NOTIFY;
-    notice.requestor = request.requestor;
-    notice.selection = request.selection;
-    notice.target = request.target;
-    notice.property = request.property;
-    xcb_send_event(connection_, 0, request.requestor, 0, reinterpret_cast<const char*>(&notice));
-    connection_.flush();
-}
-
-void Client::answer(const xcb_client_message_event_t& message) {
-    const bool asksToClose = message.type == connection_.atom("WM_PROTOCOLS") &&
-                             message.data.data32[0] == connection_.atom("WM_DELETE_WINDOW");
-    if (asksToClose && closes_) destroy(message.window);
+    connection_.own(owner, "CLIPBOARD");
 }
 
 }  // namespace morvel::e2e

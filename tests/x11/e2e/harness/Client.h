@@ -15,8 +15,7 @@ namespace morvel::e2e {
 struct ClientWindow {
     std::string title = "Window";
     Box box = {120, 90, 320, 200};
-    std::string instance = "testclient";  // the two words of WM_CLASS
-    std::string className = "TestClient";
+    std::string className = "TestClient";  // the second word of WM_CLASS
     /// What it claims as its process; no value: nothing at all.
     std::optional<uint32_t> pid = static_cast<uint32_t>(getpid());
     std::string type = "_NET_WM_WINDOW_TYPE_NORMAL";
@@ -39,12 +38,16 @@ public:
     void setPid(xcb_window_t window, uint32_t pid) {
         connection_.setCardinals(window, "_NET_WM_PID", "CARDINAL", {pid});
     }
-    void unmap(xcb_window_t window);
-    void destroy(xcb_window_t window);
+    void unmap(xcb_window_t window) {
+        xcb_unmap_window(connection_, window);
+        connection_.flush();
+    }
+    void destroy(xcb_window_t window) {
+        xcb_destroy_window(connection_, window);
+        connection_.flush();
+    }
     /// Has this text on the clipboard from now on.
     void copy(xcb_window_t owner, std::string text);
-    /// From now on a polite request to close is not answered.
-    void refuseToClose() { closes_ = false; }
     /// Whether one of its windows was pressed with a button since it was last asked.
     bool wasClicked() { return std::exchange(clicked_, false); }
 
@@ -54,14 +57,10 @@ public:
 
 private:
     void describe(xcb_window_t id, const ClientWindow& window);
-    void answer(const xcb_client_message_event_t& message);
 
     Desktop& desktop_;  // outlives us
     Connection connection_;
-    void handOver(const xcb_selection_request_event_t& request);
-
     std::string copied_;
-    bool closes_ = true;
     bool clicked_ = false;
 };
 

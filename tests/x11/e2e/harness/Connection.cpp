@@ -49,8 +49,12 @@ std::vector<uint32_t> Connection::cardinals(xcb_window_t window, std::string_vie
 
 void Connection::setBytes(xcb_window_t window, std::string_view property, std::string_view type,
                           std::string_view value) {
-    xcb_change_property(get(), XCB_PROP_MODE_REPLACE, window, atom(property), atom(type), 8,
-                        static_cast<uint32_t>(value.size()), value.data());
+    setBytes(window, atom(property), atom(type), value);
+}
+
+void Connection::setBytes(xcb_window_t window, xcb_atom_t property, xcb_atom_t type, std::string_view value) {
+    xcb_change_property(get(), XCB_PROP_MODE_REPLACE, window, property, type, 8, static_cast<uint32_t>(value.size()),
+                        value.data());
 }
 
 void Connection::setCardinals(xcb_window_t window, std::string_view property, std::string_view type,
@@ -59,16 +63,58 @@ void Connection::setCardinals(xcb_window_t window, std::string_view property, st
                         static_cast<uint32_t>(values.size()), values.data());
 }
 
-void Connection::askManager(xcb_window_t window, std::string_view message, const std::array<uint32_t, 5>& data) {
+xcb_window_t Connection::makeWindow(const Box& box, uint32_t color, uint32_t events, bool isManaged) {
+    const xcb_window_t id = xcb_generate_id(get());
+    const uint32_t values[] = {color, isManaged ? 0U : 1U, events};
+    xcb_create_window(get(), XCB_COPY_FROM_PARENT, id, root(), static_cast<int16_t>(box.x), static_cast<int16_t>(box.y),
+                      static_cast<uint16_t>(box.width), static_cast<uint16_t>(box.height), 0,
+                      XCB_WINDOW_CLASS_INPUT_OUTPUT, XCB_COPY_FROM_PARENT,
+                      XCB_CW_BACK_PIXEL | XCB_CW_OVERRIDE_REDIRECT | XCB_CW_EVENT_MASK, values);
+    return id;
+}
+
+void Connection::listen(xcb_window_t window, uint32_t events) {
+    xcb_change_window_attributes(get(), window, XCB_CW_EVENT_MASK, &events);
+}
+
+void Connection::own(xcb_window_t window, std::string_view selection) {
+    xcb_set_selection_owner(get(), window, atom(selection), XCB_CURRENT_TIME);
+    sync();
+}
+
+void Connection::answer(const xcb_selection_request_event_t& request, xcb_atom_t property) {
+    union {
+        xcb_selection_notify_event_t notice;
+        char sent[32];  // an event is that long, whatever its own fields
+    } event{};
+    event.notice.response_type = XCB_SELECTION_NOTIFY;
+    event.notice.requestor = request.requestor;
+    event.notice.selection = request.selection;
+    event.notice.target = request.target;
+    event.notice.time = request.time;
+    event.notice.property = property;
+    xcb_send_event(get(), 0, request.requestor, XCB_EVENT_MASK_NO_EVENT, event.sent);
+    flush();
+}
+
+void Connection::send(xcb_window_t target, uint32_t mask, xcb_window_t about, std::string_view message,
+                      const std::array<uint32_t, 5>& data) {
     xcb_client_message_event_t event{};
     event.response_type = XCB_CLIENT_MESSAGE;
     event.format = 32;
-    event.window = window;
+    event.window = about;
     event.type = atom(message);
     std::copy(data.begin(), data.end(), event.data.data32);
-    xcb_send_event(get(), 0, root(), XCB_EVENT_MASK_SUBSTRUCTURE_REDIRECT | XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY,
-                   reinterpret_cast<const char*>(&event));
+    xcb_send_event(get(), 0, target, mask, reinterpret_cast<const char*>(&event));
     flush();
+}
+
+void Connection::send(xcb_window_t target, std::string_view message, const std::array<uint32_t, 5>& data) {
+    send(target, XCB_EVENT_MASK_NO_EVENT, target, message, data);
+}
+
+void Connection::askManager(xcb_window_t window, std::string_view message, const std::array<uint32_t, 5>& data) {
+    send(root(), XCB_EVENT_MASK_SUBSTRUCTURE_REDIRECT | XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY, window, message, data);
 }
 
 std::vector<xcb_window_t> Connection::childrenOf(xcb_window_t window) {

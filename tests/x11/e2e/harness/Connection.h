@@ -24,6 +24,16 @@ template <class T>
 using Owned = std::unique_ptr<T, FreeDeleter>;
 using Event = Owned<xcb_generic_event_t>;
 
+/// The event's type, whoever sent it.
+inline int typeOf(const Event& event) {
+    return event->response_type & 0x7f;
+}
+/// The event as what its type says that it is.
+template <class T>
+const T& as(const Event& event) {
+    return reinterpret_cast<const T&>(*event);
+}
+
 class Connection {
 public:
     /// Throws std::runtime_error when the server cannot be reached.
@@ -46,6 +56,17 @@ public:
     void setBytes(xcb_window_t window, std::string_view property, std::string_view type, std::string_view value);
     void setCardinals(xcb_window_t window, std::string_view property, std::string_view type,
                       const std::vector<uint32_t>& values);
+    void setBytes(xcb_window_t window, xcb_atom_t property, xcb_atom_t type, std::string_view value);
+    /// A window of the root that is not mapped yet, filled with the colour (0xRRGGBB), which hears of these events.
+    xcb_window_t makeWindow(const Box& box, uint32_t color, uint32_t events = 0, bool isManaged = true);
+    /// From now on this connection hears of these events of the window, and of no others.
+    void listen(xcb_window_t window, uint32_t events);
+    /// From now on the window owns the selection; with XCB_NONE nobody does.
+    void own(xcb_window_t window, std::string_view selection);
+    /// Tells who asked for a selection that it is there now, in this property; with XCB_NONE that it is not to be had.
+    void answer(const xcb_selection_request_event_t& request, xcb_atom_t property);
+    /// A client message to `target`.
+    void send(xcb_window_t target, std::string_view message, const std::array<uint32_t, 5>& data);
     /// A client message about `window` to the window manager.
     void askManager(xcb_window_t window, std::string_view message, const std::array<uint32_t, 5>& data);
 
@@ -61,6 +82,9 @@ public:
     Event next() { return Event(xcb_poll_for_event(get())); }
 
 private:
+    void send(xcb_window_t target, uint32_t mask, xcb_window_t about, std::string_view message,
+              const std::array<uint32_t, 5>& data);
+
     struct Disconnect {
         void operator()(xcb_connection_t* c) const { xcb_disconnect(c); }
     };

@@ -22,8 +22,8 @@ DamageWatch::~DamageWatch() {
 
 void DamageWatch::serve() {
     while (const auto event = connection_.next()) {
-        if ((event->response_type & 0x7f) != firstEvent_ + XCB_DAMAGE_NOTIFY) continue;
-        const auto& area = reinterpret_cast<const xcb_damage_notify_event_t&>(*event).area;
+        if (typeOf(event) != firstEvent_ + XCB_DAMAGE_NOTIFY) continue;
+        const auto& area = as<xcb_damage_notify_event_t>(event).area;
         drawn_.push_back({area.x, area.y, area.width, area.height});
     }
 }

@@ -1,7 +1,6 @@
 #include "harness/Desktop.h"
 
 #include <poll.h>
-#include <xcb/damage.h>
 #include <xcb/randr.h>
 #include <xcb/xcbext.h>
 
@@ -12,8 +11,7 @@
 namespace morvel::e2e {
 namespace {
 
-constexpr uint32_t kFromPager = 2;  // requests of pagers and bars are obeyed where those of programs may not be
-/// Not everything worth waiting for makes an event on this connection (a process that dies, a file), so the state is
+/// What is worth waiting for makes events of many kinds, or none (a process that dies, a file), so the state is simply
 /// looked at again this often at the latest.
 constexpr int kLookAgainMilliseconds = 20;
 
@@ -52,53 +50,17 @@ uint32_t bits(int value) {
 
 }  // namespace
 
-Desktop::Desktop(const std::string& display) : connection_(display) {
-    const uint32_t mask = XCB_EVENT_MASK_PROPERTY_CHANGE | XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY;
-    xcb_change_window_attributes(connection_, connection_.root(), XCB_CW_EVENT_MASK, &mask);
-    const auto* extension = xcb_get_extension_data(connection_, &xcb_damage_id);
-    if (!extension || !extension->present) throw std::runtime_error("the X server has no DAMAGE extension");
-    damageEvent_ = extension->first_event;
-    const Owned<xcb_damage_query_version_reply_t> version(
-        xcb_damage_query_version_reply(connection_, xcb_damage_query_version(connection_, 1, 1), nullptr));
-    damage_ = xcb_generate_id(connection_);
-    xcb_damage_create(connection_, damage_, connection_.root(), XCB_DAMAGE_REPORT_LEVEL_NON_EMPTY);
-    connection_.sync();
-}
-
 bool Desktop::waitUntil(const std::function<bool()>& reached, std::chrono::milliseconds patience) {
-    const auto deadline = WaitClock::now() + patience;
-    for (;;) {
-        watchWindows();
-        serveAll();
+    for (const auto deadline = WaitClock::now() + patience;;) {
+        std::vector<pollfd> descriptors;
+        for (auto* source : std::vector(sources_)) {
+            source->serve();
+            descriptors.push_back({source->descriptor(), POLLIN, 0});
+        }
+        if (!connection_.isAlive()) throw std::runtime_error("the X server is gone");
         if (reached()) return true;
         if (WaitClock::now() >= deadline) return false;
-        std::vector<pollfd> descriptors{{connection_.descriptor(), POLLIN, 0}};
-        for (const auto* source : sources_) descriptors.push_back({source->descriptor(), POLLIN, 0});
-        connection_.flush();
         poll(descriptors.data(), descriptors.size(), kLookAgainMilliseconds);
-    }
-}
-
-void Desktop::runFor(std::chrono::milliseconds time) {
-    waitUntil([] { return false; }, time);
-}
-
-void Desktop::serveAll() {
-    while (const auto event = connection_.next())
-        if ((event->response_type & 0x7f) == damageEvent_ + XCB_DAMAGE_NOTIFY)
-            xcb_damage_subtract(connection_, damage_, XCB_NONE, XCB_NONE);
-    if (!connection_.isAlive()) throw std::runtime_error("the X server is gone");
-    for (auto* source : std::vector(sources_)) source->serve();
-}
-
-void Desktop::watchWindows() {
-    auto windows = clients();
-    const auto top = connection_.childrenOf(connection_.root());
-    windows.insert(windows.end(), top.begin(), top.end());
-    for (const auto window : windows) {
-        if (!watched_.insert(window).second) continue;
-        const uint32_t mask = XCB_EVENT_MASK_PROPERTY_CHANGE | XCB_EVENT_MASK_STRUCTURE_NOTIFY;
-        xcb_change_window_attributes(connection_, window, XCB_CW_EVENT_MASK, &mask);
     }
 }
 
@@ -152,10 +114,6 @@ uint32_t Desktop::workspaceOf(xcb_window_t window) {
     return value.empty() ? 0 : value[0];
 }
 
-void Desktop::activate(xcb_window_t window) {
-    connection_.askManager(window, "_NET_ACTIVE_WINDOW", {kFromPager, XCB_CURRENT_TIME});
-}
-
 void Desktop::minimize(xcb_window_t window) {
     constexpr uint32_t kIconicState = 3;
     connection_.askManager(window, "WM_CHANGE_STATE", {kIconicState});
@@ -165,10 +123,6 @@ void Desktop::setMaximized(xcb_window_t window, bool maximized) {
     connection_.askManager(window, "_NET_WM_STATE",
                            {maximized ? 1U : 0U, connection_.atom("_NET_WM_STATE_MAXIMIZED_VERT"),
                             connection_.atom("_NET_WM_STATE_MAXIMIZED_HORZ"), kFromPager});
-}
-
-void Desktop::close(xcb_window_t window) {
-    connection_.askManager(window, "_NET_CLOSE_WINDOW", {XCB_CURRENT_TIME, kFromPager});
 }
 
 void Desktop::place(xcb_window_t window, const Box& box) {
@@ -182,26 +136,6 @@ void Desktop::place(xcb_window_t window, const Box& box) {
 uint32_t Desktop::currentWorkspace() {
     const auto value = connection_.cardinals(connection_.root(), "_NET_CURRENT_DESKTOP");
     return value.empty() ? 0 : value[0];
-}
-
-void Desktop::showWorkspace(uint32_t index) {
-    connection_.askManager(connection_.root(), "_NET_CURRENT_DESKTOP", {index, XCB_CURRENT_TIME});
-}
-
-void Desktop::sendToWorkspace(xcb_window_t window, uint32_t index) {
-    connection_.askManager(window, "_NET_WM_DESKTOP", {index, kFromPager});
-}
-
-std::vector<Monitor> Desktop::monitors() {
-    const Owned<xcb_randr_get_monitors_reply_t> reply(
-        xcb_randr_get_monitors_reply(connection_, xcb_randr_get_monitors(connection_, connection_.root(), 1), nullptr));
-    std::vector<Monitor> monitors;
-    if (!reply) return monitors;
-    for (auto i = xcb_randr_get_monitors_monitors_iterator(reply.get()); i.rem; xcb_randr_monitor_info_next(&i))
-        monitors.push_back({connection_.atomName(i.data->name),
-                            {i.data->x, i.data->y, i.data->width, i.data->height},
-                            i.data->primary != 0});
-    return monitors;
 }
 
 void Desktop::setMonitors(const std::vector<Monitor>& monitors) {

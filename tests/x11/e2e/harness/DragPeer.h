@@ -30,10 +30,12 @@ public:
     void handOutInPieces(size_t bytes) { pieceSize_ = bytes; }
     /// Types beyond the third are told in the window's list.
     void enter(xcb_window_t target, const std::vector<std::string>& types, uint32_t version = 5);
-    void moveTo(xcb_window_t target, Spot spot, const std::string& action = "XdndActionCopy");
+    void moveTo(xcb_window_t target, Spot spot);
     void leave(xcb_window_t target) { send(target, "XdndLeave", {window_}); }
     void drop(xcb_window_t target) { send(target, "XdndDrop", {window_}); }
-    void send(xcb_window_t target, const std::string& message, const std::array<uint32_t, 5>& data);
+    void send(xcb_window_t target, std::string_view message, const std::array<uint32_t, 5>& data) {
+        connection_.send(target, message, data);
+    }
     /// From now on requests for the contents are not answered.
     void fallSilent() { isSilent_ = true; }
     void destroyWindow();

@@ -14,22 +14,6 @@ void Pointer::fake(uint8_t type, uint8_t detail, Spot spot) {
     connection.sync();
 }
 
-void Pointer::moveTo(Spot spot) {
-    fake(XCB_MOTION_NOTIFY, 0, spot);
-}
-void Pointer::press(int button) {
-    fake(XCB_BUTTON_PRESS, static_cast<uint8_t>(button), {});
-}
-void Pointer::release(int button) {
-    fake(XCB_BUTTON_RELEASE, static_cast<uint8_t>(button), {});
-}
-
-void Pointer::click(Spot spot, int button) {
-    moveTo(spot);
-    press(button);
-    release(button);
-}
-
 void Pointer::drag(Spot from, Spot to) {
     moveTo(from);
     press();

@@ -13,10 +13,14 @@ class Pointer {
 public:
     explicit Pointer(Desktop& desktop) : desktop_(desktop) {}
 
-    void moveTo(Spot spot);
-    void press(int button = kLeft);
-    void release(int button = kLeft);
-    void click(Spot spot, int button = kLeft);
+    void moveTo(Spot spot) { fake(XCB_MOTION_NOTIFY, 0, spot); }
+    void press(int button = kLeft) { fake(XCB_BUTTON_PRESS, static_cast<uint8_t>(button), {}); }
+    void release(int button = kLeft) { fake(XCB_BUTTON_RELEASE, static_cast<uint8_t>(button), {}); }
+    void click(Spot spot, int button = kLeft) {
+        moveTo(spot);
+        press(button);
+        release(button);
+    }
     void rightClick(Spot spot) { click(spot, kRight); }
     /// Presses at `from`, moves in small steps and releases at `to`.
     void drag(Spot from, Spot to);
@@ -37,6 +41,7 @@ private:
     Desktop& desktop_;  // outlives us
 };
 
+inline constexpr uint32_t kKeyTab = 0xff09;
 inline constexpr uint32_t kKeyReturn = 0xff0d;
 inline constexpr uint32_t kKeyBackSpace = 0xff08;
 inline constexpr uint32_t kKeyHome = 0xff50;
@@ -44,7 +49,6 @@ inline constexpr uint32_t kKeyShift = 0xffe1;
 inline constexpr uint32_t kKeyControl = 0xffe3;
 inline constexpr uint32_t kKeyEscape = 0xff1b;
 inline constexpr uint32_t kKeyLeft = 0xff51;
-inline constexpr uint32_t kKeyUp = 0xff52;
 inline constexpr uint32_t kKeyRight = 0xff53;
 inline constexpr uint32_t kKeyDown = 0xff54;
 

@@ -81,18 +81,6 @@ Program::~Program() {
     if (pid_ > 0) kill();
 }
 
-void Program::signal(int number) const {
-    if (!status_ && pid_ > 0) ::kill(pid_, number);
-}
-
-void Program::freeze() const {
-    if (!status_ && pid_ > 0) ::kill(-pid_, SIGSTOP);
-}
-
-void Program::thaw() const {
-    if (!status_ && pid_ > 0) ::kill(-pid_, SIGCONT);
-}
-
 std::optional<int> Program::exitStatus() {
     if (!status_ && pid_ > 0) {
         int raw = 0;
@@ -129,10 +117,6 @@ long Program::voluntarySwitches() const {
     for (const auto& task : std::filesystem::directory_iterator("/proc/" + std::to_string(pid_) + "/task"))
         sum += statusNumber(task.path() / "status", "voluntary_ctxt_switches");
     return sum;
-}
-
-long Program::residentKilobytes() const {
-    return statusNumber("/proc/" + std::to_string(pid_) + "/status", "VmRSS");
 }
 
 }  // namespace morvel::e2e

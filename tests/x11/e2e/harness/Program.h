@@ -5,14 +5,17 @@
 #include <sys/types.h>
 
 #include <filesystem>
+#include <map>
 #include <optional>
 #include <string>
 #include <vector>
 
-#include "harness/Environment.h"
 #include "harness/Waiting.h"
 
 namespace morvel::e2e {
+
+/// The variables a child process is started with.
+using Environment = std::map<std::string, std::string>;
 
 class Program {
 public:
@@ -32,10 +35,12 @@ public:
     ~Program();
 
     pid_t pid() const { return pid_; }
-    void signal(int number) const;
+    void signal(int number) const {
+        if (!status_ && pid_ > 0) ::kill(pid_, number);
+    }
     /// Stops the whole group as a frozen program would; `thaw` lets it go on.
-    void freeze() const;
-    void thaw() const;
+    void freeze() const { signalGroup(SIGSTOP); }
+    void thaw() const { signalGroup(SIGCONT); }
 
     bool isRunning() { return !exitStatus(); }
     /// The exit code, or 128 + the signal that ended it; no value while it runs.
@@ -48,9 +53,12 @@ public:
 
     /// How often its threads have gone to sleep so far: the difference over a time is the number of its wake-ups.
     long voluntarySwitches() const;
-    long residentKilobytes() const;
 
 private:
+    void signalGroup(int number) const {
+        if (!status_ && pid_ > 0) ::kill(-pid_, number);
+    }
+
     pid_t pid_ = -1;
     std::optional<int> status_;
 };

@@ -1,4 +1,4 @@
-// How long the harness waits, and for what. Waiting is always for a state that is looked at again after each event.
+// How long the harness waits. Waiting is always for a state that is looked at again and again.
 #pragma once
 
 #include <chrono>

@@ -66,17 +66,6 @@ Program startServer(int width, int height, const Environment& environment, const
 
 }  // namespace
 
-ScratchFolder::ScratchFolder() {
-    std::string pattern = std::filesystem::temp_directory_path() / "morvel-desktop-XXXXXX";
-    if (!mkdtemp(pattern.data())) throw std::runtime_error("no temporary folder");
-    path_ = pattern;
-}
-
-ScratchFolder::~ScratchFolder() {
-    std::error_code ignored;  // a program that is just dying may still write into it
-    std::filesystem::remove_all(path_, ignored);
-}
-
 XServer::XServer(int width, int height)
     : environment_(environmentIn(scratch_.path())),
       server_(startServer(width, height, environment_, home() / "server.log", display_)) {

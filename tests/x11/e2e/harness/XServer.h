@@ -4,23 +4,10 @@
 #include <filesystem>
 #include <string>
 
-#include "harness/Environment.h"
+#include "../../TemporaryFolder.h"
 #include "harness/Program.h"
 
 namespace morvel::e2e {
-
-/// A folder that exists as long as the object.
-class ScratchFolder {
-public:
-    ScratchFolder();
-    ScratchFolder(const ScratchFolder&) = delete;
-    ScratchFolder& operator=(const ScratchFolder&) = delete;
-    ~ScratchFolder();
-    const std::filesystem::path& path() const { return path_; }
-
-private:
-    std::filesystem::path path_;
-};
 
 class XServer {
 public:
@@ -39,7 +26,7 @@ public:
     const Environment& environment() const { return environment_; }
 
 private:
-    ScratchFolder scratch_;
+    TemporaryFolder scratch_;
     std::string display_;
     Environment environment_;
     Program server_;  // last: ends first

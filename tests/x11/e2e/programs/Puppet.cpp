@@ -8,14 +8,12 @@
 
 namespace {
 
-using morvel::e2e::Connection;
+using namespace morvel::e2e;
 
 void openWindow(Connection& connection, const std::string& className, const std::string& title, int index) {
-    const xcb_window_t id = xcb_generate_id(connection);
-    const uint32_t color = 0x304050U + static_cast<uint32_t>(index) * 0x0F1705U;
-    const auto offset = static_cast<int16_t>(40 + 26 * (index % 16));
-    xcb_create_window(connection, XCB_COPY_FROM_PARENT, id, connection.root(), offset, offset, 300, 180, 0,
-                      XCB_WINDOW_CLASS_INPUT_OUTPUT, XCB_COPY_FROM_PARENT, XCB_CW_BACK_PIXEL, &color);
+    const int offset = 40 + 26 * (index % 16);
+    const xcb_window_t id =
+        connection.makeWindow({offset, offset, 300, 180}, 0x304050U + static_cast<uint32_t>(index) * 0x0F1705U);
     connection.setBytes(id, "_NET_WM_NAME", "UTF8_STRING", title);
     connection.setBytes(id, "WM_NAME", "STRING", title);
     connection.setBytes(id, "WM_CLASS", "STRING", className + std::string(1, '\0') + className + std::string(1, '\0'));
@@ -33,9 +31,9 @@ int main(int argc, char** argv) {
     for (int i = 2; i < argc; ++i) openWindow(connection, argv[1], argv[i], i - 2);
     connection.flush();
     const auto deleteWindow = connection.atom("WM_DELETE_WINDOW");
-    while (const morvel::e2e::Event event{xcb_wait_for_event(connection)}) {
-        if ((event->response_type & 0x7f) != XCB_CLIENT_MESSAGE) continue;
-        const auto& message = reinterpret_cast<const xcb_client_message_event_t&>(*event);
+    while (const Event event{xcb_wait_for_event(connection)}) {
+        if (typeOf(event) != XCB_CLIENT_MESSAGE) continue;
+        const auto& message = as<xcb_client_message_event_t>(event);
         if (message.data.data32[0] == deleteWindow) xcb_destroy_window(connection, message.window);
         connection.flush();
     }

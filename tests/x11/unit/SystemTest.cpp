@@ -1,12 +1,16 @@
-#include "Platform/Linux/System/GLibMainLoop.h"
-
+// The host's main loop, processes, threads and log.
 #include <gtest/gtest.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <algorithm>
+#include <future>
 #include <thread>
 
 #include "Platform/Linux/Applications/ProcessWatch.h"
+#include "Platform/Linux/System/GLibMainLoop.h"
+#include "Platform/Linux/System/StderrLog.h"
+#include "Platform/Linux/System/ThreadQueue.h"
 
 namespace morvel::x11 {
 namespace {
@@ -92,6 +96,48 @@ TEST(ProcessWatch, TellsTheEndOfAProcessOnce) {
     EXPECT_FALSE(processStartTime(ProcessID(child)));
     close(gate[0]);
     close(gate[1]);
+}
+
+TEST(ThreadQueue, RunsOnePieceAfterTheOtherOnAnotherThread) {
+    ThreadQueue queue;
+    std::string order;  // touched by the queue alone until the end is reached
+    std::promise<std::thread::id> ended;
+    queue.run([&] { order += "a"; });
+    queue.run([&] { order += "b"; });
+    queue.run([&] { ended.set_value(std::this_thread::get_id()); });
+    EXPECT_NE(ended.get_future().get(), std::this_thread::get_id());
+    EXPECT_EQ(order, "ab");
+}
+
+TEST(ThreadQueue, GoingAwayDropsWhatWaitsAndDoesNotWaitForWhatHangs) {
+    auto queue = std::make_unique<ThreadQueue>();
+    const auto begun = std::make_shared<std::promise<void>>();
+    const auto mayEnd = std::make_shared<std::promise<void>>();
+    const auto hasEnded = std::make_shared<std::promise<void>>();
+    queue->run([=] {
+        begun->set_value();
+        mayEnd->get_future().wait();
+        hasEnded->set_value();
+    });
+    const auto carried = std::make_shared<int>(0);
+    queue->run([carried] { FAIL() << "its queue is gone"; });
+    begun->get_future().wait();
+    queue.reset();
+    EXPECT_EQ(carried.use_count(), 1);
+    mayEnd->set_value();
+    hasEnded->get_future().wait();
+}
+
+TEST(StderrLog, OneLineStaysOneLineWhateverItQuotes) {
+    testing::internal::CaptureStderr();
+    StderrLog log;
+    log.error("not shown: \"a\nmorvel: b\x1b[2J\" R\u00e9sum\u00e9");
+    log.error(std::string(1'000'000, 'x'));
+    const std::string written = testing::internal::GetCapturedStderr();
+    EXPECT_TRUE(written.starts_with("morvel: not shown: \"a morvel: b [2J\" R\u00e9sum\u00e9\n"))
+        << written.substr(0, 200);
+    EXPECT_EQ(std::ranges::count(written, '\n'), 2);
+    EXPECT_LT(written.size(), 2000u);
 }
 
 }  // namespace

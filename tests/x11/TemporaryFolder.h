@@ -8,7 +8,7 @@
 #include <iterator>
 #include <string>
 
-namespace morvel::x11 {
+namespace morvel {
 
 class TemporaryFolder {
 public:
@@ -16,10 +16,14 @@ public:
         std::string name = (std::filesystem::temp_directory_path() / "morvel-test-XXXXXX").string();
         path_ = mkdtemp(name.data());
     }
-    ~TemporaryFolder() { std::filesystem::remove_all(path_); }
+    ~TemporaryFolder() {
+        std::error_code ignored;  // a program that is just dying may still write into it
+        std::filesystem::remove_all(path_, ignored);
+    }
     TemporaryFolder(const TemporaryFolder&) = delete;
     TemporaryFolder& operator=(const TemporaryFolder&) = delete;
 
+    const std::filesystem::path& path() const { return path_; }
     std::string at(const std::string& name) const { return (path_ / name).string(); }
 
     std::string write(const std::string& name, const std::string& content) const {
@@ -37,4 +41,4 @@ private:
     std::filesystem::path path_;
 };
 
-}  // namespace morvel::x11
+}  // namespace morvel
