@@ -20,7 +20,7 @@ public:
     // --- Settings ---
     template <class E>
     void setAny(Setting<E>& setting) {
-        setting.set(kRawStrings<E>[static_cast<size_t>(chance_.below(static_cast<int>(kRawStrings<E>.size())))].value);
+        setting.set(static_cast<E>(chance_.below(static_cast<int>(kRawStrings<E>.size()))));
     }
     void changeSetting() {
         SettingsStore& s = desktop_.settings();

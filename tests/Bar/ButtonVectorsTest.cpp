@@ -1,12 +1,12 @@
 // The recorded answers for the buttons' pure decisions.
 #include "Bar/ButtonWorld.h"
-#include "Bar/Buttons/AppIconView.h"
-#include "Bar/Buttons/ButtonAppearance.h"
 #include "Bar/Buttons/ButtonGeometry.h"
 #include "Bar/Buttons/ButtonTexts.h"
 #include "Bar/Buttons/PressTracker.h"
 #include "Bar/Buttons/WindowMenus.h"
 #include "Bar/Pinned/PinnedItemContextMenu.h"
+#include "Theme/AppIconView.h"
+#include "Theme/ButtonAppearance.h"
 #include "Vectors.h"
 
 namespace morvel {

@@ -12,7 +12,7 @@
 #include <vector>
 
 #include "Bar/Buttons/AppCommands.h"
-#include "Bar/Buttons/ButtonServices.h"
+#include "Theme/ButtonServices.h"
 #include "UI/EventRouter.h"
 #include "UI/Popover.h"
 #include "Util/Signal.h"

@@ -66,8 +66,7 @@ struct GroupWorld : sim::ButtonWorld {
         b.app = commands.actions();
         b.bordersProvider = [] { return false; };
         b.accentProvider = [] { return ui::kControlAccentColor; };
-        b.pinReveal = [this] { ++pins; };
-        b.unpinReveal = [this] { --pins; };
+        b.reveal = {[this] { ++pins; }, [this] { --pins; }};
         return b;
     }
 

@@ -63,8 +63,7 @@ struct WindowButtonWorld : sim::ButtonWorld {
         b.activeStyleProvider = [this] { return style; };
         b.accentProvider = [] { return ui::kControlAccentColor; };
         b.barEdgeProvider = [this] { return edge; };
-        b.pinReveal = [this] { ++pins; };
-        b.unpinReveal = [this] { --pins; };
+        b.reveal = {[this] { ++pins; }, [this] { --pins; }};
         return b;
     }
 

@@ -98,6 +98,18 @@ TEST(Faults, AHungApplicationKeepsItsWindowsAndDelaysNobody) {
     EXPECT_TRUE(desktop.isFocused(window));
 }
 
+TEST(Faults, AnApplicationThatAsksWhetherToSaveHoldsNobodyUp) {
+    WatchedDesktop desktop;
+    auto& app = desktop.launch("Editor");
+    auto& window = app.open();
+    desktop.start();
+    const int calls = desktop.accessibility().calls(app.pid());
+    desktop.manager().closeWindow(desktop.idOf(window));
+    EXPECT_EQ(desktop.accessibility().calls(app.pid()) - calls, 1) << "for the button, which is pressed without waiting";
+    desktop.settle();
+    EXPECT_FALSE(desktop.find(window));
+}
+
 TEST(Faults, AWindowMayBeGoneBeforeItIsAsked) {
     WatchedDesktop desktop;
     auto& app = desktop.launch("Editor");

@@ -1,11 +1,11 @@
 // How wide the compact top bar's gaps are, and which windows and elements count as part of the menu bar.
 #include <algorithm>
 
-#include "Display/MenuBar/CompactTopBuffer.h"
-#include "Display/MenuBar/CompactTopLeftBuffer.h"
-#include "Display/MenuBar/MacOSMenuExtrasDetector.h"
-#include "Display/MenuBar/MacOSMenuTitlesDetector.h"
-#include "Display/MenuBar/MenuBarFrameProbe.h"
+#include "Bar/MenuBar/CompactTopBuffer.h"
+#include "Bar/MenuBar/CompactTopLeftBuffer.h"
+#include "Bar/MenuBar/MacOSMenuExtrasDetector.h"
+#include "Bar/MenuBar/MacOSMenuTitlesDetector.h"
+#include "Bar/MenuBar/MenuBarFrameProbe.h"
 #include "Vectors.h"
 #include "sim/FakeDefaults.h"
 
@@ -47,8 +47,7 @@ constexpr ProcessID kOther{50};
 constexpr ProcessID kOurs{2};
 
 ListedWindow window(const Rect<AXSpace>& bounds, std::optional<int> layer = 25, ProcessID owner = kOther) {
-    return {
-        .number = WindowNumber{1}, .owner = owner, .layer = layer, .bounds = bounds, .ownerName = {}, .name = {}};
+    return {.number = WindowNumber{1}, .owner = owner, .layer = layer, .bounds = bounds, .ownerName = {}, .name = {}};
 }
 
 TEST(CompactTopDetectors, OnlyStatusItemsOfTheDisplayCount) {
