@@ -23,15 +23,19 @@ if [ "$(uname)" = Darwin ]; then
     on_a_mac=true
     compiler="c++ -mmacosx-version-min=13.0"
     stubs=
-elif ! cmp -s "$here/package-lock.json" "$toolchain/installed.json"; then
-    mkdir -p "$toolchain"
-    cp "$here/package.json" "$here/package-lock.json" "$toolchain/"
-    (cd "$toolchain" && npm ci --omit-lockfile-registry-resolved=true --no-audit --no-fund)
-    cp "$here/package-lock.json" "$toolchain/installed.json"
+    strip="strip -x"
+else
+    on_a_mac=false
+    compiler="$zig_folder/zig c++"
+    stubs=$PWD/$here/stubs  # the linker finds no framework by a relative path
+    strip=llvm-strip
+    if ! cmp -s "$here/package-lock.json" "$toolchain/installed.json"; then
+        mkdir -p "$toolchain"
+        cp "$here/package.json" "$here/package-lock.json" "$toolchain/"
+        (cd "$toolchain" && npm ci --omit-lockfile-registry-resolved=true --no-audit --no-fund)
+        cp "$here/package-lock.json" "$toolchain/installed.json"
+    fi
 fi
-on_a_mac=${on_a_mac:-false}
-$on_a_mac || compiler="$zig_folder/zig c++" stubs=$PWD/$here/stubs  # its linker finds no framework by a relative path
-if $on_a_mac; then strip="strip -x"; else strip=llvm-strip; fi
 # How each compiler is told the processor.
 target() {
     if $on_a_mac; then echo "-arch $1" | sed s/aarch64/arm64/; else echo "-target $1-macos.13.0"; fi
@@ -91,14 +95,15 @@ for cpu in aarch64 x86_64; do
     $strip "$work/Morvel-$cpu"
 done
 
-if [ ! -e "$work/Morvel.icns" ] || [ "packaging/make_icon.py" -nt "$work/Morvel.icns" ]; then
-    python3 "packaging/make_icon.py" "$work/Morvel.icns"
+if [ ! -e "$work/Morvel.icns" ] || [ packaging/make_icon.py -nt "$work/Morvel.icns" ]; then
+    python3 packaging/make_icon.py "$work/Morvel.icns"
 fi
 rm -rf "$app"
 mkdir -p "$app/Contents/MacOS" "$app/Contents/Resources"
 sed "s/@VERSION@/$version/" "$here/Info.plist.in" > "$app/Contents/Info.plist"
 printf 'APPL????' > "$app/Contents/PkgInfo"
 cp "$work/Morvel.icns" "$app/Contents/Resources/Morvel.icns"
+cp packaging/copyright "$app/Contents/Resources/Copyright.txt"
 python3 "$here/sign.py" "$app" app.morvel.Morvel "$work/Morvel-x86_64" "$work/Morvel-aarch64"
 python3 "$here/make_zip.py" "$app" "dist/Morvel-$version.zip"
 $on_a_mac && exec codesign --verify --strict "$app"

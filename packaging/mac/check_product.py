@@ -67,9 +67,12 @@ def check_bundle(app):
     icon = (app / "Contents/Resources/Morvel.icns").read_bytes()
     if icon[:4] != b"icns" or struct.unpack_from(">I", icon, 4)[0] != len(icon):
         yield "the icon is not an icns file"
+    if "Niels Lohmann" not in (app / "Contents/Resources/Copyright.txt").read_text():
+        yield "the licence of the JSON library, whose code is in the program, is not told"
     listed = plistlib.loads((app / "Contents/_CodeSignature/CodeResources").read_bytes())["files2"]
-    if listed["Resources/Morvel.icns"]["hash2"] != hashlib.sha256(icon).digest():
-        yield "the icon differs from the sealed one"
+    for name, entry in listed.items():
+        if entry["hash2"] != hashlib.sha256((app / "Contents" / name).read_bytes()).digest():
+            yield f"{name} differs from the sealed one"
 
 
 def check_zip(path, app):

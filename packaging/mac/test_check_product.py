@@ -54,6 +54,10 @@ def change_icon(app):
     icon.write_bytes(icon.read_bytes()[:-1] + b"\0")
 
 
+def forget_licence(app):
+    (app / "Contents/Resources/Copyright.txt").write_text("Copyright: The Morvel authors")
+
+
 def add_file(app):
     (app / "Contents/Resources/extra").write_text("not in the zip")
 
@@ -64,7 +68,8 @@ DAMAGES = {
     drop_signature: "has no signature",
     load_foreign_library: "which is not the system's",
     change_plist: "LSMinimumSystemVersion",
-    change_icon: "differs from the sealed one",
+    change_icon: "Morvel.icns differs from the sealed one",
+    forget_licence: "the licence of the JSON library",
     add_file: "exactly the application's files",
 }
 

@@ -3,7 +3,7 @@
 #include <algorithm>
 
 #include "App/SettingsSources.h"
-#include "Display/MenuBar/AppleMenu.h"
+#include "Bar/MenuBar/AppleMenu.h"
 #include "Update/UpdateChecker.h"
 
 namespace morvel {

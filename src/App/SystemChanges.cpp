@@ -125,8 +125,7 @@ void SystemChanges::makeOffers(std::function<void()> done) {
 
 void SystemChanges::askWhetherToUndo(std::function<void()> next) {
     const bool wasLeftBehind = system_.defaults.object(kInForceKey).has_value();
-    const bool isWanted = settings_.dockChangedByUs.value() || settings_.spacesPrefsChangedByUs.value();
-    if (!wasLeftBehind || !isWanted) return next();
+    if (!wasLeftBehind || !isAnyWanted()) return next();
     ask(kUndoOffer, [this, next = std::move(next)](std::optional<size_t> button) {
         if (button == kRestore && settings_.dockChangedByUs.value()) settings_.dockChangedByUs.set(false);
         if (button == kRestore && settings_.spacesPrefsChangedByUs.value()) settings_.spacesPrefsChangedByUs.set(false);
@@ -142,11 +141,11 @@ void SystemChanges::offer(const Change& change, std::function<void()> next) {
         return next();
     }
     ask(change.question, [this, &change, &isWanted, &wasAsked, next = std::move(next)](std::optional<size_t> button) {
+        if (button == kAccept || button == kNeverAskAgain) wasAsked.set(true);
         // Whoever follows the flag makes the change, unless it was set in the settings of a run in which the question
         // was passed over.
         if (button == kAccept && isWanted.value()) makeFollow(change);
         if (button == kAccept) isWanted.set(true);
-        if (button == kAccept || button == kNeverAskAgain) wasAsked.set(true);
         next();
     });
 }
@@ -162,17 +161,19 @@ void SystemChanges::revert() {
 }
 
 void SystemChanges::makeFollow(const Change& change) {
-    noteWhatIsInForce();
-    run(shellLine((settings_.*change.isWanted).value() ? change.apply : change.undo));
+    const Setting<bool>& flag = settings_.*change.isWanted;
+    if (flag.value()) {
+        // The next launch notices a crash in the middle by these two. The flag itself is stored only once those who
+        // follow it have been told.
+        system_.defaults.set(kInForceKey, {true});
+        system_.defaults.set(flag.key(), {true});
+    }
+    run(shellLine(flag.value() ? change.apply : change.undo));
+    if (!isAnyWanted()) system_.defaults.remove(kInForceKey);
 }
 
-/// Before a change is made, so that a crash in between is noticed too.
-void SystemChanges::noteWhatIsInForce() {
-    if (settings_.dockChangedByUs.value() || settings_.spacesPrefsChangedByUs.value()) {
-        system_.defaults.set(kInForceKey, {true});
-    } else {
-        system_.defaults.remove(kInForceKey);
-    }
+bool SystemChanges::isAnyWanted() const {
+    return settings_.dockChangedByUs.value() || settings_.spacesPrefsChangedByUs.value();
 }
 
 void SystemChanges::run(const std::string& line) {

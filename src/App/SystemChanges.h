@@ -50,7 +50,7 @@ private:
     /// Makes or undoes the change, as its flag says.
     void makeFollow(const Change& change);
     void run(const std::string& line);
-    void noteWhatIsInForce();
+    bool isAnyWanted() const;
 
     System system_;
     SettingsStore& settings_;

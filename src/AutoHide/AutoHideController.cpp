@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "AutoHide/AutoHideGeometry.h"
+#include "Settings/BarEdge.h"
 
 namespace morvel {
 
@@ -14,10 +15,6 @@ namespace {
 constexpr Duration kRehideDelay = std::chrono::seconds(1);
 /// Long enough to be seen as a movement, short enough not to be waited for.
 constexpr Duration kAnimationDuration = std::chrono::milliseconds(200);
-
-ui::Edge uiEdge(MorvelEdge edge) {
-    return edge == MorvelEdge::Top ? ui::Edge::Top : ui::Edge::Bottom;
-}
 
 }  // namespace
 

@@ -63,8 +63,8 @@ PinnedOverflowBindings LaunchStrip::overflowBindings() {
     };
     b.onShow = showInFinder();
     b.onLaunchNew = launchNewInstance();
-    b.onWillShow = reveal_.pin;
-    b.onDidClose = reveal_.unpin;
+    b.onWillShow = reveal_.pinReveal;
+    b.onDidClose = reveal_.unpinReveal;
     return b;
 }
 
@@ -135,8 +135,7 @@ LaunchStrip::Button LaunchStrip::makeButton(const PinnedItem& item) {
     b.actions.onUnpin = [&store = services_.pinned, itemID = item.id()] { store.unpin(itemID); };
     if (const auto launch = launchNewInstance()) b.actions.onLaunchNewInstance = [launch, item] { launch(item); };
     b.actions.onShow = [show = showInFinder(), item] { show(item); };
-    b.actions.pinReveal = reveal_.pin;
-    b.actions.unpinReveal = reveal_.unpin;
+    b.actions.reveal = reveal_;
     b.bordersProvider = [&settings] { return settings.showButtonBorders.value(); };
     b.accentProvider = [&settings] { return AccentResolver::resolved(settings); };
     b.onFileDrop = [this](const ui::DragInfo& info) { return filesDropped(info); };

@@ -2,8 +2,10 @@
 
 #include <utility>
 
-#include "Display/MenuBar/CompactTopLeftBuffer.h"
-#include "Display/MenuBar/MenuBarStrip.h"
+#include "Bar/BarFrame.h"
+#include "Bar/MenuBar/CompactTopLeftBuffer.h"
+#include "Bar/MenuBar/MenuBarStrip.h"
+#include "Settings/BarEdge.h"
 
 namespace morvel {
 
@@ -23,10 +25,6 @@ BarFrameInput frameInput(const BarServices& services, const Screen& screen) {
     input.barHeight = settings.barHeight.value();
     input.statusBarThickness = services.screens.statusBarThickness();
     return input;
-}
-
-ui::Edge uiEdge(MorvelEdge edge) {
-    return edge == MorvelEdge::Top ? ui::Edge::Top : ui::Edge::Bottom;
 }
 
 std::optional<RunningZoneLayout::NotchRange> notchOf(const Screen& screen) {

@@ -7,9 +7,8 @@
 #include "AutoHide/AutoHideController.h"
 #include "Bar/BarServices.h"
 #include "Bar/CompactTop/CompactTopRightStripController.h"
+#include "Bar/MenuBar/MenuBar.h"
 #include "Bar/MorvelView.h"
-#include "Display/BarFrame.h"
-#include "Display/MenuBar/MenuBar.h"
 #include "UI/Panel.h"
 #include "Util/Lifetime.h"
 

@@ -1,10 +1,11 @@
 #include "Bar/MorvelView.h"
 
 #include <algorithm>
-#include <chrono>
 #include <utility>
 
+#include "Bar/Buttons/ButtonGeometry.h"
 #include "Bar/Drag/RunningWindowDrag.h"
+#include "Bar/Layout/RunningZoneWidths.h"
 #include "Bar/Pinned/FileDrag.h"
 #include "Theme/AccentResolver.h"
 
@@ -16,9 +17,6 @@ namespace {
 constexpr double kBarInset = 8;
 constexpr double kStripSpacing = 4;
 constexpr double kDividerWidth = 1;
-/// A window that changes its title ten times a second must not have all windows looked at each time. Their order and
-/// their Spaces, of which no notice tells, follow this much later.
-constexpr Duration kWholeLookDelay = std::chrono::seconds(1);
 /// How far the divider stays clear of the bar's edges, but no more than a quarter of the bar: one as low as the menu
 /// bar would have no more than a dot.
 constexpr double kDividerInset = 10;
@@ -35,7 +33,8 @@ MorvelView::MorvelView(const BarServices& services, DisplayID screenID, std::opt
       launchStrip_(services, screenID, reveal()),
       systemStack_(ui::StackView::Axis::Horizontal, kStripSpacing),
       nowPlayingPopover_({services.toolkit, services.icons, services.iconCache}),
-      running_(services, screenID, reveal(), drops(), nowPlayingControls()) {
+      running_(services, screenID, reveal(), drops(), nowPlayingControls()),
+      rebuilds_(services.mainLoop, services.store, rebuildActions()) {
     running_.onClick = [this] { launchStrip_.closeOverflow(); };
     launchStrip_.onClick = [this] { running_.closeGroupPopover(); };
     systemStack_.setInsets(0, kBarInset);
@@ -46,10 +45,16 @@ MorvelView::MorvelView(const BarServices& services, DisplayID screenID, std::opt
     addSubview(running_.stack());
     addSubview(systemStack_);
     placeSystemButtons();
-    subscribeToStore();
+    subscribeToStores();
     subscribeToSettings();
     // Shown with its contents from the first frame on.
     rebuildRunningIfNeeded(*services_.store.windows().value());
+}
+
+RebuildSchedule::Actions MorvelView::rebuildActions() {
+    return {
+        [&width = services_.settings.windowButtonWidthMode] { return width.value() == WindowButtonWidthMode::Free; },
+        [this](const WindowSnapshot& window) { retitle(window); }, [this](Rebuild due) { rebuild(due); }};
 }
 
 BarReveal MorvelView::reveal() {
@@ -65,7 +70,7 @@ RunningStrip::Drops MorvelView::drops() {
 void MorvelView::placeSystemButtons() {
     launchStrip_.setSystemButtons(systemButtons_.shown());
     setNeedsLayout();
-    schedule(Rebuild::IfNeeded);
+    rebuilds_.schedule(Rebuild::IfNeeded);
 }
 
 NowPlayingControls MorvelView::nowPlayingControls() {
@@ -81,15 +86,12 @@ void MorvelView::openNowPlaying(ui::View& button, const std::string& bundleID) {
     nowPlayingPopover_.show(button, *state, services_.nowPlaying, services_.settings.barEdge.value());
 }
 
-void MorvelView::subscribeToStore() {
-    subscriptions_.push_back(services_.store.observeEvents([this](const WindowEvent& event) { noteEvent(event); }));
-    subscriptions_.push_back(
-        services_.store.windows().subscribe([this](const WindowMapRef&) { windowsPublished(); }, Current::Skip));
+void MorvelView::subscribeToStores() {
     // After the launch strip, which has its new width then. Pinned applications may have placeholders no more.
-    const auto follows = [this](const auto&) { schedule(Rebuild::IfNeeded); };
+    const auto follows = [this](const auto&) { rebuilds_.schedule(Rebuild::IfNeeded); };
     subscriptions_.push_back(services_.pinned.pinnedItems().subscribe(follows, Current::Skip));
     subscriptions_.push_back(services_.settings.pinnedMaxVisible.subscribe(follows, Current::Skip));
-    subscriptions_.push_back(services_.spaceQuery.observeMoves([this] { schedule(Rebuild::IfNeeded); }));
+    subscriptions_.push_back(services_.spaceQuery.observeMoves([this] { rebuilds_.schedule(Rebuild::IfNeeded); }));
     subscriptions_.push_back(services_.store.focusedID().subscribe(
         [this](const std::optional<WindowID>& focused) { running_.applyFocus(focused); }));
     nowPlayingPopover_.onDidClose = [this] { unpinReveal(); };
@@ -101,7 +103,7 @@ void MorvelView::subscribeToStore() {
 
 void MorvelView::subscribeToSettings() {
     SettingsStore& settings = services_.settings;
-    const auto rebuilds = [this](const auto&) { schedule(Rebuild::Forced); };
+    const auto rebuilds = [this](const auto&) { rebuilds_.schedule(Rebuild::Forced); };
     subscriptions_.push_back(settings.groupingMode.subscribe(rebuilds, Current::Skip));
     subscriptions_.push_back(settings.windowSpaceMode.subscribe(rebuilds, Current::Skip));
     subscriptions_.push_back(settings.windowlessAppsMode.subscribe(rebuilds, Current::Skip));
@@ -111,7 +113,7 @@ void MorvelView::subscribeToSettings() {
     // Existing buttons take their new width at once; whether they still fit is decided with the next rebuild.
     const auto widens = [this](const auto&) {
         running_.applyWidth();
-        schedule(Rebuild::Forced);
+        rebuilds_.schedule(Rebuild::Forced);
     };
     subscriptions_.push_back(settings.windowButtonWidthMode.subscribe(widens, Current::Skip));
     subscriptions_.push_back(settings.windowButtonCustomWidth.subscribe(widens, Current::Skip));
@@ -158,48 +160,15 @@ bool MorvelView::isCompactTopExpanded() const {
                                                    compactTop_.isExpanded);
 }
 
-void MorvelView::noteEvent(const WindowEvent& event) {
-    // Where the buttons are as wide as their titles, a title decides what fits.
-    const bool areTitlesWidths = services_.settings.windowButtonWidthMode.value() == WindowButtonWidthMode::Free;
-    const auto* change = areTitlesWidths ? nullptr : std::get_if<event::TitleChanged>(&event);
-    if (change) {
-        retitled_.insert(change->id);
-    } else if (!std::holds_alternative<event::Focused>(event)) {
-        isMoreThanRetitled_ = true;
-    }
-}
-
-void MorvelView::windowsPublished() {
-    schedule(isMoreThanRetitled_ ? Rebuild::IfNeeded : Rebuild::Titles);
-}
-
-void MorvelView::schedule(Rebuild rebuild) {
-    if (std::exchange(scheduled_, std::max(scheduled_, rebuild)) != Rebuild::None) return;
-    services_.mainLoop.post(
-        lifetime_.whileAlive([this] { this->rebuild(std::exchange(scheduled_, Rebuild::None)); }));
-}
-
 void MorvelView::rebuild(Rebuild due) {
-    showTitles();
-    if (due == Rebuild::Titles) {
-        if (wholeLook_) return;
-        wholeLook_ = services_.mainLoop.after(kWholeLookDelay, [this] { this->rebuild(Rebuild::IfNeeded); });
-        return;
-    }
-    wholeLook_.reset();
-    launchStrip_.windowsChanged(*services_.store.windows().value());
-    if (due == Rebuild::Forced) return forceRebuildRunning();
-    rebuildRunningIfNeeded(*services_.store.windows().value());
+    const WindowMap& windows = *services_.store.windows().value();
+    launchStrip_.windowsChanged(windows);
+    due == Rebuild::Forced ? forceRebuildRunning() : rebuildRunningIfNeeded(windows);
 }
 
-void MorvelView::showTitles() {
-    isMoreThanRetitled_ = false;
-    const WindowMap& windows = *services_.store.windows().value();
-    for (const WindowID& id : std::exchange(retitled_, {})) {
-        const auto window = windows.find(id);
-        if (window != windows.end()) running_.retitle(window->second);
-        lastRunningProjection_.reset();  // it has the former title, which may come back
-    }
+void MorvelView::retitle(const WindowSnapshot& window) {
+    running_.retitle(window);
+    lastRunningProjection_.reset();  // it has the former title, which may come back
 }
 
 void MorvelView::rebuildRunningIfNeeded(const WindowMap& windows) {
@@ -271,9 +240,7 @@ void MorvelView::rebuildRunning(std::vector<WindowSnapshot> filtered) {
     lastAvailableWidth_ = availableWidth();
     const RunningZoneLayout::FlatWidthRule rule{
         settings.windowButtonWidthMode.value(), settings.windowButtonCustomWidth.value(), running_.spacing(),
-        [this](std::string_view title) {
-            return services_.toolkit.textSize(title, RunningZoneLayout::kTitleFont).width;
-        }};
+        [this](std::string_view title) { return services_.toolkit.textSize(title, ButtonGeometry::kTitleFont).width; }};
     const auto mode = RunningZoneLayout::effectiveMode(settings.groupingMode.value(), isCompactTopExpanded());
     auto plan = RunningZoneLayout::planRunningZone(std::move(filtered), rule, lastAvailableWidth_, mode,
                                                    settings.windowlessDisplayMode.value());
@@ -294,9 +261,7 @@ void MorvelView::mouseDown(const ui::MouseEvent&) {
 void MorvelView::rightMouseDown(const ui::MouseEvent& event) {
     closeLists();
     if (!services_.actions.contextMenu) return;
-    pinReveal();
-    services_.toolkit.popUpMenu(services_.actions.contextMenu(), *this, event.location,
-                                lifetime_.whileAlive([this] { unpinReveal(); }));
+    services_.toolkit.popUpMenu(services_.actions.contextMenu(), *this, event.location, reveal().hold());
 }
 
 std::optional<WindowID> MorvelView::foreignRunningWindowUUID(const ui::DragPasteboard& pasteboard) const {
@@ -306,7 +271,7 @@ std::optional<WindowID> MorvelView::foreignRunningWindowUUID(const ui::DragPaste
 
 void MorvelView::moveRunningWindow(const WindowID& id, size_t position) {
     arranger_.moveRunningWindow(id, position);
-    schedule(Rebuild::Forced);
+    rebuilds_.schedule(Rebuild::Forced);
 }
 
 void MorvelView::adoptRunningOrder(const RunningStripArranger& former) {

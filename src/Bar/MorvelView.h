@@ -4,7 +4,6 @@
 #include <functional>
 #include <memory>
 #include <optional>
-#include <unordered_set>
 
 #include "Bar/BarBackgroundLayer.h"
 #include "Bar/BarServices.h"
@@ -12,8 +11,8 @@
 #include "Bar/Drag/DragHighlightView.h"
 #include "Bar/LaunchStrip.h"
 #include "Bar/Layout/RunningStripArranger.h"
-#include "Bar/Layout/RunningZoneWidths.h"
 #include "Bar/Layout/WindowProjection.h"
+#include "Bar/RebuildSchedule.h"
 #include "Bar/RunningStrip.h"
 #include "Bar/SystemButtons.h"
 #include "NowPlaying/NowPlayingPopover.h"
@@ -71,15 +70,11 @@ protected:
     void layout() override;
 
 private:
-    enum class Rebuild { None, Titles, IfNeeded, Forced };
-
-    void subscribeToStore();
+    void subscribeToStores();
     void subscribeToSettings();
-    void noteEvent(const WindowEvent& event);
-    void windowsPublished();
-    void schedule(Rebuild rebuild);
+    RebuildSchedule::Actions rebuildActions();
     void rebuild(Rebuild due);
-    void showTitles();
+    void retitle(const WindowSnapshot& window);
     BarReveal reveal();
     void closeLists();
     void placeSystemButtons();
@@ -112,11 +107,8 @@ private:
     RunningStrip running_;
     RunningStripArranger arranger_;
     std::optional<RunningProjection> lastRunningProjection_;
-    double lastAvailableWidth_ = 0;      // what the last rebuild had for the running zone; a display may be resized
-    Rebuild scheduled_ = Rebuild::None;  // for a later turn, which is posted unless None
-    std::unordered_set<WindowID> retitled_;  // since the last turn that rebuilt anything
-    bool isMoreThanRetitled_ = false;        // since then something else happened, too
-    Timer wholeLook_;                        // what only titles have deferred
+    double lastAvailableWidth_ = 0;  // what the last rebuild had for the running zone; a display may be resized
+    RebuildSchedule rebuilds_;
     Subscriptions subscriptions_;
 };
 

@@ -65,8 +65,8 @@ DragHoverActions RunningStrip::dragHoverActions() {
         if (button != groupedButtons_.end()) openGroupPopover(*button->second);
     };
     a.closeGroupPopover = [this] { closeGroupPopover(); };
-    a.pinReveal = reveal_.pin;
-    a.unpinReveal = reveal_.unpin;
+    a.pinReveal = reveal_.pinReveal;
+    a.unpinReveal = reveal_.unpinReveal;
     return a;
 }
 
@@ -93,8 +93,8 @@ GroupPopoverBindings RunningStrip::popoverBindings() {
         if (button != groupedButtons_.end()) dragHover_.dragExited(button->second->buttonID());
     };
     b.onRowDragEnded = [this] { dragHover_.dragEnded(); };
-    b.onWillShow = reveal_.pin;
-    b.onDidClose = reveal_.unpin;
+    b.onWillShow = reveal_.pinReveal;
+    b.onDidClose = reveal_.unpinReveal;
     return b;
 }
 
@@ -162,8 +162,7 @@ GroupedAppButton& RunningStrip::groupedButton(const RunningZoneLayout::Group& gr
         b.accentProvider = [&settings = services_.settings] { return AccentResolver::resolved(settings); };
         b.dragHoverProvider = [this] { return &dragHover_; };
         b.nowPlayingControls = nowPlayingControls_;
-        b.pinReveal = reveal_.pin;
-        b.unpinReveal = reveal_.unpin;
+        b.reveal = reveal_;
         button =
             std::make_unique<GroupedAppButton>(buttonServices(), services_.mint.next(), group.bundleID, std::move(b));
     }
@@ -211,8 +210,7 @@ WindowButtonBindings RunningStrip::bindings(const WindowSnapshot& snapshot) {
     b.barEdgeProvider = [&settings] { return settings.barEdge.value(); };
     b.dragHoverProvider = [this] { return &dragHover_; };
     b.nowPlayingControls = nowPlayingControls_;
-    b.pinReveal = reveal_.pin;
-    b.unpinReveal = reveal_.unpin;
+    b.reveal = reveal_;
     return b;
 }
 

@@ -20,8 +20,8 @@ SystemButtons::SystemButtons(const BarServices& services, BarReveal reveal, std:
       launcherPopover_(services.toolkit, services.iconCache,
                        {.apps = services.actions.installedApps,
                         .open = services.actions.onLaunchApp,
-                        .onWillShow = std::move(reveal.pin),
-                        .onDidClose = std::move(reveal.unpin)}) {
+                        .onWillShow = std::move(reveal.pinReveal),
+                        .onDidClose = std::move(reveal.unpinReveal)}) {
     const auto updates = [this, changed = std::move(changed)](bool) {
         // A popover cannot stay without what it belongs to.
         if (!services_.settings.showStartButton.value()) launcherPopover_.close();

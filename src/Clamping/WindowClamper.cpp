@@ -28,8 +28,8 @@ void WindowClamper::start() {
     const auto reexamines = [this](const auto&) { reexamine(); };
     lookSoon();
     subscriptions_.push_back(store_.observeEvents([this](const WindowEvent& event) {
-        const bool isOfPlaces = !std::holds_alternative<event::TitleChanged>(event) &&
-                                !std::holds_alternative<event::Focused>(event);
+        const bool isOfPlaces =
+            !std::holds_alternative<event::TitleChanged>(event) && !std::holds_alternative<event::Focused>(event);
         if (isOfPlaces) lookSoon();
     }));
     subscriptions_.push_back(settings_.barEdge.subscribe(reexamines, Current::Skip));

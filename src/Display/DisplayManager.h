@@ -7,8 +7,8 @@
 #include <vector>
 
 #include "Bar/BarServices.h"
+#include "Bar/MenuBar/MenuBar.h"
 #include "Bar/MorvelController.h"
-#include "Display/MenuBar/MenuBar.h"
 #include "Display/SpaceEvents.h"
 #include "Platform/WindowServer.h"
 #include "Platform/Workspace.h"

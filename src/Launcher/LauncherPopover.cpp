@@ -2,7 +2,7 @@
 
 #include <utility>
 
-#include "Bar/Buttons/PopoverEdge.h"
+#include "Settings/BarEdge.h"
 
 namespace morvel {
 

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <utility>
 
-#include "Bar/Buttons/ButtonAppearance.h"
+#include "Theme/ButtonAppearance.h"
 
 namespace morvel {
 

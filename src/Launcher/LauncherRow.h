@@ -4,7 +4,7 @@
 #include <functional>
 #include <string>
 
-#include "Bar/Buttons/AppIconView.h"
+#include "Theme/AppIconView.h"
 #include "UI/ButtonView.h"
 #include "UI/Label.h"
 

@@ -80,7 +80,7 @@ void LauncherView::moveSelection(double places) {
 
 void LauncherView::launch(size_t place) {
     const auto call = std::exchange(onLaunch, nullptr);  // once: a popover may take its time to close
-    const InstalledApp app = *filtered().at(place);  // this view may be destroyed on the way
+    const InstalledApp app = *filtered().at(place);      // this view may be destroyed on the way
     if (call) call(app);
 }
 

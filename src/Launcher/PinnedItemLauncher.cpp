@@ -49,7 +49,8 @@ void PinnedItemLauncher::launch(const PinnedItem& item, DisplayID targetScreenID
 
 void PinnedItemLauncher::launchApp(const std::string& bundleID, Target target, bool forceNewProcess) {
     // The file manager's own window is that of the person's home.
-    if (bundleID == system_.workspace.fileManager()) return openFolder(system_.workspace.homeFolder(), std::move(target));
+    if (bundleID == system_.workspace.fileManager())
+        return openFolder(system_.workspace.homeFolder(), std::move(target));
     const auto path = system_.workspace.locate(bundleID);
     if (!path) return;
     const auto pid = forceNewProcess ? std::nullopt : firstRunning(bundleID);

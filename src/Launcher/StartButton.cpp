@@ -2,7 +2,7 @@
 
 #include <utility>
 
-#include "Bar/Buttons/ButtonAppearance.h"
+#include "Theme/ButtonAppearance.h"
 
 namespace morvel {
 

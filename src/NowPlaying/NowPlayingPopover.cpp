@@ -1,6 +1,6 @@
 #include "NowPlaying/NowPlayingPopover.h"
 
-#include "Bar/Buttons/PopoverEdge.h"
+#include "Settings/BarEdge.h"
 
 namespace morvel {
 
@@ -14,7 +14,6 @@ void NowPlayingPopover::show(ui::View& anchor, const NowPlayingState& state, Now
     content_ = std::make_unique<NowPlayingPopoverContentView>(services_, store, state);
     content_->setFrame({0, 0, NowPlayingPopoverContentView::kSize.width, NowPlayingPopoverContentView::kSize.height});
     root_.addSubview(*content_);
-    anchoredBundleID_ = state.bundleID;
     anchor_ = &anchor;
     subscription_ = store.state().subscribe(
         [this](const std::optional<NowPlayingState>& now) { now ? content_->update(*now) : popover_.close(); },
@@ -29,7 +28,6 @@ void NowPlayingPopover::closeBeside(const ui::View& anchor) {
 
 void NowPlayingPopover::popoverDidClose() {
     anchor_ = nullptr;
-    anchoredBundleID_.reset();
     subscription_.reset();
     outsidePresses_.reset();
     content_.reset();

@@ -3,8 +3,6 @@
 
 #include <functional>
 #include <memory>
-#include <optional>
-#include <string>
 
 #include "NowPlaying/NowPlayingPopoverContentView.h"
 #include "Settings/SettingsEnums.h"
@@ -26,8 +24,6 @@ public:
     void closeBeside(const ui::View& anchor);
     bool isShown() const { return popover_.isShown(); }
 
-    /// The player whose button it is anchored to. Empty while closed.
-    const std::optional<std::string>& anchoredBundleID() const { return anchoredBundleID_; }
     /// Null while closed.
     NowPlayingPopoverContentView* content() const { return content_.get(); }
 
@@ -40,7 +36,6 @@ private:
     ButtonServices services_;
     ui::View root_;  // what the popover shows, around a content that is new each time
     std::unique_ptr<NowPlayingPopoverContentView> content_;
-    std::optional<std::string> anchoredBundleID_;
     const ui::View* anchor_ = nullptr;  // only compared; null while closed
     Subscription subscription_;
     Subscription outsidePresses_;

@@ -3,8 +3,8 @@
 
 #include <string>
 
-#include "Bar/Buttons/ButtonServices.h"
 #include "NowPlaying/NowPlayingStore.h"
+#include "Theme/ButtonServices.h"
 #include "UI/ImageButton.h"
 #include "UI/Label.h"
 

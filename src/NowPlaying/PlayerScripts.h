@@ -1,7 +1,6 @@
 // The two players that are asked by script: the texts of the scripts, and what their answers mean.
 #pragma once
 
-#include <array>
 #include <optional>
 #include <string>
 #include <string_view>

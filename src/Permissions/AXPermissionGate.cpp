@@ -13,9 +13,8 @@ void AXPermissionGate::startPollingUntilGranted(std::function<void()> onGranted)
     if (isTrusted()) return onGranted();
     poll_ = mainLoop_.every(kPollInterval, kPollInterval, [this, onGranted = std::move(onGranted)] {
         if (!isTrusted()) return;
-        const auto granted = onGranted;  // ends with the timer
         poll_.reset();
-        granted();
+        onGranted();
     });
 }
 

@@ -3,7 +3,6 @@
 
 #include <span>
 #include <string_view>
-#include <vector>
 
 #include "Pinned/PinnedItem.h"
 

@@ -85,8 +85,8 @@ public:
     virtual AXAnswer attribute(const AXElement& element, std::string_view name) = 0;
     virtual AXError setAttribute(const AXElement& element, std::string_view name, const AXValue& value) = 0;
     virtual AXError performAction(const AXElement& element, std::string_view name) = 0;
-    /// The same without waiting, for what an application answers only when a person has done with it, such as a menu.
-    /// What becomes of it is not told.
+    /// The same without waiting, for what an application answers only when a person has done with it, such as a menu or
+    /// the question whether to save. What becomes of it is not told.
     virtual void startAction(const AXElement& element, std::string_view name) = 0;
 
     /// The window server's number of a window element; nothing when it cannot be told.

@@ -1,7 +1,6 @@
 // Asking a web server for one small document.
 #pragma once
 
-#include <chrono>
 #include <functional>
 #include <optional>
 #include <string>

@@ -13,7 +13,7 @@ using Duration = std::chrono::nanoseconds;
 /// A reading of the main loop's clock, which never goes back and whose zero means nothing.
 using Instant = std::chrono::time_point<class MainLoopClock, Duration>;
 
-/// A running timer; destroying it cancels it.
+/// A running timer; destroying it cancels it. What it fires may do so, and lives until it has returned.
 using Timer = Subscription;
 
 class MainLoop {

@@ -7,8 +7,8 @@
 
 namespace morvel {
 
-/// A serial queue. Destroying it drops the pieces that have not begun; one that has begun may still run afterwards, so a
-/// piece uses only what it owns. What it finds out goes back to the main thread with `MainLoop::post`.
+/// A serial queue. Destroying it drops the pieces that have not begun; one that has begun may still run afterwards, so
+/// a piece uses only what it owns. What it finds out goes back to the main thread with `MainLoop::post`.
 class WorkQueue {
 public:
     virtual ~WorkQueue() = default;

@@ -2,122 +2,78 @@
 #pragma once
 
 #include <array>
+#include <cstddef>
 #include <optional>
-#include <span>
 #include <string_view>
 
 namespace morvel {
 
+template <size_t kCases>
+using RawStrings = std::array<std::string_view, kCases>;
+
+/// The texts as which the cases of an enumeration are stored, in the order of the cases. Each enumeration has its own
+/// right below it; reading, writing, pickers and tests use these alone.
+template <class E>
+inline constexpr RawStrings<0> kRawStrings{};
+
 enum class MorvelEdge { Bottom, Top };
+template <>
+inline constexpr RawStrings<2> kRawStrings<MorvelEdge> = {"bottom", "top"};
+
 enum class Theme { System, Light, Dark };
+template <>
+inline constexpr RawStrings<3> kRawStrings<Theme> = {"system", "light", "dark"};
+
 enum class GroupingMode { Auto, Always, Never };
+template <>
+inline constexpr RawStrings<3> kRawStrings<GroupingMode> = {"auto", "always", "never"};
+
 enum class WindowButtonWidthMode { Fixed, Free, Custom };
+template <>
+inline constexpr RawStrings<3> kRawStrings<WindowButtonWidthMode> = {"fixed", "free", "custom"};
+
 enum class WindowSpaceMode { AllSpaces, CurrentSpace };
+template <>
+inline constexpr RawStrings<2> kRawStrings<WindowSpaceMode> = {"allSpaces", "currentSpace"};
+
 enum class WindowlessAppsMode { Off, UnpinnedOnly, AllRunning };
+template <>
+inline constexpr RawStrings<3> kRawStrings<WindowlessAppsMode> = {"off", "unpinnedOnly", "allRunning"};
+
 enum class WindowlessDisplayMode { FollowGrouping, Auto, Always, Never };
+template <>
+inline constexpr RawStrings<4> kRawStrings<WindowlessDisplayMode> = {"followGrouping", "auto", "always", "never"};
+
 enum class DragHoverRaiseMode { Off, FileOnly, Any };
+template <>
+inline constexpr RawStrings<3> kRawStrings<DragHoverRaiseMode> = {"off", "fileOnly", "any"};
+
 enum class ActiveButtonStyle { Pill, Underline, Fill };
+template <>
+inline constexpr RawStrings<3> kRawStrings<ActiveButtonStyle> = {"pill", "underline", "fill"};
+
 enum class AccentColorMode { System, Custom };
+template <>
+inline constexpr RawStrings<2> kRawStrings<AccentColorMode> = {"system", "custom"};
+
 enum class BarBackgroundStyle { Translucent, Opaque, Clear };
+template <>
+inline constexpr RawStrings<3> kRawStrings<BarBackgroundStyle> = {"translucent", "opaque", "clear"};
+
 enum class BarBlurIntensity { Subtle, Medium, Strong };
-
-/// One row of an enumeration's table: the case and the text it is stored as.
-template <class E>
-struct RawString {
-    E value;
-    std::string_view raw;
-};
-// The rule makes it by itself for an aggregate, but not in the clang of Debian 12, which builds the fuzzers.
-template <class E>
-RawString(E, std::string_view) -> RawString<E>;
-
-/// The table of each enumeration, in its case order; reading, writing, pickers and tests use these alone.
-template <class E>
-inline constexpr std::array<RawString<E>, 0> kRawStrings{};
-
 template <>
-inline constexpr std::array kRawStrings<MorvelEdge> = {
-    RawString{MorvelEdge::Bottom, "bottom"},
-    RawString{MorvelEdge::Top, "top"},
-};
-template <>
-inline constexpr std::array kRawStrings<Theme> = {
-    RawString{Theme::System, "system"},
-    RawString{Theme::Light, "light"},
-    RawString{Theme::Dark, "dark"},
-};
-template <>
-inline constexpr std::array kRawStrings<GroupingMode> = {
-    RawString{GroupingMode::Auto, "auto"},
-    RawString{GroupingMode::Always, "always"},
-    RawString{GroupingMode::Never, "never"},
-};
-template <>
-inline constexpr std::array kRawStrings<WindowButtonWidthMode> = {
-    RawString{WindowButtonWidthMode::Fixed, "fixed"},
-    RawString{WindowButtonWidthMode::Free, "free"},
-    RawString{WindowButtonWidthMode::Custom, "custom"},
-};
-template <>
-inline constexpr std::array kRawStrings<WindowSpaceMode> = {
-    RawString{WindowSpaceMode::AllSpaces, "allSpaces"},
-    RawString{WindowSpaceMode::CurrentSpace, "currentSpace"},
-};
-template <>
-inline constexpr std::array kRawStrings<WindowlessAppsMode> = {
-    RawString{WindowlessAppsMode::Off, "off"},
-    RawString{WindowlessAppsMode::UnpinnedOnly, "unpinnedOnly"},
-    RawString{WindowlessAppsMode::AllRunning, "allRunning"},
-};
-template <>
-inline constexpr std::array kRawStrings<WindowlessDisplayMode> = {
-    RawString{WindowlessDisplayMode::FollowGrouping, "followGrouping"},
-    RawString{WindowlessDisplayMode::Auto, "auto"},
-    RawString{WindowlessDisplayMode::Always, "always"},
-    RawString{WindowlessDisplayMode::Never, "never"},
-};
-template <>
-inline constexpr std::array kRawStrings<DragHoverRaiseMode> = {
-    RawString{DragHoverRaiseMode::Off, "off"},
-    RawString{DragHoverRaiseMode::FileOnly, "fileOnly"},
-    RawString{DragHoverRaiseMode::Any, "any"},
-};
-template <>
-inline constexpr std::array kRawStrings<ActiveButtonStyle> = {
-    RawString{ActiveButtonStyle::Pill, "pill"},
-    RawString{ActiveButtonStyle::Underline, "underline"},
-    RawString{ActiveButtonStyle::Fill, "fill"},
-};
-template <>
-inline constexpr std::array kRawStrings<AccentColorMode> = {
-    RawString{AccentColorMode::System, "system"},
-    RawString{AccentColorMode::Custom, "custom"},
-};
-template <>
-inline constexpr std::array kRawStrings<BarBackgroundStyle> = {
-    RawString{BarBackgroundStyle::Translucent, "translucent"},
-    RawString{BarBackgroundStyle::Opaque, "opaque"},
-    RawString{BarBackgroundStyle::Clear, "clear"},
-};
-template <>
-inline constexpr std::array kRawStrings<BarBlurIntensity> = {
-    RawString{BarBlurIntensity::Subtle, "subtle"},
-    RawString{BarBlurIntensity::Medium, "medium"},
-    RawString{BarBlurIntensity::Strong, "strong"},
-};
+inline constexpr RawStrings<3> kRawStrings<BarBlurIntensity> = {"subtle", "medium", "strong"};
 
 template <class E>
 constexpr std::string_view rawString(E value) {
-    for (const auto& row : kRawStrings<E>)
-        if (row.value == value) return row.raw;
-    return {};
+    return kRawStrings<E>[static_cast<size_t>(value)];
 }
 
 /// Exact, in upper and lower case; anything else is nothing.
 template <class E>
 constexpr std::optional<E> fromRawString(std::string_view raw) {
-    for (const auto& row : kRawStrings<E>)
-        if (row.raw == raw) return row.value;
+    for (size_t place = 0; place < kRawStrings<E>.size(); ++place)
+        if (kRawStrings<E>[place] == raw) return static_cast<E>(place);
     return std::nullopt;
 }
 

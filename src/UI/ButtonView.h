@@ -21,9 +21,9 @@ protected:
     /// Colours the button as its state and the pointer have it.
     virtual void applyAppearance() = 0;
 
-    /// Whether the left button was let go over the view.
-    bool isReleasedInside(const MouseEvent& event) const {
-        return event.button == MouseButton::Left && bounds().contains(fromRoot(event.location));
+    /// Whether this mouse button was let go over the view.
+    bool isReleasedInside(const MouseEvent& event, MouseButton button = MouseButton::Left) const {
+        return event.button == button && bounds().contains(fromRoot(event.location));
     }
 
 private:

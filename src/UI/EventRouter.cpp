@@ -9,11 +9,11 @@ namespace {
 
 /// Every visible view under the point for which `wanted` holds, outermost first.
 template <class Wanted>
-void collect(View& view, Point<ViewSpace> point, const Wanted& wanted, std::vector<View*>& found) {
+void collect(View& view, Point<ViewSpace> point, std::vector<View*>& found, const Wanted& wanted) {
     if (view.isHidden() || !view.bounds().contains(point)) return;
     if (wanted(view)) found.push_back(&view);
     for (View* child : view.subviews())
-        collect(*child, {point.x - child->frame().x, point.y - child->frame().y}, wanted, found);
+        collect(*child, {point.x - child->frame().x, point.y - child->frame().y}, found, wanted);
 }
 
 }  // namespace
@@ -54,8 +54,7 @@ void EventRouter::buttonReleased(const MouseEvent& event) {
 
 bool EventRouter::wheelTurned(const WheelEvent& event) {
     std::vector<View*> found;
-    collect(
-        root_, event.location, [](const View&) { return true; }, found);
+    collect(root_, event.location, found, [](const View&) { return true; });
     for (View* view = found.empty() ? nullptr : found.back(); view; view = view->parent())
         if (view->scrollWheel(event)) return true;
     return false;
@@ -107,16 +106,13 @@ void EventRouter::layoutChanged() {
 View* EventRouter::tooltipView() const {
     if (!inside_) return nullptr;
     std::vector<View*> found;
-    collect(
-        root_, location_, [](const View& view) { return !view.tooltip().empty(); }, found);
+    collect(root_, location_, found, [](const View& view) { return !view.tooltip().empty(); });
     return found.empty() ? nullptr : found.back();
 }
 
 void EventRouter::updateHover() {
     entering_.clear();
-    if (inside_)
-        collect(
-            root_, location_, [](const View& view) { return view.tracksHover(); }, entering_);
+    if (inside_) collect(root_, location_, entering_, [](const View& view) { return view.tracksHover(); });
     // Handlers may take views away, so each step starts from the lists as they then are (see viewWillDetach).
     const auto isUnderPointer = [this](View* view) { return std::ranges::count(entering_, view) > 0; };
     while (true) {

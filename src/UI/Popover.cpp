@@ -3,13 +3,10 @@
 namespace morvel::ui {
 
 Popover::Popover(Toolkit& toolkit, View& content, std::function<void()> closed, PopoverKind kind)
-    : content_(content), closed_(std::move(closed)), peer_(toolkit.makePopover(
-                                                                      content,
-                                                                      [this] {
-                                                                          shown_ = false;
-                                                                          if (closed_) closed_();
-                                                                      },
-                                                                      kind)) {}
+    : content_(content),
+      closed_(std::move(closed)),
+      peer_(toolkit.makePopover(
+          content, [this] { didClose(); }, kind)) {}
 
 void Popover::show(View& anchor, Edge edge, Size contentSize) {
     shown_ = true;
@@ -24,6 +21,11 @@ void Popover::resize(Size contentSize) {
 
 void Popover::close() {
     if (shown_) peer_->close();
+}
+
+void Popover::didClose() {
+    shown_ = false;
+    closed_();
 }
 
 }  // namespace morvel::ui

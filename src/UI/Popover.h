@@ -21,6 +21,8 @@ public:
     void close();
 
 private:
+    void didClose();
+
     View& content_;
     std::function<void()> closed_;
     bool shown_ = false;

@@ -82,8 +82,7 @@ public:
 
     /// `closed` is called each time it has closed, whoever closed it, never inside `show`. The content view outlives
     /// the peer.
-    virtual std::unique_ptr<PopoverPeer> makePopover(View& content, std::function<void()> closed,
-                                                     PopoverKind kind = PopoverKind::List) = 0;
+    virtual std::unique_ptr<PopoverPeer> makePopover(View& content, std::function<void()> closed, PopoverKind kind) = 0;
 
     /// Shows the menu at a point of the anchor's window (in its root's space). Calls the chosen item's action, if one
     /// was chosen, and then `closed`; either inside this call or later. The anchor may be gone by then.

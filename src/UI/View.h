@@ -101,8 +101,7 @@ public:
     /// The deepest visible view under the point (in this view's space) that accepts the mouse.
     View* hitTest(Point<ViewSpace> point);
 
-    // --- Drags over the view. The deepest visible view that accepts what is dragged is told. Handlers may destroy it.
-    // ---
+    // --- Drags over it. The deepest visible view that accepts what is dragged is told. Handlers may destroy it. ---
     /// Whether the view is a destination for what is dragged, wherever on it.
     virtual bool acceptsDrag(const DragPasteboard&) const { return false; }
     virtual DragOperation draggingEntered(const DragInfo&) { return DragOperation::None; }

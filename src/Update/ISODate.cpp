@@ -1,7 +1,6 @@
 #include "Update/ISODate.h"
 
 #include <cstdio>
-#include <cstdlib>
 
 namespace morvel {
 

@@ -63,7 +63,6 @@ public:
     bool updateAvailable() const;
     /// The moment of the last check of any run, whether it succeeded or not.
     std::optional<Date> lastCheckPublic() const { return settings_.updaterLastCheckedAt.value(); }
-    const std::optional<SemanticVersion>& installedVersion() const { return environment_.currentVersion; }
 
     bool settingsAutoCheckEnabled() const { return settings_.updaterAutoCheckEnabled.value(); }
     void setAutoCheckEnabled(bool enabled) { settings_.updaterAutoCheckEnabled.set(enabled); }

@@ -1,7 +1,6 @@
 #include "Update/UpdateRules.h"
 
 #include <algorithm>
-#include <cmath>
 #include <vector>
 
 namespace morvel {

@@ -2,7 +2,6 @@
 // that one cannot be passed for another. None has a value that means "absent"; absence is std::optional.
 #pragma once
 
-#include <array>
 #include <compare>
 #include <cstdint>
 #include <functional>

@@ -47,8 +47,9 @@ void WindowActions::minimize(const TrackedWindow& window) {
 }
 
 void WindowActions::close(const TrackedWindow& window) {
+    // An application that asks whether to save answers only once the person has decided.
     if (const auto button = AXReader(accessibility_).readElement(window.element, ax::kCloseButton))
-        accessibility_.performAction(*button, ax::kPress);
+        accessibility_.startAction(*button, ax::kPress);
 }
 
 void WindowActions::move(const TrackedWindow& window, const Rect<ScreenSpace>& screen, double firstScreenHeight) {

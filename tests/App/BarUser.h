@@ -188,7 +188,7 @@ private:
 
     template <class E>
     void setAny(Setting<E>& setting) {
-        setting.set(kRawStrings<E>[static_cast<size_t>(chance_.below(static_cast<int>(kRawStrings<E>.size())))].value);
+        setting.set(static_cast<E>(chance_.below(static_cast<int>(kRawStrings<E>.size()))));
     }
     void setAny(Setting<bool>& setting) { setting.set(chance_.oneIn(2)); }
     void setAny(Setting<int>& setting) { setting.set(chance_.below(20)); }

@@ -1,5 +1,6 @@
 // A bar at the top edge that shares its strip with the system's menu bar.
 #include "App/BarDesktop.h"
+#include "Bar/BarFrame.h"
 #include "Bar/CompactTop/CompactTopExpansionToggleButton.h"
 #include "Bar/Pinned/PinnedAppButton.h"
 #include "Launcher/StartButton.h"
@@ -337,6 +338,7 @@ TEST(CompactTop, TheAppleMenuIsThatOfTheApplicationInFront) {
     const auto& actions = desktop.delegate().barActions();
     ASSERT_TRUE(actions.onAppleMenu);
     actions.onAppleMenu();
+    desktop.settle();
     EXPECT_EQ(desktop.journal().count(desktop.menus.title(desktop.editor, 0), "AXPress"), 1);
     const size_t deeds = desktop.journal().deeds().size();
     desktop.menus.removeTitles(desktop.editor);
@@ -347,6 +349,7 @@ TEST(CompactTop, TheAppleMenuIsThatOfTheApplicationInFront) {
     actions.onAppleMenu();
     desktop.workspace().frontmost.reset();
     actions.onAppleMenu();
+    desktop.settle();
     EXPECT_EQ(desktop.journal().deeds().size(), deeds);
 }
 

@@ -102,6 +102,29 @@ TEST(SystemChanges, LeftBehindByACrashAreOfferedToBeUndone) {
     EXPECT_EQ(desktop.done(), "");
 }
 
+TEST(SystemChanges, LeftHalfMadeByACrashAreOfferedToBeUndone) {
+    DockDesktop desktop;
+    DefaultsDictionary stored;  // as the crash leaves it
+    const auto crash = [&] {
+        desktop.crashMorvel();
+        desktop.toolkit().answer("");  // the question that stands there goes with it
+        desktop.defaults().values = stored;
+        desktop.startMorvel();
+        EXPECT_EQ(desktop.question(), "Keep the changed Dock settings?");
+    };
+    desktop.shell.onRun = [&] { stored = desktop.defaults().values; };
+    desktop.startMorvel();
+    desktop.toolkit().answer(kHideDock);
+    crash();
+    desktop.toolkit().answer("Keep");
+    EXPECT_EQ(desktop.question(), "Disable macOS automatic Space switching?") << "the first is agreed to";
+    desktop.settings().dockChangedByUs.set(false);
+    crash();
+    desktop.toolkit().answer("Restore");
+    EXPECT_EQ(desktop.done(), "+dock +dock -dock -dock");
+    EXPECT_FALSE(desktop.defaults().values.contains("systemChangesInForce"));
+}
+
 TEST(SystemChanges, AFailureIsLoggedAndNothingElse) {
     DockDesktop desktop;
     desktop.shell.result = {1, "no such domain"};

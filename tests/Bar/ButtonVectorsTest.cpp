@@ -1,11 +1,11 @@
 // The recorded answers for the buttons' pure decisions.
-#include "Bar/Buttons/AppIconView.h"
-#include "Bar/Buttons/ButtonAppearance.h"
 #include "Bar/Buttons/ButtonGeometry.h"
 #include "Bar/Buttons/ButtonTexts.h"
 #include "Bar/Buttons/PressTracker.h"
 #include "Bar/Buttons/WindowMenus.h"
 #include "Bar/Pinned/PinnedItemContextMenu.h"
+#include "Theme/AppIconView.h"
+#include "Theme/ButtonAppearance.h"
 #include "Vectors.h"
 #include "sim/FakeMainLoop.h"
 #include "sim/SimIcons.h"

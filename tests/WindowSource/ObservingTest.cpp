@@ -292,6 +292,18 @@ TEST(Observing, AMissingWindowIsExplainedOnRequest) {
     EXPECT_TRUE(desktop.find(odd)) << "the focus gives it another chance";
 }
 
+TEST(Observing, AnApplicationThatAsksWhetherToSaveHoldsNobodyUp) {
+    WatchedDesktop desktop;
+    SimApp& app = desktop.launch("Editor");
+    SimWindow& window = app.open();
+    desktop.start();
+    const int calls = desktop.accessibility().calls(app.pid());
+    desktop.manager().closeWindow(desktop.idOf(window));
+    EXPECT_EQ(desktop.accessibility().calls(app.pid()) - calls, 1) << "for the button, which is pressed without waiting";
+    desktop.settle();
+    EXPECT_FALSE(desktop.find(window));
+}
+
 TEST(Observing, MayEndInsideWhatItTells) {
     // Whatever the event and wherever it comes from: a notice, an enumeration, a timer or a sweep.
     for (int victim = 1; victim <= 12; ++victim) {

@@ -65,6 +65,10 @@ AXError SimAccessibility::performAction(const AXElement& element, std::string_vi
     return onAction ? onAction(id, name) : AXError::Success;
 }
 
+void SimAccessibility::startAction(const AXElement& element, std::string_view name) {
+    mainLoop_.post([this, element, name = std::string(name)] { performAction(element, name); });
+}
+
 std::optional<WindowNumber> SimAccessibility::windowNumber(const AXElement& element) {
     const SimElement& target = elements_.at(idOf(element));
     return target.isDead ? std::nullopt : target.number;

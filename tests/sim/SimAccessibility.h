@@ -44,7 +44,8 @@ public:
     AXAnswer attribute(const AXElement& element, std::string_view name) override;
     AXError setAttribute(const AXElement& element, std::string_view name, const AXValue& value) override;
     AXError performAction(const AXElement& element, std::string_view name) override;
-    void startAction(const AXElement& element, std::string_view name) override { performAction(element, name); }
+    /// In a later turn: whoever starts it sees nothing of it yet.
+    void startAction(const AXElement& element, std::string_view name) override;
     std::optional<WindowNumber> windowNumber(const AXElement& element) override;
     std::unique_ptr<AXObserver> makeObserver(ProcessID pid, Notice notice) override;
 

@@ -1,7 +1,7 @@
 // A shell that writes down what it is given, and an entry among what is started at login.
 #pragma once
 
-#include <map>
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -14,10 +14,12 @@ class SimShell : public ShellCommands {
 public:
     ShellResult run(const std::string& line) override {
         lines.push_back(line);
+        if (onRun) onRun();
         return result;
     }
 
     std::vector<std::string> lines;
+    std::function<void()> onRun;  ///< while each line runs
     ShellResult result{0, ""};  ///< of every line
 };
 

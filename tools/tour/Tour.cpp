@@ -34,8 +34,7 @@ bool Tour::play() {
     paintWallpaper(desktop_.connection());
     for (const auto step : {&Tour::dock, &Tour::openPrograms, &Tour::focus, &Tour::minimize, &Tour::restore,
                             &Tour::typeATitle, &Tour::menu, &Tour::pin, &Tour::secondWorkspace, &Tour::secondDisplay,
-                            &Tour::crowd, &Tour::groupPopover, &Tour::closeTerminals, &Tour::launcher,
-                            &Tour::settings})
+                            &Tour::crowd, &Tour::groupPopover, &Tour::closeTerminals, &Tour::launcher, &Tour::settings})
         (this->*step)();
     if (!bar_->program().isRunning()) std::cout << "the bar ended by itself:\n" << bar_->log();
     return album_.finish() && bar_->program().isRunning();
@@ -255,9 +254,8 @@ void Tour::launcher() {
     desktop_.runFor(500ms);  // the keyboard is taken a little after the list is seen
     world_.pointer.type("mouse");
     album_.expect("the calculator gone from the list", [&] { return !bar_->popupItem("Galculator"); });
-    album_.expect("the editor found", [&] {
-        return bar_->popupItem("mouse").has_value() && bar_->popupItem("Mousepad").has_value();
-    });
+    album_.expect("the editor found",
+                  [&] { return bar_->popupItem("mouse").has_value() && bar_->popupItem("Mousepad").has_value(); });
     album_.close("launcher", "The Start button lists the installed applications; typing narrows the list");
     world_.pointer.key(e2e::kKeyEscape);
     desktop_.waitUntil([&] { return bar_->popups().empty(); });

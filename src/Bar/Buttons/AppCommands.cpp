@@ -17,7 +17,7 @@ void AppCommands::quit(ProcessID pid) {
     const uint64_t serial = ++lastQuit_;
     pendingQuits_[serial] = mainLoop_.after(kPatience, [this, serial, pid, instance = application->instance] {
         forceIfStillRunning(pid, instance);
-        pendingQuits_.erase(serial);  // takes this very function with it
+        pendingQuits_.erase(serial);
     });
     workspace_.terminate(pid);
 }

@@ -3,12 +3,14 @@
 
 #include <optional>
 
+#include "UI/Font.h"
+
 namespace morvel::ButtonGeometry {
 
 inline constexpr double kHeight = 32;
 inline constexpr double kCornerRadius = 4;
 inline constexpr double kIconSize = 18;
-inline constexpr double kTitleFontSize = 12;
+inline constexpr ui::Font kTitleFont{.size = 12};
 
 /// Of the underline that one of the active styles draws.
 inline constexpr double kUnderlineHeight = 2;

@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "Bar/Buttons/PopoverEdge.h"
+#include "Settings/BarEdge.h"
 
 namespace morvel {
 
@@ -27,7 +27,7 @@ void GroupPopover::show(ui::View& anchor, const std::vector<WindowSnapshot>& win
         rows_.push_back(makeRow(window));
         stack_.addArrangedSubview(*rows_.back());
     }
-    if (!popover_->isShown() && bindings_.onWillShow) bindings_.onWillShow();
+    if (!popover_->isShown()) bindings_.onWillShow();
     popover_->show(anchor, popoverEdge(barEdge), contentSize(rows_.size()));
     outsideClickMonitor_ = services_.toolkit.observeOutsidePresses([popover = popover_.get()] { popover->close(); });
 }
@@ -76,12 +76,7 @@ GroupPopover::Row GroupPopover::makeRow(const WindowSnapshot& window) {
         if (move) move(id, display);
         closePopover();
     };
-    row.pinReveal = [pin = bindings_.onWillShow] {
-        if (pin) pin();
-    };
-    row.unpinReveal = [unpin = bindings_.onDidClose] {
-        if (unpin) unpin();
-    };
+    row.reveal = {bindings_.onWillShow, bindings_.onDidClose};
     row.otherScreensProvider = bindings_.otherScreensProvider;
     row.onDragEntered = [entered = bindings_.onRowDragEntered, id](const ui::DragPasteboard& pasteboard) {
         if (entered) entered(id, pasteboard);
@@ -112,7 +107,7 @@ void GroupPopover::rowsChanged() {
 void GroupPopover::popoverDidClose() {
     outsideClickMonitor_.reset();
     rows_.clear();
-    if (bindings_.onDidClose) bindings_.onDidClose();
+    bindings_.onDidClose();
 }
 
 }  // namespace morvel

@@ -6,10 +6,10 @@
 #include <vector>
 
 #include "Bar/Buttons/AppActions.h"
-#include "Bar/Buttons/ButtonServices.h"
 #include "Bar/Buttons/GroupRowButton.h"
 #include "Bar/Buttons/OtherScreen.h"
 #include "Settings/SettingsEnums.h"
+#include "Theme/ButtonServices.h"
 #include "UI/Popover.h"
 #include "UI/StackView.h"
 
@@ -30,8 +30,8 @@ struct GroupPopoverBindings {
     std::function<void()> onRowDragEnded;
     /// Called in pairs, however often the popover moves from one button to another while it is open, to keep the bar
     /// shown meanwhile; and around the menu of a row, which may stay open when the popover closes.
-    std::function<void()> onWillShow;
-    std::function<void()> onDidClose;
+    std::function<void()> onWillShow = [] {};
+    std::function<void()> onDidClose = [] {};
 };
 
 /// One per bar, owned by it. Activating a window leaves the popover open; whoever wants it otherwise closes it.

@@ -3,11 +3,11 @@
 #include <algorithm>
 #include <utility>
 
-#include "Bar/Buttons/ButtonAppearance.h"
 #include "Bar/Buttons/ButtonGeometry.h"
 #include "Bar/Buttons/ButtonTexts.h"
 #include "Bar/Buttons/WindowMenus.h"
 #include "Bar/Drag/RunningWindowDrag.h"
+#include "Theme/ButtonAppearance.h"
 
 namespace morvel {
 
@@ -23,7 +23,7 @@ GroupRowButton::GroupRowButton(ButtonServices services, const WindowSnapshot& sn
     : toolkit_(services.toolkit),
       bindings_(std::move(bindings)),
       iconView_(services.iconCache),
-      titleLabel_(services.toolkit, {.size = ButtonGeometry::kTitleFontSize}) {
+      titleLabel_(services.toolkit, ButtonGeometry::kTitleFont) {
     closeButton_.imageView().setImage(services.icons.symbol("xmark.circle.fill", kCloseSymbolSize));
     closeButton_.imageView().setTint(ui::kSystemRedColor);
     closeButton_.setTooltip("Close window");
@@ -50,7 +50,7 @@ Size GroupRowButton::intrinsicSize() const {
 void GroupRowButton::mouseUp(const ui::MouseEvent& event) {
     if (isReleasedInside(event)) {
         accessibilityPress();
-    } else if (event.button == ui::MouseButton::Middle && bounds().contains(fromRoot(event.location))) {
+    } else if (isReleasedInside(event, ui::MouseButton::Middle)) {
         const auto close = bindings_.onCloseClicked;  // destroys this row
         close();
     }
@@ -68,8 +68,7 @@ void GroupRowButton::rightMouseDown(const ui::MouseEvent& event) {
                                             .quit = bindings_.onQuit,
                                             .pin = snapshot_.bundleID ? bindings_.onPin : nullptr,
                                             .moveTo = bindings_.onMoveTo});
-    bindings_.pinReveal();
-    toolkit_.popUpMenu(std::move(menu), *this, event.location, bindings_.unpinReveal);
+    toolkit_.popUpMenu(std::move(menu), *this, event.location, bindings_.reveal.hold());
 }
 
 void GroupRowButton::applyAppearance() {

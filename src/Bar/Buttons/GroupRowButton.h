@@ -4,9 +4,10 @@
 #include <functional>
 #include <vector>
 
-#include "Bar/Buttons/AppIconView.h"
-#include "Bar/Buttons/ButtonServices.h"
+#include "Bar/BarReveal.h"
 #include "Bar/Buttons/OtherScreen.h"
+#include "Theme/AppIconView.h"
+#include "Theme/ButtonServices.h"
 #include "UI/ButtonView.h"
 #include "UI/ImageButton.h"
 #include "UI/Label.h"
@@ -24,9 +25,7 @@ struct GroupRowBindings {
     std::function<void()> onQuit;
     std::function<void(DisplayID)> onMoveTo;
     std::function<std::vector<OtherScreen>()> otherScreensProvider;
-    /// Called in pairs around a menu, to keep the bar shown meanwhile.
-    std::function<void()> pinReveal;
-    std::function<void()> unpinReveal;
+    BarReveal reveal;
     std::function<void(const ui::DragPasteboard&)> onDragEntered;
     std::function<void()> onDragExited;
     std::function<void()> onDragEnded;

@@ -3,12 +3,12 @@
 #include <algorithm>
 #include <utility>
 
-#include "Bar/Buttons/ButtonAppearance.h"
 #include "Bar/Buttons/ButtonGeometry.h"
 #include "Bar/Buttons/ButtonTexts.h"
 #include "Bar/Buttons/WindowMenus.h"
 #include "Bar/Drag/RunningWindowDrag.h"
 #include "Bar/Layout/RunningZoneLayout.h"
+#include "Theme/ButtonAppearance.h"
 
 namespace morvel {
 
@@ -95,10 +95,7 @@ bool GroupedAppButton::accessibilityPress() {
 void GroupedAppButton::rightMouseDown(const ui::MouseEvent& event) {
     nowPlayingHover_.pressed();
     if (windows_.empty()) return;
-    if (bindings_.pinReveal) bindings_.pinReveal();
-    toolkit_.popUpMenu(contextMenu(), *this, event.location, [unpin = bindings_.unpinReveal] {
-        if (unpin) unpin();
-    });
+    toolkit_.popUpMenu(contextMenu(), *this, event.location, bindings_.reveal.hold());
 }
 
 void GroupedAppButton::mouseEntered(const ui::MouseEvent& event) {

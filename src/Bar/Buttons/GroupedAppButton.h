@@ -5,13 +5,14 @@
 #include <string>
 #include <vector>
 
+#include "Bar/BarReveal.h"
 #include "Bar/Buttons/AppActions.h"
-#include "Bar/Buttons/AppIconView.h"
-#include "Bar/Buttons/ButtonServices.h"
 #include "Bar/Buttons/CountBadge.h"
 #include "Bar/Buttons/NowPlayingButtonOverlay.h"
 #include "Bar/Buttons/NowPlayingHover.h"
 #include "Bar/DragHoverRaise/DragHoverRaiseController.h"
+#include "Theme/AppIconView.h"
+#include "Theme/ButtonServices.h"
 #include "UI/ButtonView.h"
 #include "WindowSource/WindowSnapshot.h"
 
@@ -31,9 +32,7 @@ struct GroupedAppButtonBindings {
     /// Who opens the group's list when a drag rests on the button; null for nobody.
     std::function<DragHoverRaiseController*()> dragHoverProvider = [] { return nullptr; };
     NowPlayingControls nowPlayingControls;
-
-    std::function<void()> pinReveal;
-    std::function<void()> unpinReveal;
+    BarReveal reveal;
 };
 
 class GroupedAppButton : public ui::ButtonView {

@@ -3,11 +3,11 @@
 #include <algorithm>
 #include <utility>
 
-#include "Bar/Buttons/ButtonAppearance.h"
 #include "Bar/Buttons/ButtonGeometry.h"
 #include "Bar/Buttons/ButtonTexts.h"
 #include "Bar/Buttons/WindowMenus.h"
 #include "Bar/Drag/RunningWindowDrag.h"
+#include "Theme/ButtonAppearance.h"
 
 namespace morvel {
 
@@ -29,7 +29,7 @@ WindowButton::WindowButton(ButtonServices services, const WindowSnapshot& snapsh
       bindings_(std::move(bindings)),
       snapshot_(snapshot),
       iconView_(services.iconCache),
-      titleLabel_(services.toolkit, {.size = ButtonGeometry::kTitleFontSize}),
+      titleLabel_(services.toolkit, ButtonGeometry::kTitleFont),
       nowPlayingOverlay_(services.icons),
       nowPlayingHover_(*this, bindings_.nowPlayingControls),
       isIconOnly_(isIconOnly) {
@@ -122,27 +122,24 @@ void WindowButton::mouseDragged(const ui::MouseEvent& event) {
 
 void WindowButton::beginDrag() {
     isDragged_ = true;
-    if (bindings_.pinReveal) bindings_.pinReveal();
     auto ended = lifetime_.whileAlive([this](ui::DragOperation) {
         isDragged_ = false;
         showAlpha();
     });
     toolkit_.beginDrag(*this, RunningWindowDrag::item(snapshot_.id),
-                       [ended, unpin = bindings_.unpinReveal](ui::DragOperation operation) {
+                       [ended, release = bindings_.reveal.hold()](ui::DragOperation operation) {
                            ended(operation);
-                           if (unpin) unpin();
+                           release();
                        });
     showAlpha();  // only now: the picture is of the button as it was
 }
 
 void WindowButton::mouseUp(const ui::MouseEvent& event) {
-    if (event.button == ui::MouseButton::Middle && !snapshot_.isWindowless &&
-        bounds().contains(fromRoot(event.location)) && bindings_.onClose) {
-        const auto close = bindings_.onClose;
+    if (isReleasedInside(event, ui::MouseButton::Middle) && !snapshot_.isWindowless && bindings_.onClose) {
+        const auto close = bindings_.onClose;  // may destroy this button
         return close();
     }
-    if (event.button != ui::MouseButton::Left) return;
-    if (press_.up() == PressOutcome::Click) accessibilityPress();
+    if (event.button == ui::MouseButton::Left && press_.up() == PressOutcome::Click) accessibilityPress();
 }
 
 bool WindowButton::accessibilityPress() {
@@ -154,16 +151,12 @@ bool WindowButton::accessibilityPress() {
 
 void WindowButton::rightMouseDown(const ui::MouseEvent& event) {
     nowPlayingHover_.pressed();
-    if (bindings_.pinReveal) bindings_.pinReveal();
-    toolkit_.popUpMenu(contextMenu(), *this, event.location, [unpin = bindings_.unpinReveal] {
-        if (unpin) unpin();
-    });
+    toolkit_.popUpMenu(contextMenu(), *this, event.location, bindings_.reveal.hold());
 }
 
 void WindowButton::mouseEntered(const ui::MouseEvent& event) {
     ButtonView::mouseEntered(event);
-    if (isNowPlaying_ && snapshot_.bundleID && !press_.isPending())
-        nowPlayingHover_.entered(*snapshot_.bundleID);
+    if (isNowPlaying_ && snapshot_.bundleID && !press_.isPending()) nowPlayingHover_.entered(*snapshot_.bundleID);
 }
 
 void WindowButton::mouseExited() {

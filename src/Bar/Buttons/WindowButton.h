@@ -5,15 +5,16 @@
 #include <optional>
 #include <vector>
 
+#include "Bar/BarReveal.h"
 #include "Bar/Buttons/AppActions.h"
-#include "Bar/Buttons/AppIconView.h"
-#include "Bar/Buttons/ButtonServices.h"
 #include "Bar/Buttons/NowPlayingButtonOverlay.h"
 #include "Bar/Buttons/NowPlayingHover.h"
 #include "Bar/Buttons/OtherScreen.h"
 #include "Bar/Buttons/PressTracker.h"
 #include "Bar/DragHoverRaise/DragHoverRaiseController.h"
 #include "Settings/SettingsEnums.h"
+#include "Theme/AppIconView.h"
+#include "Theme/ButtonServices.h"
 #include "UI/ButtonView.h"
 #include "UI/Label.h"
 #include "WindowSource/WindowSnapshot.h"
@@ -40,10 +41,7 @@ struct WindowButtonBindings {
     /// Who raises the window when a drag rests on the button; null for nobody.
     std::function<DragHoverRaiseController*()> dragHoverProvider = [] { return nullptr; };
     NowPlayingControls nowPlayingControls;
-
-    /// Called in pairs around a menu, and around a drag of the button, to keep the bar shown meanwhile.
-    std::function<void()> pinReveal;
-    std::function<void()> unpinReveal;
+    BarReveal reveal;
 };
 
 class WindowButton : public ui::ButtonView {

@@ -1,7 +1,7 @@
 // The tile that stands in a strip for something from elsewhere while it is dragged over the strip.
 #pragma once
 
-#include "Bar/Buttons/AppIconView.h"
+#include "Theme/AppIconView.h"
 
 namespace morvel {
 

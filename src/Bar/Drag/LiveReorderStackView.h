@@ -1,7 +1,6 @@
 // A row or column of buttons that make room while one of them, or something from elsewhere, is dragged over it.
 #pragma once
 
-#include <functional>
 #include <memory>
 #include <optional>
 #include <vector>

@@ -10,8 +10,9 @@
 
 namespace morvel::RunningWindowDrag {
 
-inline std::string type() {
-    return std::string(kBundleIdentifier) + ".running-window";
+inline const std::string& type() {
+    static const std::string kType = std::string(kBundleIdentifier) + ".running-window";
+    return kType;
 }
 
 /// Whether it is a button of one of our bars that is dragged, or says it is.

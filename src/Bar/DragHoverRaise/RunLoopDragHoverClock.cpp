@@ -8,9 +8,8 @@ DragHoverClock::Token RunLoopDragHoverClock::schedule(Seconds after, std::functi
     const Token token{++lastToken_};
     timers_[token] =
         mainLoop_.after(std::chrono::duration_cast<Duration>(after), [this, token, action = std::move(action)] {
-            const auto fired = action;  // forgetting the timer destroys this closure; the action may destroy the clock
             timers_.erase(token);
-            fired();
+            action();  // may destroy the clock
         });
     return token;
 }

@@ -32,8 +32,7 @@ RunningStripContent RunningStripArranger::arrangeGrouped(std::vector<RunningZone
                                                          std::vector<WindowSnapshot> windowless) {
     std::vector<WindowSnapshot> windows;
     for (RunningZoneLayout::Group& group : groups) std::ranges::move(group.windows, std::back_inserter(windows));
-    RunningStripContent content{true,
-                                RunningZoneLayout::groupByApp(inOrder(std::move(windows), Strip::Grouped)),
+    RunningStripContent content{true, RunningZoneLayout::groupByApp(inOrder(std::move(windows), Strip::Grouped)),
                                 std::move(windowless)};
     slots_.clear();
     for (const RunningZoneLayout::Group& group : content.groups) slots_.push_back(group.windows.front().id);

@@ -2,7 +2,6 @@
 #pragma once
 
 #include <optional>
-#include <string>
 #include <unordered_map>
 #include <utility>
 #include <vector>
@@ -23,9 +22,6 @@ class RunningStripArranger {
 public:
     /// `decision` holds the windows, `windowless` the placeholders in any order.
     RunningStripContent arrange(RunningZoneLayout::Result decision, std::vector<WindowSnapshot> windowless);
-
-    /// The order the flat buttons were last in.
-    const std::vector<WindowID>& runningWindowOrder() const { return runningWindowOrder_; }
 
     /// Puts a window at a position of the order, counted without it and bounded by its length.
     void moveRunningWindow(const WindowID& id, size_t position);
@@ -59,9 +55,9 @@ private:
     /// The next order of the windows.
     std::vector<WindowID> nextOrder(const std::vector<WindowSnapshot>& windows) const;
 
-    std::vector<WindowID> runningWindowOrder_;
+    std::vector<WindowID> runningWindowOrder_;                   // that the flat buttons were last in
     std::unordered_map<WindowID, ProcessID> runningWindowPIDs_;  // of the windows in the order
-    std::optional<Arranged> arranged_;  // nothing: the order was changed since
+    std::optional<Arranged> arranged_;                           // nothing: the order was changed since
     std::optional<Arrival> arrival_;
     std::vector<WindowID> slots_;  // what stands in the strip; of a group, its first window
 };

@@ -1,7 +1,6 @@
 // Decides how a bar's running zone shows its windows: one button each or one per application, and how wide.
 #pragma once
 
-#include <optional>
 #include <string>
 #include <variant>
 #include <vector>

@@ -8,7 +8,6 @@
 
 #include "Bar/Layout/RunningZoneLayout.h"
 #include "Settings/SettingsEnums.h"
-#include "UI/Font.h"
 #include "WindowSource/WindowSnapshot.h"
 
 namespace morvel::RunningZoneLayout {
@@ -17,8 +16,7 @@ namespace morvel::RunningZoneLayout {
 inline constexpr double kMinProjectedFreeWidth = 60;
 inline constexpr double kMaxProjectedFreeWidth = 320;
 
-/// The font whose width `MeasureText` tells.
-inline constexpr ui::Font kTitleFont{12};
+/// The width of a title as a button shows it.
 using MeasureText = std::function<double(std::string_view)>;
 
 /// The settings and the measure that decide a flat button's width.

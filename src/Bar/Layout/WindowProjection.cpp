@@ -76,13 +76,6 @@ std::vector<WindowSnapshot> windowsOnThisScreen(const WindowMap& windows, const 
     return RunningZoneLayout::stableSorted(std::move(shown));
 }
 
-RunningProjection makeRunningProjection(const std::vector<WindowSnapshot>& filtered, const ProjectionContext& context,
-                                        GroupingMode groupingMode) {
-    RunningProjection projection;
-    projection.update(filtered, context, groupingMode);
-    return projection;
-}
-
 bool RunningProjection::Entry::update(const WindowSnapshot& window) {
     bool isChanged = assign(id, window.id);
     isChanged |= assign(pid, window.pid);

@@ -41,7 +41,6 @@ struct RunningProjection {
         Rect<AXSpace> frame;
         bool isFullscreen = false;
         bool isWindowless = false;
-        bool operator==(const Entry&) const = default;
         bool update(const WindowSnapshot& window);
     };
 
@@ -50,14 +49,10 @@ struct RunningProjection {
     GroupingMode groupingMode = GroupingMode::Auto;
     WindowSpaceMode windowSpaceMode = WindowSpaceMode::CurrentSpace;
     WindowlessAppsMode windowlessAppsMode = WindowlessAppsMode::Off;
-    bool operator==(const RunningProjection&) const = default;
 
     /// Makes this the projection of `filtered`; whether that changes it. Texts that stay are left where they are, so
     /// that one changed title among hundreds costs comparisons and not copies.
     bool update(const std::vector<WindowSnapshot>& filtered, const ProjectionContext& context, GroupingMode mode);
 };
-
-RunningProjection makeRunningProjection(const std::vector<WindowSnapshot>& filtered, const ProjectionContext& context,
-                                        GroupingMode groupingMode);
 
 }  // namespace morvel

@@ -2,9 +2,9 @@
 
 #include <utility>
 
-#include "Bar/Buttons/ButtonAppearance.h"
 #include "Bar/Buttons/ButtonGeometry.h"
 #include "Bar/Pinned/FileDrag.h"
+#include "Theme/ButtonAppearance.h"
 
 namespace morvel {
 

@@ -3,6 +3,8 @@
 
 #include <functional>
 
+#include "Bar/BarReveal.h"
+
 namespace morvel {
 
 /// One that is not set does nothing. Menus keep copies of all but the first, so those refer to no view.
@@ -11,9 +13,7 @@ struct PinnedItemActions {
     std::function<void()> onUnpin;
     std::function<void()> onLaunchNewInstance;
     std::function<void()> onShow;  ///< in the file manager
-    /// Called in pairs around a menu, to keep the bar shown meanwhile.
-    std::function<void()> pinReveal;
-    std::function<void()> unpinReveal;
+    BarReveal reveal;
 };
 
 }  // namespace morvel

@@ -53,12 +53,9 @@ bool PinnedItemView::accessibilityPress() {
 }
 
 void PinnedItemView::rightMouseDown(const ui::MouseEvent& event) {
-    if (actions_.pinReveal) actions_.pinReveal();
     toolkit_.popUpMenu(
         PinnedItemContextMenu::make(pinnedItem_, actions_.onUnpin, actions_.onLaunchNewInstance, actions_.onShow),
-        *this, event.location, [unpin = actions_.unpinReveal] {
-            if (unpin) unpin();
-        });
+        *this, event.location, actions_.reveal.hold());
 }
 
 }  // namespace morvel

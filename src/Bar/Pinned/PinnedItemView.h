@@ -1,11 +1,11 @@
 // What all views of one pinned item do: they show its icon, open it with a click, drag it, and have its menu.
 #pragma once
 
-#include "Bar/Buttons/AppIconView.h"
-#include "Bar/Buttons/ButtonServices.h"
 #include "Bar/Buttons/PressTracker.h"
 #include "Bar/Pinned/PinnedItemActions.h"
 #include "Pinned/PinnedItem.h"
+#include "Theme/AppIconView.h"
+#include "Theme/ButtonServices.h"
 #include "UI/ButtonView.h"
 #include "Util/Lifetime.h"
 

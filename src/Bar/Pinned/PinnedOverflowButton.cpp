@@ -3,10 +3,10 @@
 #include <chrono>
 #include <utility>
 
-#include "Bar/Buttons/ButtonAppearance.h"
 #include "Bar/Buttons/ButtonGeometry.h"
 #include "Bar/Pinned/FileDrag.h"
 #include "Bar/Pinned/PinnedItemDrag.h"
+#include "Theme/ButtonAppearance.h"
 
 namespace morvel {
 

@@ -4,9 +4,9 @@
 #include <functional>
 #include <string>
 
-#include "Bar/Buttons/ButtonServices.h"
 #include "Platform/MainLoop.h"
 #include "Settings/SettingsEnums.h"
+#include "Theme/ButtonServices.h"
 #include "UI/ButtonView.h"
 #include "UI/ImageView.h"
 

@@ -2,8 +2,8 @@
 
 #include <utility>
 
-#include "Bar/Buttons/PopoverEdge.h"
 #include "Pinned/PinnedOverflowSlicing.h"
+#include "Settings/BarEdge.h"
 
 namespace morvel {
 
@@ -36,7 +36,7 @@ void PinnedOverflowPopover::show(ui::View& anchor) {
     tookDrop_ = false;
     list_.scrollToTop();
     list_.setItems(overflow());
-    if (bindings_.onWillShow) bindings_.onWillShow();
+    bindings_.onWillShow();
     popover_.show(anchor, popoverEdge(settings_.barEdge.value()), list_.intrinsicSize());
     outsideClickMonitor_ = services_.toolkit.observeOutsidePresses([this] { close(); });
 }
@@ -50,7 +50,7 @@ void PinnedOverflowPopover::itemsChanged() {
 void PinnedOverflowPopover::didClose() {
     outsideClickMonitor_.reset();
     list_.setItems({});
-    if (bindings_.onDidClose) bindings_.onDidClose();
+    bindings_.onDidClose();
 }
 
 std::unique_ptr<PinnedOverflowRow> PinnedOverflowPopover::makeRow(const PinnedItem& item) {
@@ -62,8 +62,7 @@ std::unique_ptr<PinnedOverflowRow> PinnedOverflowPopover::makeRow(const PinnedIt
     actions.onUnpin = [&store = store_, id = item.id()] { store.unpin(id); };
     if (bindings_.onLaunchNew) actions.onLaunchNewInstance = [launch = bindings_.onLaunchNew, item] { launch(item); };
     actions.onShow = [show = bindings_.onShow, item] { show(item); };
-    actions.pinReveal = bindings_.onWillShow;
-    actions.unpinReveal = bindings_.onDidClose;
+    actions.reveal = {bindings_.onWillShow, bindings_.onDidClose};
     return std::make_unique<PinnedOverflowRow>(services_, item, bindings_.processOf(item), std::move(actions));
 }
 

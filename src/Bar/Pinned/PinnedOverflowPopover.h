@@ -2,7 +2,6 @@
 #pragma once
 
 #include <functional>
-#include <string>
 #include <vector>
 
 #include "Bar/Pinned/PinnedOverflowList.h"
@@ -20,8 +19,8 @@ struct PinnedOverflowBindings {
     std::function<void(const PinnedItem&)> onShow;
     std::function<void(const PinnedItem&)> onLaunchNew;
     /// Called in pairs around the time the popover is open, and a row's menu, to keep the bar shown meanwhile.
-    std::function<void()> onWillShow;
-    std::function<void()> onDidClose;
+    std::function<void()> onWillShow = [] {};
+    std::function<void()> onDidClose = [] {};
 };
 
 /// One per bar, owned by it. Follows the store while it is open, and closes when nothing is left to show.
@@ -42,9 +41,6 @@ public:
     bool tookDrop() const { return tookDrop_; }
     /// A drag is over, wherever it was dropped.
     void dragEnded() { list_.dragEnded(); }
-
-    /// The items listed. Empty while closed.
-    const std::vector<PinnedItem>& currentItems() const { return list_.items(); }
 
 private:
     std::span<const PinnedItem> overflow() const;

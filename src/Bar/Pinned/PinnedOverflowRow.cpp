@@ -3,8 +3,8 @@
 #include <algorithm>
 #include <utility>
 
-#include "Bar/Buttons/ButtonAppearance.h"
 #include "Bar/Buttons/ButtonGeometry.h"
+#include "Theme/ButtonAppearance.h"
 
 namespace morvel {
 
@@ -17,7 +17,7 @@ constexpr double kInset = 8;  // before the icon, between icon and title, and af
 PinnedOverflowRow::PinnedOverflowRow(ButtonServices services, const PinnedItem& item, ProcessID process,
                                      PinnedItemActions actions)
     : PinnedItemView(services, item, process, std::move(actions)),
-      titleLabel_(services.toolkit, {.size = ButtonGeometry::kTitleFontSize}) {
+      titleLabel_(services.toolkit, ButtonGeometry::kTitleFont) {
     // From the cache: scrolling makes rows again and again.
     if (item.kind == PinnedItem::Kind::Folder) icon().showFile(item.identifier);
     titleLabel_.setText(item.displayName);

@@ -1,7 +1,6 @@
 // The host's system half: every seam but the views', in the order in which they need one another.
 #pragma once
 
-#include <memory>
 #include <string>
 
 #include "Platform/Linux/Applications/DesktopEntries.h"

@@ -8,14 +8,13 @@ namespace morvel::mac {
 
 NSObject AppDelegate::make(Callbacks callbacks) {
     using Delegate = objc::Subclass<AppDelegate>;
-    static const objc::RawClass registered =
+    [[maybe_unused]] static const objc::RawClass registered =
         Delegate("NSObject")
             .adopts("NSApplicationDelegate")
             .overrides<&AppDelegate::applicationDidFinishLaunching>(selectors::applicationDidFinishLaunching)
             .overrides<&AppDelegate::applicationWillTerminate>(selectors::applicationWillTerminate)
             .overrides<&AppDelegate::applicationShouldHandleReopen>(selectors::applicationShouldHandleReopen)
             .registered();
-    (void)registered;
     return Delegate::create<NSObject>(std::make_unique<AppDelegate>(std::move(callbacks)), selectors::init);
 }
 

@@ -1,5 +1,5 @@
+#include <algorithm>
 #include <cmath>
-#include <cstdint>
 #include <cstdio>
 
 #include "Settings/UI/Bindings.h"

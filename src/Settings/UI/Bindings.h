@@ -1,7 +1,6 @@
 // Controls bound to settings.
 #pragma once
 
-#include <array>
 #include <cmath>
 #include <string>
 #include <utility>
@@ -24,13 +23,9 @@ template <class E, size_t kCount>
 ui::FormControl picker(std::string label, Setting<E>& setting, const char* const (&titles)[kCount],
                        std::string help = {}) {
     static_assert(kCount == kRawStrings<E>.size(), "a case without a title, or a title without a case");
-    const auto selected = [&setting] {
-        size_t index = 0;
-        while (index + 1 < kCount && kRawStrings<E>[index].value != setting.value()) ++index;
-        return index;
-    };
+    const auto selected = [&setting] { return static_cast<size_t>(setting.value()); };
     const auto select = [&setting](size_t index) {
-        if (index < kCount) setting.set(kRawStrings<E>[index].value);
+        if (index < kCount) setting.set(static_cast<E>(index));
     };
     return {std::move(label), std::move(help), ui::FormPicker{{titles, titles + kCount}, selected, select}};
 }

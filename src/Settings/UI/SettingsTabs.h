@@ -2,7 +2,6 @@
 #pragma once
 
 #include <functional>
-#include <string>
 
 #include "Settings/UI/SettingsSources.h"
 #include "UI/Form.h"

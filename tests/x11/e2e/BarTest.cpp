@@ -56,9 +56,9 @@ void BarTest::install(const std::string& id, const std::string& command, const s
 }
 
 void BarTest::tellSettings(std::string_view bytes) {
-    const xcb_window_t owner = client.open({.title = "settings"});
-    client.connection().setBytes(owner, "_XSETTINGS_SETTINGS", "_XSETTINGS_SETTINGS", bytes);
-    client.connection().own(owner, "_XSETTINGS_S0");
+    if (!settingsOwner_) settingsOwner_ = client.open({.title = "settings"});
+    client.connection().setBytes(settingsOwner_, "_XSETTINGS_SETTINGS", "_XSETTINGS_SETTINGS", bytes);
+    client.connection().own(settingsOwner_, "_XSETTINGS_S0");
 }
 
 testing::AssertionResult BarTest::eventually(const std::function<bool()>& reached) {

@@ -24,7 +24,7 @@ protected:
     void install(const std::string& id, const std::string& command, const std::string& more = "");
     /// From now on there is a monitor on each half of the screen.
     void splitInTwo() { desktop.setMonitors({{"left", kLeft, true}, {"right", kRight}}); }
-    /// Tells all programs of the desktop's settings, in the bytes of that protocol.
+    /// Tells all programs of the desktop's settings, in the bytes of that protocol; again when they are others.
     void tellSettings(std::string_view bytes);
     /// One process with a window per title.
     Program runPuppet(const std::string& className, const std::vector<std::string>& titles);
@@ -92,6 +92,9 @@ protected:
     Pointer& pointer = world.pointer;
     Client client{world.server, world.desktop};
     std::optional<Bar> bar;
+
+private:
+    xcb_window_t settingsOwner_ = XCB_NONE;
 };
 
 /// Window buttons as wide and ungrouped as they come, whatever their number.

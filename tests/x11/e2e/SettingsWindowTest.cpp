@@ -30,6 +30,9 @@ protected:
 };
 
 TEST_F(Settings, OpenFromTheMenuAndAreUsedByKeyboardAndPointer) {
+    const auto icons = world.server.home() / ".local/share/icons/hicolor/scalable/apps";
+    std::filesystem::create_directories(icons);
+    std::ofstream(icons / "morvel.svg") << R"(<svg xmlns="http://www.w3.org/2000/svg" width="48" height="48"/>)";
     startBar();
     EXPECT_FALSE(isLoaded("libgtk-3")) << "nobody has asked for it";
     const xcb_window_t window = openSettings();
@@ -37,6 +40,7 @@ TEST_F(Settings, OpenFromTheMenuAndAreUsedByKeyboardAndPointer) {
     const Box box = desktop.windowBox(window);
     EXPECT_EQ(box.width, 720);
     EXPECT_EQ(box.height, 560);
+    EXPECT_TRUE(client.connection().bytes(window, "_NET_WM_ICON")) << "the application's, for window lists";
     goTo("borders");
     pointer.key(kKeySpace);
     EXPECT_TRUE(isStored(R"("showButtonBorders":false)"));
@@ -55,9 +59,16 @@ TEST_F(Settings, OpenFromTheMenuAndAreUsedByKeyboardAndPointer) {
 
 TEST_F(Settings, TheThemeIsTheDesktopsOrTheirOwn) {
     using namespace std::string_literals;
-    tellSettings("\0\0\0\0\1\0\0\0\1\0\0\0\1\0\x0d\0Net/ThemeName\0\0\0\0\0\0\0\x0c\0\0\0Adwaita-dark"s);
+    const auto tellTheme = [&](const std::string& lengthAndName) {
+        tellSettings("\0\0\0\0\1\0\0\0\1\0\0\0\1\0\x0d\0Net/ThemeName\0\0\0\0\0\0\0"s + lengthAndName);
+    };
+    tellTheme("\x0c\0\0\0Adwaita-dark"s);
     const auto isBright = [&](const Box& box) { return world.shoot().average(box).green > 128; };
     startBar({.defaults = R"({"theme": "system"})"});
+    EXPECT_TRUE(eventually([&] { return !isBright(panelBox()); }));
+    tellTheme("\x07\0\0\0Adwaita\0"s);
+    EXPECT_TRUE(eventually([&] { return isBright(panelBox()); })) << "followed at once";
+    tellTheme("\x0c\0\0\0Adwaita-dark"s);
     EXPECT_TRUE(eventually([&] { return !isBright(panelBox()); }));
     quitBar();
     startBar({.defaults = R"({"theme": "light"})"});

@@ -1,10 +1,11 @@
 // Finds out whether the session wants programs to be accessible, without waiting for anybody.
 #pragma once
 
-#include <gio/gio.h>
-
 #include <functional>
+#include <memory>
 #include <string>
+
+#include "Platform/Linux/System/BusCalls.h"
 
 namespace morvel::x11 {
 
@@ -33,13 +34,11 @@ private:
     void stopListening();
     void askStatus();
     void askAddress();
-    void call(const char* interface, const char* method, GVariant* arguments, GDBusCallFlags flags,
-              GAsyncReadyCallback answered);
 
     const AccessibilityWish wish_;
     std::function<void(std::string)> requested_;
-    GCancellable* pending_;
-    GDBusConnection* bus_ = nullptr;
+    Subscription reaching_;
+    std::unique_ptr<BusCalls> calls_;  // once the bus is reached
     guint watch_ = 0;
     guint changes_ = 0;
     bool isAddressAsked_ = false;

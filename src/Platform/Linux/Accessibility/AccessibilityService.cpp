@@ -2,7 +2,7 @@
 
 #include <cstdlib>
 
-#include "Platform/Linux/Accessibility/AccessibilityModule.h"
+#include "Platform/Linux/System/Module.h"
 
 namespace morvel::x11 {
 
@@ -10,6 +10,15 @@ namespace {
 
 /// The first paints and the first list of windows come before it; a screen reader's own start takes longer.
 constexpr Duration kAfterStart = std::chrono::milliseconds(300);
+
+std::unique_ptr<AccessibilityBridge> loadBridge(const std::string& busAddress, Log& log) {
+    void* entry = loadModule("morvel-accessibility.so", kMakeAccessibilityBridge, log);
+    if (!entry) return nullptr;
+    std::unique_ptr<AccessibilityBridge> bridge(
+        reinterpret_cast<MakeAccessibilityBridge*>(entry)(MORVEL_VERSION, busAddress.c_str()));
+    if (!bridge) log.error("The accessibility module is of another version or cannot reach its bus.");
+    return bridge;
+}
 
 }  // namespace
 
@@ -26,7 +35,7 @@ AccessibilityService::~AccessibilityService() {
 }
 
 void AccessibilityService::load(const std::string& busAddress) {
-    bridge_ = loadAccessibilityModule(busAddress, log_);
+    bridge_ = loadBridge(busAddress, log_);
     if (bridge_) toolkit_.setAccessibilityBridge(bridge_.get());
 }
 

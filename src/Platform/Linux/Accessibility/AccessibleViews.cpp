@@ -1,10 +1,8 @@
 #include "Platform/Linux/Accessibility/AccessibleViews.h"
 
-#include <glib.h>
-
-#include <memory>
 #include <string_view>
 
+#include "Platform/Linux/System/GLibPointers.h"
 #include "UI/Label.h"
 
 namespace morvel::x11 {
@@ -15,8 +13,7 @@ constexpr size_t kMaxBytes = 2048;  // nobody listens to more of a title
 
 std::string spoken(std::string_view text) {
     text = text.substr(0, kMaxBytes);
-    const std::unique_ptr<char, decltype(&g_free)> valid(
-        g_utf8_make_valid(text.data(), static_cast<gssize>(text.size())), &g_free);
+    const GText valid(g_utf8_make_valid(text.data(), static_cast<gssize>(text.size())));
     return valid.get();
 }
 

@@ -18,7 +18,7 @@ std::string textOrEmpty(const char* text) {
 std::string iconOf(GAppInfo* info) {
     GIcon* icon = g_app_info_get_icon(info);  // the entry's own
     if (!icon) return {};
-    const std::unique_ptr<char, decltype(&g_free)> text(g_icon_to_string(icon), &g_free);
+    const GText text(g_icon_to_string(icon));
     return textOrEmpty(text.get());
 }
 

@@ -16,7 +16,7 @@ struct DesktopEntry {
     std::string id;    ///< without ".desktop"
     std::string name;  ///< in the person's language
     std::string path;
-    std::string icon;  ///< a name of the icon theme or an absolute path; empty where it has none
+    std::string icon;             ///< a name of the icon theme or an absolute path; empty where it has none
     std::string newWindowAction;  ///< the additional action that opens a window; empty where it has none
 };
 

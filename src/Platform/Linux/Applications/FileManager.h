@@ -3,12 +3,12 @@
 
 #include <string>
 
-#include "Platform/Log.h"
+#include "Platform/Linux/Applications/ProgramLauncher.h"
 
 namespace morvel::x11 {
 
 /// Returns at once. Asks the running file manager to select the file; where none answers, its folder is opened with
-/// the application for folders. `log` outlives the program's loop.
-void revealFile(const std::string& path, Log& log);
+/// the application for folders. `launcher` and `log` outlive the program's loop.
+void revealFile(const std::string& path, ProgramLauncher& launcher, Log& log);
 
 }  // namespace morvel::x11

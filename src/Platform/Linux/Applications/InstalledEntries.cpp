@@ -1,10 +1,12 @@
 #include "Platform/Linux/Applications/InstalledEntries.h"
 
+#include <gio/gdesktopappinfo.h>
+
 #include <algorithm>
 #include <filesystem>
 #include <system_error>
 
-#include "Platform/Linux/Applications/DesktopEntries.h"
+#include "Platform/Linux/System/GLibPointers.h"
 
 namespace morvel::x11 {
 

@@ -26,7 +26,7 @@ Subscription watchProcess(GLibMainLoop& mainLoop, ProcessID pid, std::function<v
     const int fd = static_cast<int>(syscall(SYS_pidfd_open, pid.value, 0));
     if (fd < 0) return {};
     auto watch = std::make_shared<Subscription>();
-    *watch = mainLoop.watchReadable(fd, [ended = std::move(ended)] { ended(); });
+    *watch = mainLoop.watchReadable(fd, std::move(ended));
     return Subscription([watch, fd] {
         watch->reset();
         close(fd);

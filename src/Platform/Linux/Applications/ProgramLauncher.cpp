@@ -74,9 +74,8 @@ std::string start(GDesktopAppInfo* entry, const char* uri = nullptr) {
     constexpr auto kFlags =
         static_cast<GSpawnFlags>(G_SPAWN_SEARCH_PATH | G_SPAWN_STDOUT_TO_DEV_NULL | G_SPAWN_STDERR_TO_DEV_NULL);
     GError* error = nullptr;
-    const bool isStarted =
-        g_desktop_app_info_launch_uris_as_manager(entry, uri ? &uris : nullptr, context.get(), kFlags, leaveSession,
-                                                  nullptr, nullptr, nullptr, &error);
+    const bool isStarted = g_desktop_app_info_launch_uris_as_manager(
+        entry, uri ? &uris : nullptr, context.get(), kFlags, leaveSession, nullptr, nullptr, nullptr, &error);
     return isStarted ? std::string() : taken(error);
 }
 

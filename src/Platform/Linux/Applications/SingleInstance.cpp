@@ -13,7 +13,7 @@ SingleInstance::SingleInstance(XConnection& connection, std::function<void()> op
     const xcb_atom_t message = connection.atoms().morvelInstance;
     messages_ = connection.observeWindow(
         window_, [message, openedAgain = std::move(openedAgain)](const xcb_generic_event_t& event) {
-            if ((event.response_type & 0x7F) != XCB_CLIENT_MESSAGE) return;
+            if (typeOf(event) != XCB_CLIENT_MESSAGE) return;
             if (reinterpret_cast<const xcb_client_message_event_t&>(event).type == message) openedAgain();
         });
 }
@@ -28,7 +28,7 @@ bool SingleInstance::claim() {
     const auto owner = [&] {
         const XPtr<xcb_get_selection_owner_reply_t> reply(
             xcb_get_selection_owner_reply(x, xcb_get_selection_owner(x, selection), nullptr));
-        return reply ? reply->owner : XCB_WINDOW_NONE;
+        return reply ? reply->owner : xcb_window_t{XCB_WINDOW_NONE};
     };
     // Nobody may claim it between the question and the claim.
     xcb_grab_server(x);
@@ -38,12 +38,7 @@ bool SingleInstance::claim() {
     xcb_flush(x);
     if (other == XCB_WINDOW_NONE) return true;
 
-    xcb_client_message_event_t message{};
-    message.response_type = XCB_CLIENT_MESSAGE;
-    message.format = 32;
-    message.window = other;
-    message.type = selection;
-    xcb_send_event(x, 0, other, XCB_EVENT_MASK_NO_EVENT, reinterpret_cast<const char*>(&message));
+    connection_.sendMessage(other, other, selection, {});
     owner();  // the message is with the server before this process ends
     return false;
 }

@@ -32,8 +32,6 @@ XWorkspace::XWorkspace(System system) : system_(system), launcher_(system.log) {
     activeChanged();
 }
 
-XWorkspace::~XWorkspace() = default;
-
 void XWorkspace::clientChanged(const ClientWindow& client, ClientChange change) {
     if (change == ClientChange::Added || change == ClientChange::Admission) {
         if (client.isAdmissible()) ensureApplication(client);
@@ -220,7 +218,7 @@ void XWorkspace::openPage(const std::string& address) {
 }
 
 void XWorkspace::revealInFileManager(const std::string& path) {
-    revealFile(path, system_.log);
+    revealFile(path, launcher_, system_.log);
 }
 
 Subscription XWorkspace::observeLaunched(ApplicationNotice notice) {

@@ -29,7 +29,6 @@ public:
 
     /// All of the system outlives this.
     explicit XWorkspace(System system);
-    ~XWorkspace() override;
 
     std::vector<RunningApplication> runningApplications() override;
     std::optional<RunningApplication> runningApplication(ProcessID pid) override;
@@ -65,7 +64,7 @@ public:
 private:
     struct Application {
         RunningApplication record;
-        uint64_t order = 0;  // of appearance
+        uint64_t order = 0;                      // of appearance
         std::optional<xcb_window_t> lastActive;  // or opened: the one that it comes to the front with
         Subscription watch;
     };

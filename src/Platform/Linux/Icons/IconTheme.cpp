@@ -173,13 +173,13 @@ std::vector<std::string> IconTheme::lineage() {
 }
 
 std::optional<std::string> IconTheme::find(const std::vector<std::string>& names, int size) {
+    std::vector<std::string> icons = names;
+    std::erase_if(icons, [](const std::string& icon) { return icon.empty() || icon.find('/') != std::string::npos; });
     for (const std::string& name : lineage())
-        for (const std::string& icon : names)
-            if (!icon.empty() && icon.find('/') == std::string::npos)
-                if (auto found = findIn(theme(name), icon, size)) return found;
-    for (const std::string& icon : names)
-        if (!icon.empty() && icon.find('/') == std::string::npos)
-            if (auto found = findWithoutTheme(icon)) return found;
+        for (const std::string& icon : icons)
+            if (auto found = findIn(theme(name), icon, size)) return found;
+    for (const std::string& icon : icons)
+        if (auto found = findWithoutTheme(icon)) return found;
     return std::nullopt;
 }
 

@@ -6,7 +6,7 @@
 #include <algorithm>
 #include <cmath>
 
-#include "Platform/Linux/Applications/DesktopEntries.h"
+#include "Platform/Linux/System/GLibPointers.h"
 
 namespace morvel::x11 {
 
@@ -16,14 +16,9 @@ constexpr off_t kLargestFile = 8 << 20;
 constexpr int kLargestExtent = 4096;
 constexpr uint32_t kLargestPropertyExtent = 1024;
 
-struct UnrefSurface {
-    void operator()(cairo_surface_t* surface) const { cairo_surface_destroy(surface); }
-};
-using Surface = std::unique_ptr<cairo_surface_t, UnrefSurface>;
-
 // Null when there is not enough memory for it.
-Surface makeSurface(int width, int height) {
-    Surface surface(cairo_image_surface_create(CAIRO_FORMAT_ARGB32, std::max(width, 1), std::max(height, 1)));
+SurfacePtr makeSurface(int width, int height) {
+    SurfacePtr surface(cairo_image_surface_create(CAIRO_FORMAT_ARGB32, std::max(width, 1), std::max(height, 1)));
     return cairo_surface_status(surface.get()) == CAIRO_STATUS_SUCCESS ? std::move(surface) : nullptr;
 }
 
@@ -37,11 +32,11 @@ uint32_t* rowOf(cairo_surface_t* surface, int y) {
     return reinterpret_cast<uint32_t*>(cairo_image_surface_get_data(surface) + stride * static_cast<size_t>(y));
 }
 
-Surface fromPixbuf(const GdkPixbuf* pixbuf) {
+SurfacePtr fromPixbuf(const GdkPixbuf* pixbuf) {
     const int width = gdk_pixbuf_get_width(pixbuf), height = gdk_pixbuf_get_height(pixbuf);
     const int channels = gdk_pixbuf_get_n_channels(pixbuf);
     const auto stride = static_cast<size_t>(gdk_pixbuf_get_rowstride(pixbuf));
-    Surface surface = makeSurface(width, height);
+    SurfacePtr surface = makeSurface(width, height);
     if (!surface) return nullptr;
     const guchar* pixels = gdk_pixbuf_read_pixels(pixbuf);
     for (int y = 0; y < height; ++y) {
@@ -62,8 +57,8 @@ bool isReasonable(const std::string& path) {
     return width <= kLargestExtent && height <= kLargestExtent;
 }
 
-std::shared_ptr<const XImage> asImage(Surface surface, Size points, ImageKind kind = ImageKind::Picture) {
-    return surface ? std::make_shared<XImage>(surface.release(), points, kind) : nullptr;
+std::shared_ptr<const XImage> asImage(SurfacePtr surface, Size points, ImageKind kind = ImageKind::Picture) {
+    return surface ? std::make_shared<XImage>(std::move(surface), points, kind) : nullptr;
 }
 
 }  // namespace
@@ -93,7 +88,7 @@ std::optional<PropertyIcon> choosePropertyIcon(std::span<const uint32_t> propert
 }
 
 std::shared_ptr<const XImage> makeImage(const PropertyIcon& icon) {
-    Surface surface = makeSurface(icon.width, icon.height);
+    SurfacePtr surface = makeSurface(icon.width, icon.height);
     if (!surface) return nullptr;
     for (int y = 0; y < icon.height; ++y) {
         uint32_t* to = rowOf(surface.get(), y);
@@ -109,7 +104,7 @@ std::shared_ptr<const XImage> makeImage(const PropertyIcon& icon) {
 std::shared_ptr<const XImage> scaled(const XImage& image, Size size) {
     const auto pixels = [](double points) { return int(std::ceil(std::clamp(points, 1.0, double(kLargestExtent)))); };
     const int width = pixels(size.width), height = pixels(size.height);
-    Surface surface = makeSurface(width, height);
+    SurfacePtr surface = makeSurface(width, height);
     if (!surface) return nullptr;
     cairo_t* cr = cairo_create(surface.get());
     cairo_scale(cr, double(width) / image.pixelWidth(), double(height) / image.pixelHeight());

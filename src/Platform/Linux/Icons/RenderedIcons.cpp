@@ -30,15 +30,13 @@ std::optional<std::string> pictureName(const std::string& path, int size) {
 }
 
 std::shared_ptr<const XImage> readPicture(const std::string& path, int size) {
-    cairo_surface_t* surface = cairo_image_surface_create_from_png(path.c_str());
-    const int width = cairo_image_surface_get_width(surface), height = cairo_image_surface_get_height(surface);
-    const bool isSound = cairo_surface_status(surface) == CAIRO_STATUS_SUCCESS && width > 0 && height > 0 &&
+    SurfacePtr surface(cairo_image_surface_create_from_png(path.c_str()));
+    const int width = cairo_image_surface_get_width(surface.get());
+    const int height = cairo_image_surface_get_height(surface.get());
+    const bool isSound = cairo_surface_status(surface.get()) == CAIRO_STATUS_SUCCESS && width > 0 && height > 0 &&
                          width <= size && height <= size;
-    if (!isSound) {
-        cairo_surface_destroy(surface);
-        return nullptr;
-    }
-    return std::make_shared<XImage>(surface, Size{double(width), double(height)});
+    if (!isSound) return nullptr;
+    return std::make_shared<XImage>(std::move(surface), Size{double(width), double(height)});
 }
 
 void startAfreshWhenFull(const fs::path& folder) {

@@ -174,14 +174,14 @@ std::shared_ptr<const XImage> drawSymbol(std::string_view name, double pointSize
     if (drawing == kDrawings.end() || !std::isfinite(pointSize)) return nullptr;
     const double points = std::clamp(pointSize, kSmallest, kLargest);
     const int pixels = int(std::ceil(points * kPixelsPerPoint));
-    cairo_surface_t* surface = cairo_image_surface_create(CAIRO_FORMAT_ARGB32, pixels, pixels);
-    cairo_t* cr = cairo_create(surface);
+    SurfacePtr surface(cairo_image_surface_create(CAIRO_FORMAT_ARGB32, pixels, pixels));
+    cairo_t* cr = cairo_create(surface.get());
     cairo_scale(cr, pixels, pixels);
     cairo_set_source_rgba(cr, 0, 0, 0, 1);
     drawing->draw(cr);
     cairo_destroy(cr);
-    cairo_surface_flush(surface);
-    return std::make_shared<XImage>(surface, Size{points, points}, ImageKind::Template);
+    cairo_surface_flush(surface.get());
+    return std::make_shared<XImage>(std::move(surface), Size{points, points}, ImageKind::Template);
 }
 
 }  // namespace morvel::x11

@@ -3,9 +3,17 @@
 
 #include <cairo.h>
 
+#include <memory>
+#include <utility>
+
 #include "UI/Image.h"
 
 namespace morvel::x11 {
+
+struct DestroySurface {
+    void operator()(cairo_surface_t* surface) const { cairo_surface_destroy(surface); }
+};
+using SurfacePtr = std::unique_ptr<cairo_surface_t, DestroySurface>;
 
 /// Whether an image is a mask that takes the tint of where it is shown; only its alpha counts then.
 enum class ImageKind { Picture, Template };
@@ -14,23 +22,20 @@ enum class ImageKind { Picture, Template };
 /// quotient of the two sizes.
 class XImage : public ui::Image {
 public:
-    /// Takes over the reference to `surface`, an image surface without errors.
-    XImage(cairo_surface_t* surface, Size points, ImageKind kind = ImageKind::Picture)
-        : surface_(surface), points_(points), kind_(kind) {}
-    ~XImage() override { cairo_surface_destroy(surface_); }
-    XImage(const XImage&) = delete;
-    XImage& operator=(const XImage&) = delete;
+    /// `surface` is an image surface without errors.
+    XImage(SurfacePtr surface, Size points, ImageKind kind = ImageKind::Picture)
+        : surface_(std::move(surface)), points_(points), kind_(kind) {}
 
     Size size() const override { return points_; }
     bool isTemplate() const { return kind_ == ImageKind::Template; }
 
     /// Owned by the image; for reading.
-    cairo_surface_t* surface() const { return surface_; }
-    int pixelWidth() const { return cairo_image_surface_get_width(surface_); }
-    int pixelHeight() const { return cairo_image_surface_get_height(surface_); }
+    cairo_surface_t* surface() const { return surface_.get(); }
+    int pixelWidth() const { return cairo_image_surface_get_width(surface_.get()); }
+    int pixelHeight() const { return cairo_image_surface_get_height(surface_.get()); }
 
 private:
-    cairo_surface_t* const surface_;
+    const SurfacePtr surface_;
     const Size points_;
     const ImageKind kind_;
 };

@@ -77,11 +77,10 @@ void MprisPlayer::propertiesChanged(GVariant* arguments) {
 }
 
 void MprisPlayer::take(GVariant* properties) {
-    static uint64_t lastStatusChange = 0;
     const MprisValues before = values_;
     readProperties(properties, values_);
     if (values_ == before) return;
-    if (values_.status != before.status) statusChange_ = ++lastStatusChange;
+    if (values_.status != before.status) statusChange_ = g_get_monotonic_time();
     changed_();
 }
 

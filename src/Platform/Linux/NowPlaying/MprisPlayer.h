@@ -26,8 +26,8 @@ public:
     /// 0 until it is known.
     ProcessID pid() const { return pid_; }
     const MprisValues& values() const { return values_; }
-    /// Larger for the player whose status changed later.
-    uint64_t statusChange() const { return statusChange_; }
+    /// When its status changed last, in microseconds of the monotonic clock; 0 while it has not.
+    int64_t statusChange() const { return statusChange_; }
 
     /// `completion` is called when the player has answered, refused, or not answered in time.
     void send(TransportCommand command, std::function<void()> completion);
@@ -44,7 +44,7 @@ private:
     std::function<void()> changed_;
     ProcessID pid_{0};
     MprisValues values_;
-    uint64_t statusChange_ = 0;
+    int64_t statusChange_ = 0;
     guint subscription_ = 0;
 };
 

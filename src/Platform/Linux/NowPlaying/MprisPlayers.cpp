@@ -16,21 +16,9 @@ constexpr size_t kMostPlayers = 64;
 }  // namespace
 
 MprisPlayers::MprisPlayers(std::function<void()> changed)
-    : changed_(std::move(changed)), connecting_(g_cancellable_new()) {
-    if (!hasSessionBus()) return;
-    g_bus_get(
-        G_BUS_TYPE_SESSION, connecting_,
-        [](GObject*, GAsyncResult* result, gpointer self) {
-            // An absent bus and a cancelled question end alike.
-            if (GDBusConnection* bus = g_bus_get_finish(result, nullptr))
-                static_cast<MprisPlayers*>(self)->connected(bus);
-        },
-        this);
-}
+    : changed_(std::move(changed)), reaching_(reachSessionBus([this](GDBusConnection* bus) { connected(bus); })) {}
 
 MprisPlayers::~MprisPlayers() {
-    g_cancellable_cancel(connecting_);
-    g_object_unref(connecting_);
     if (!calls_) return;
     g_signal_handler_disconnect(calls_->bus(), closedHandler_);
     g_dbus_connection_signal_unsubscribe(calls_->bus(), subscription_);
@@ -38,9 +26,6 @@ MprisPlayers::~MprisPlayers() {
 
 void MprisPlayers::connected(GDBusConnection* bus) {
     calls_ = std::make_unique<BusCalls>(bus);
-    g_object_unref(bus);
-    // The bar has windows to show, whatever becomes of the bus.
-    g_dbus_connection_set_exit_on_close(bus, FALSE);
     closedHandler_ =
         g_signal_connect(bus, "closed", G_CALLBACK(+[](GDBusConnection*, gboolean, GError*, gpointer self) {
                              static_cast<MprisPlayers*>(self)->disconnected();

@@ -31,7 +31,7 @@ private:
     void ownerChanged(const std::string& busName, const std::string& owner);
 
     std::function<void()> changed_;
-    GCancellable* const connecting_;
+    Subscription reaching_;
     std::unique_ptr<BusCalls> calls_;  // once connected
     guint subscription_ = 0;
     gulong closedHandler_ = 0;

@@ -16,7 +16,7 @@ struct KnownPlayer {
     std::string_view busName;  ///< as in "org.mpris.MediaPlayer2.vlc.instance42"
     ProcessID pid;             ///< 0 where it is not known
     const MprisValues& values;
-    uint64_t statusChange = 0;  ///< larger for a later one
+    int64_t statusChange = 0;  ///< larger for a later one
 };
 
 struct ChosenPlayer {

@@ -32,7 +32,7 @@ XScreens::XScreens(XConnection& connection, MainLoop& mainLoop) : connection_(co
     // A monitor that is defined by hand shows as a mere notice of the root window's configuration.
     connection_.addRootEvents(XCB_EVENT_MASK_STRUCTURE_NOTIFY);
     subscriptions_.push_back(connection_.observeRoot([this](const xcb_generic_event_t& event) {
-        if ((event.response_type & 0x7F) != XCB_CONFIGURE_NOTIFY) return;
+        if (typeOf(event) != XCB_CONFIGURE_NOTIFY) return;
         const auto& configured = reinterpret_cast<const xcb_configure_notify_event_t&>(event);
         root_ = {0, 0, double(configured.width), double(configured.height)};
         scheduleQuery();

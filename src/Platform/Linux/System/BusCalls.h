@@ -5,9 +5,9 @@
 
 #include <functional>
 #include <memory>
-#include <string>
 
 #include "Util/Lifetime.h"
+#include "Util/Subscription.h"
 
 namespace morvel::x11 {
 
@@ -20,6 +20,10 @@ using Variant = std::unique_ptr<GVariant, UnrefVariant>;
 /// which nobody else is.
 bool hasSessionBus();
 
+/// Calls `reached` once in a later turn with the session's bus, which is not the caller's to keep. Not where there is
+/// none, and not after the token's end. From then on the end of the bus is not the program's. Main thread only.
+[[nodiscard]] Subscription reachSessionBus(std::function<void(GDBusConnection* bus)> reached);
+
 /// Which method of whom; the texts outlive the call that they are handed to.
 struct BusMethod {
     const char* service;
@@ -28,7 +32,10 @@ struct BusMethod {
     const char* name;
 };
 
-/// Main thread only. Starts no service to ask it.
+/// Whether a service that does not run is started to be asked.
+enum class StartService { No, Yes };
+
+/// Main thread only.
 class BusCalls {
 public:
     explicit BusCalls(GDBusConnection* bus);
@@ -42,7 +49,8 @@ public:
     using Answered = std::function<void(GVariant* answer)>;
     /// `arguments`: a floating tuple, which is taken over, or null. Calls `answered` once, in a later turn, unless this
     /// has been destroyed by then. It may destroy this.
-    void call(const BusMethod& method, GVariant* arguments, const char* answerType, Answered answered) const;
+    void call(const BusMethod& method, GVariant* arguments, const char* answerType, Answered answered,
+              StartService start = StartService::No) const;
 
 private:
     GDBusConnection* const bus_;

@@ -1,11 +1,11 @@
 #include "Platform/Linux/System/DefaultsJson.h"
 
-#include <glib.h>
-
 #include <cmath>
 #include <limits>
 #include <memory>
 #include <nlohmann/json.hpp>
+
+#include "Platform/Linux/System/GLibPointers.h"
 
 namespace morvel::x11 {
 
@@ -26,7 +26,7 @@ json realToJson(double number) {
 }
 
 json dataToJson(const Data& data) {
-    const std::unique_ptr<char, decltype(&g_free)> text(g_base64_encode(data.data(), data.size()), &g_free);
+    const GText text(g_base64_encode(data.data(), data.size()));
     return {{kData, text.get()}};
 }
 

@@ -22,7 +22,6 @@ constexpr size_t kLargestBatch = 4096;
 // A server that is asked nothing more is not waited for longer than this.
 constexpr auto kDeliveryPatience = std::chrono::milliseconds(500);
 constexpr uint8_t kErrorResponse = 0;
-constexpr uint8_t kTypeMask = 0x7F;  // the other bit marks events that another client sent
 
 // Where the protocol puts the window that an event is about.
 std::optional<xcb_window_t> windowOf(const xcb_generic_event_t& event) {
@@ -31,7 +30,7 @@ std::optional<xcb_window_t> windowOf(const xcb_generic_event_t& event) {
         std::memcpy(&window, reinterpret_cast<const char*>(&event) + offset, sizeof window);
         return window;
     };
-    const uint8_t type = event.response_type & kTypeMask;
+    const uint8_t type = typeOf(event);
     if (type >= XCB_KEY_PRESS && type <= XCB_LEAVE_NOTIFY) return at(12);
     if (type >= XCB_SELECTION_CLEAR && type <= XCB_SELECTION_NOTIFY) return at(8);
     if (type == XCB_KEYMAP_NOTIFY || type == XCB_MAPPING_NOTIFY || type >= XCB_GE_GENERIC) return std::nullopt;
@@ -71,15 +70,15 @@ std::unique_ptr<XConnection> XConnection::open(const std::string& display, Log& 
 }
 
 XConnection::XConnection(xcb_connection_t* connection, int screenNumber, Log& log, std::function<void()> lost)
-    : connection_(connection), screenNumber_(screenNumber), log_(log), lost_(std::move(lost)) {
+    : connection_(connection), log_(log), lost_(std::move(lost)) {
     auto screens = xcb_setup_roots_iterator(xcb_get_setup(connection_));
     screen_ = screens.data;
     for (int i = 0; screens.rem > 0; ++i, xcb_screen_next(&screens))
-        if (i == screenNumber_) screen_ = screens.data;
+        if (i == screenNumber) screen_ = screens.data;
     // Answered with the atoms: their first use would wait for a round trip each.
     for (xcb_extension_t* extension : {&xcb_randr_id, &xcb_big_requests_id})
         xcb_prefetch_extension_data(connection_, extension);
-    atoms_ = internAtoms(connection_, screenNumber_);
+    atoms_ = internAtoms(connection_, screenNumber);
 
     static GSourceFuncs funcs{prepare, check, dispatch, nullptr, nullptr, nullptr};
     source_ = g_source_new(&funcs, sizeof(EventSource));
@@ -170,7 +169,7 @@ void XConnection::handleArrived() {
 }
 
 void XConnection::handleEvent(const xcb_generic_event_t& event) {
-    const uint8_t type = event.response_type & kTypeMask;
+    const uint8_t type = typeOf(event);
     if (event.response_type == kErrorResponse) return handleError(reinterpret_cast<const xcb_generic_error_t&>(event));
     noteTimestamp(event);
     if (type == XCB_GE_GENERIC) {
@@ -191,7 +190,6 @@ void XConnection::noteTimestamp(const xcb_generic_event_t& event) {
 }
 
 void XConnection::handleError(const xcb_generic_error_t& error) {
-    ++errorCount_;
     if (!log_.isDebugWanted()) return;
     log_.debug("X error " + std::to_string(error.error_code) + " of request " + std::to_string(error.major_code) + "." +
                std::to_string(error.minor_code) + ", resource " + std::to_string(error.resource_id));
@@ -249,15 +247,19 @@ void XConnection::settleReplies() {
     }
 }
 
-void XConnection::sendToRoot(xcb_window_t window, xcb_atom_t type, const std::array<uint32_t, 5>& data) {
+void XConnection::sendMessage(xcb_window_t receiver, xcb_window_t about, xcb_atom_t type,
+                              const std::array<uint32_t, 5>& data, uint32_t eventMask) {
     xcb_client_message_event_t message{};
     message.response_type = XCB_CLIENT_MESSAGE;
     message.format = 32;
-    message.window = window;
+    message.window = about;
     message.type = type;
-    std::copy(data.begin(), data.end(), message.data.data32);
-    xcb_send_event(connection_, 0, root(), XCB_EVENT_MASK_SUBSTRUCTURE_REDIRECT | XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY,
-                   reinterpret_cast<const char*>(&message));
+    std::ranges::copy(data, message.data.data32);
+    xcb_send_event(connection_, 0, receiver, eventMask, reinterpret_cast<const char*>(&message));
+}
+
+void XConnection::sendToRoot(xcb_window_t window, xcb_atom_t type, const std::array<uint32_t, 5>& data) {
+    sendMessage(root(), window, type, data, XCB_EVENT_MASK_SUBSTRUCTURE_REDIRECT | XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY);
 }
 
 void XConnection::noteLoss() {

@@ -12,7 +12,6 @@
 #include <memory>
 #include <string>
 #include <unordered_map>
-#include <vector>
 
 #include "Platform/Linux/System/Atoms.h"
 #include "Platform/Log.h"
@@ -28,10 +27,15 @@ struct FreeWithC {
 template <class T>
 using XPtr = std::unique_ptr<T, FreeWithC>;
 
+/// What kind of event it is, whether the server made it or another client sent it.
+inline uint8_t typeOf(const xcb_generic_event_t& event) {
+    return event.response_type & 0x7F;
+}
+
 /// Main thread only. Requests are sent with xcb's own functions and go out at the end of the turn at the latest. In a
 /// turn, all events and replies that have arrived (to a bound that only a flood reaches) are handled in one batch; then
 /// `observeBatchEnd` listeners run once. Errors of requests without a reply are expected, since other programs' windows
-/// vanish at any time: they are counted, and logged when debug lines are wanted. Every token handed out ends before the
+/// vanish at any time: they are logged when debug lines are wanted. Every token handed out ends before the
 /// connection.
 class XConnection {
 public:
@@ -45,10 +49,8 @@ public:
 
     xcb_connection_t* get() const { return connection_; }
     const xcb_screen_t& screen() const { return *screen_; }
-    int screenNumber() const { return screenNumber_; }
     xcb_window_t root() const { return screen_->root; }
     const Atoms& atoms() const { return atoms_; }
-    bool isLost() const { return isLost_; }
 
     /// The server time of the newest event that told one; XCB_CURRENT_TIME before the first. Requests on behalf of the
     /// person carry it, so that window managers do not take them for stale or unasked-for.
@@ -86,10 +88,12 @@ public:
     /// where an answer is needed before the first turn. Never on the way of an event.
     void settleReplies();
 
+    /// Sends a client message about `about` to the client of `receiver`, or to those that have selected one of the
+    /// events on it. A receiver that is gone is no fault.
+    void sendMessage(xcb_window_t receiver, xcb_window_t about, xcb_atom_t type, const std::array<uint32_t, 5>& data,
+                     uint32_t eventMask = XCB_EVENT_MASK_NO_EVENT);
     /// Sends a client message about `window` to the root window, as window managers are asked for things.
     void sendToRoot(xcb_window_t window, xcb_atom_t type, const std::array<uint32_t, 5>& data);
-
-    uint64_t errorCount() const { return errorCount_; }
 
 private:
     struct EventSource;
@@ -116,7 +120,6 @@ private:
     void noteLoss();
 
     xcb_connection_t* const connection_;
-    const int screenNumber_;
     Log& log_;
     std::function<void()> lost_;
     const xcb_screen_t* screen_ = nullptr;
@@ -134,7 +137,6 @@ private:
     Signal<> batchEnded_;
     uint32_t rootEventMask_ = 0;
     xcb_timestamp_t lastTimestamp_ = XCB_CURRENT_TIME;
-    uint64_t errorCount_ = 0;
     bool isLost_ = false;
 };
 

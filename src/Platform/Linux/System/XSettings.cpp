@@ -2,15 +2,9 @@
 
 #include <variant>
 
-#include "Platform/Linux/System/Property.h"
-
 namespace morvel::x11 {
 
 namespace {
-
-constexpr std::string_view kEnableAnimations = "Gtk/EnableAnimations";
-constexpr std::string_view kThemeName = "Net/ThemeName";
-constexpr uint32_t kMaxWords = 64 * 1024;  // many times what any desktop publishes
 
 enum class Type : uint8_t { Number = 0, Text = 1, Color = 2 };
 
@@ -86,17 +80,6 @@ std::optional<Value> find(std::string_view published, std::string_view wanted) {
     return std::nullopt;
 }
 
-/// What the desktop publishes, and may replace later; null for nothing.
-XPtr<xcb_get_property_reply_t> publishedSettings(XConnection& connection) {
-    const Atoms& atoms = connection.atoms();
-    const XPtr<xcb_get_selection_owner_reply_t> owner(xcb_get_selection_owner_reply(
-        connection.get(), xcb_get_selection_owner(connection.get(), atoms.settingsSelection), nullptr));
-    if (!owner || owner->owner == XCB_NONE) return nullptr;
-    const auto cookie =
-        xcb_get_property(connection.get(), 0, owner->owner, atoms.xsettingsSettings, XCB_ATOM_ANY, 0, kMaxWords);
-    return XPtr<xcb_get_property_reply_t>(xcb_get_property_reply(connection.get(), cookie, nullptr));
-}
-
 }  // namespace
 
 std::optional<int32_t> xSettingsNumber(std::string_view published, std::string_view name) {
@@ -109,18 +92,6 @@ std::optional<std::string> xSettingsText(std::string_view published, std::string
     const auto value = find(published, name);
     const auto* text = value ? std::get_if<std::string_view>(&*value) : nullptr;
     return text ? std::optional<std::string>(*text) : std::nullopt;
-}
-
-bool animationsAreOff(XConnection& connection) {
-    const auto property = publishedSettings(connection);
-    const auto published = bytes(property.get());
-    return published && xSettingsNumber(*published, kEnableAnimations) == 0;
-}
-
-std::optional<std::string> publishedTheme(XConnection& connection) {
-    const auto property = publishedSettings(connection);
-    const auto published = bytes(property.get());
-    return published ? xSettingsText(*published, kThemeName) : std::nullopt;
 }
 
 }  // namespace morvel::x11

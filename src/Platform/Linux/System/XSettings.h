@@ -1,12 +1,10 @@
-// The settings that a desktop publishes to all programs on the X server, read when they are asked for.
+// One setting of those that a desktop publishes, read out of the published form: a list of names, types and values.
 #pragma once
 
 #include <cstdint>
 #include <optional>
 #include <string>
 #include <string_view>
-
-#include "Platform/Linux/System/XConnection.h"
 
 namespace morvel::x11 {
 
@@ -16,12 +14,5 @@ std::optional<int32_t> xSettingsNumber(std::string_view published, std::string_v
 
 /// The text under a name, likewise.
 std::optional<std::string> xSettingsText(std::string_view published, std::string_view name);
-
-/// Whether the desktop's settings say that programs show no animations. False where nobody publishes settings. Waits
-/// for the server.
-bool animationsAreOff(XConnection& connection);
-
-/// What the theme of the desktop's programs is called. Nothing where nobody publishes settings. Waits for the server.
-std::optional<std::string> publishedTheme(XConnection& connection);
 
 }  // namespace morvel::x11

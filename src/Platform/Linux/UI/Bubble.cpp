@@ -2,7 +2,7 @@
 
 #include <numbers>
 
-#include "Platform/Linux/UI/ViewNode.h"
+#include "Platform/Linux/Icons/XImage.h"
 #include "Platform/Linux/UI/RoundedShapes.h"
 
 namespace morvel::x11 {

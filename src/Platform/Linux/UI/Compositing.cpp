@@ -1,19 +1,16 @@
 #include "Platform/Linux/UI/Compositing.h"
 
-#include <xcb/xfixes.h>
+#include <utility>
 
 namespace morvel::x11 {
 
-Compositing::Compositing(XConnection& connection) : connection_(connection) {
+Compositing::Compositing(XConnection& connection)
+    : connection_(connection), manager_(connection, connection.atoms().compositorSelection) {
     const xcb_screen_t& screen = connection_.screen();
     opaque_ = {screen.root_visual, screen.root_depth, screen.default_colormap, false};
     findTranslucentVisual();
-
-    const xcb_atom_t selection = connection_.atoms().compositorSelection;
-    watchOwner(selection);
-    const XPtr<xcb_get_selection_owner_reply_t> owner(xcb_get_selection_owner_reply(
-        connection_.get(), xcb_get_selection_owner(connection_.get(), selection), nullptr));
-    if (owner) setOwner(owner->owner);
+    told_ = format();
+    managerChanges_ = manager_.observeChanges([this] { managerChanged(); });
 }
 
 Compositing::~Compositing() {
@@ -34,26 +31,10 @@ void Compositing::findTranslucentVisual() {
     }
 }
 
-void Compositing::watchOwner(xcb_atom_t selection) {
-    const xcb_query_extension_reply_t* fixes = xcb_get_extension_data(connection_.get(), &xcb_xfixes_id);
-    if (!fixes || !fixes->present) return;
-    // The extension serves only clients that have said which version they speak.
-    xcb_discard_reply(connection_.get(), xcb_xfixes_query_version(connection_.get(), 1, 0).sequence);
-    xcb_xfixes_select_selection_input(connection_.get(), connection_.root(), selection,
-                                      XCB_XFIXES_SELECTION_EVENT_MASK_SET_SELECTION_OWNER |
-                                          XCB_XFIXES_SELECTION_EVENT_MASK_SELECTION_WINDOW_DESTROY |
-                                          XCB_XFIXES_SELECTION_EVENT_MASK_SELECTION_CLIENT_CLOSE);
-    const uint8_t type = static_cast<uint8_t>(fixes->first_event + XCB_XFIXES_SELECTION_NOTIFY);
-    ownerChanges_ = connection_.observeEventType(type, [this, selection](const xcb_generic_event_t& event) {
-        const auto& notice = reinterpret_cast<const xcb_xfixes_selection_notify_event_t&>(event);
-        if (notice.selection == selection) setOwner(notice.owner);
-    });
-}
-
-void Compositing::setOwner(xcb_window_t owner) {
-    const WindowFormat before = format();
-    owner_ = owner;
-    if (format() != before) changed_.emit();
+// Another manager in place of the old one changes nothing.
+void Compositing::managerChanged() {
+    const WindowFormat before = std::exchange(told_, format());
+    if (before != told_) changed_.emit();
 }
 
 }  // namespace morvel::x11

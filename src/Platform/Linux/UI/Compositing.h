@@ -3,8 +3,7 @@
 
 #include <xcb/xcb.h>
 
-#include "Platform/Linux/System/XConnection.h"
-#include "Util/Signal.h"
+#include "Platform/Linux/System/SelectionOwner.h"
 
 namespace morvel::x11 {
 
@@ -20,10 +19,10 @@ struct WindowFormat {
     bool operator==(const WindowFormat&) const = default;
 };
 
-/// Main thread only. Asks the server once when made and is told of changes afterwards, by a server with the fixes
-/// extension: compositing managers do not all announce themselves.
+/// Main thread only.
 class Compositing {
 public:
+    /// The connection outlives it.
     explicit Compositing(XConnection& connection);
     ~Compositing();
     Compositing(const Compositing&) = delete;
@@ -31,7 +30,7 @@ public:
 
     /// Translucent while a compositing manager runs. Without one, or without a visual that has alpha, the root
     /// window's own visual: the server composites nothing then.
-    WindowFormat format() const { return owner_ && translucent_.depth ? translucent_ : opaque_; }
+    WindowFormat format() const { return manager_.window() && translucent_.depth ? translucent_ : opaque_; }
 
     [[nodiscard]] Subscription observeChanges(std::function<void()> changed) {
         return changed_.subscribe(std::move(changed));
@@ -39,15 +38,15 @@ public:
 
 private:
     void findTranslucentVisual();
-    void watchOwner(xcb_atom_t selection);
-    void setOwner(xcb_window_t owner);
+    void managerChanged();
 
     XConnection& connection_;
+    SelectionOwner manager_;
     WindowFormat opaque_;
     WindowFormat translucent_;
-    xcb_window_t owner_ = 0;  // 0 while nobody composites
+    WindowFormat told_;  // the format that listeners know
     Signal<> changed_;
-    Subscription ownerChanges_;
+    Subscription managerChanges_;
 };
 
 }  // namespace morvel::x11

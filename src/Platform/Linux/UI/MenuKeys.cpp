@@ -1,34 +1,35 @@
 #include "Platform/Linux/UI/MenuKeys.h"
 
+#include <xkbcommon/xkbcommon-keysyms.h>
+
 namespace morvel::x11 {
 
 std::optional<MenuKey> MenuKeys::meaning(xcb_keycode_t code) {
     if (!symbols_) symbols_.reset(xcb_key_symbols_alloc(connection_));
-    // Key symbols are numbers fixed by the protocol's registry; the keypad's come second.
     switch (symbols_ ? xcb_key_symbols_get_keysym(symbols_.get(), code, 0) : XCB_NO_SYMBOL) {
-        case 0xFF52:
-        case 0xFF97:
+        case XKB_KEY_Up:
+        case XKB_KEY_KP_Up:
             return MenuKey::Up;
-        case 0xFF54:
-        case 0xFF99:
+        case XKB_KEY_Down:
+        case XKB_KEY_KP_Down:
             return MenuKey::Down;
-        case 0xFF50:
-        case 0xFF95:
+        case XKB_KEY_Home:
+        case XKB_KEY_KP_Home:
             return MenuKey::First;
-        case 0xFF57:
-        case 0xFF9C:
+        case XKB_KEY_End:
+        case XKB_KEY_KP_End:
             return MenuKey::Last;
-        case 0xFF53:
-        case 0xFF98:
+        case XKB_KEY_Right:
+        case XKB_KEY_KP_Right:
             return MenuKey::Open;
-        case 0xFF51:
-        case 0xFF96:
+        case XKB_KEY_Left:
+        case XKB_KEY_KP_Left:
             return MenuKey::Back;
-        case 0xFF0D:
-        case 0xFF8D:
-        case 0x0020:
+        case XKB_KEY_Return:
+        case XKB_KEY_KP_Enter:
+        case XKB_KEY_space:
             return MenuKey::Choose;
-        case 0xFF1B:
+        case XKB_KEY_Escape:
             return MenuKey::Cancel;
         default:
             return std::nullopt;

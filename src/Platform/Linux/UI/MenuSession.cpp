@@ -28,8 +28,7 @@ MenuSession::MenuSession(ToolkitContext& context, ui::Toolkit& toolkit, ui::Menu
       ended_(std::move(ended)),
       keys_(context.connection().get()),
       opened_(context.mainLoop().now()),
-      openedAt_(at),
-      self_(std::make_shared<MenuSession*>(this)) {
+      openedAt_(at) {
     context_.setMenuOpen(true);
     addLevel(menu_, [&](Size size) { return placeMenu(at, size, monitorAt(at, context_.monitors()), bar); });
     grab();
@@ -83,18 +82,11 @@ void MenuSession::grab() {
                                           XCB_GRAB_MODE_ASYNC, XCB_NONE, XCB_NONE, XCB_CURRENT_TIME);
     const auto keyboard =
         xcb_grab_keyboard(connection.get(), 0, window, XCB_CURRENT_TIME, XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_ASYNC);
-    const std::weak_ptr<MenuSession*> weak = self_;
-    connection.whenReplied<xcb_grab_pointer_reply_t>(pointer.sequence, [weak](const xcb_grab_pointer_reply_t* reply) {
-        if (const auto self = weak.lock()) (*self)->grabAnswered(reply && reply->status == XCB_GRAB_STATUS_SUCCESS);
+    const auto answered = lifetime_.whileAlive([this](const auto* reply) {
+        if (!reply || reply->status != XCB_GRAB_STATUS_SUCCESS) cancel();
     });
-    connection.whenReplied<xcb_grab_keyboard_reply_t>(
-        keyboard.sequence, [weak](const xcb_grab_keyboard_reply_t* reply) {
-            if (const auto self = weak.lock()) (*self)->grabAnswered(reply && reply->status == XCB_GRAB_STATUS_SUCCESS);
-        });
-}
-
-void MenuSession::grabAnswered(bool isGranted) {
-    if (!isGranted) cancel();
+    connection.whenReplied<xcb_grab_pointer_reply_t>(pointer.sequence, answered);
+    connection.whenReplied<xcb_grab_keyboard_reply_t>(keyboard.sequence, answered);
 }
 
 // All events come to the first level's window, wherever the pointer is.
@@ -102,7 +94,7 @@ void MenuSession::handle(const xcb_generic_event_t& event) {
     if (hasEnded_) return;
     const auto& e = reinterpret_cast<const xcb_button_press_event_t&>(event);
     const Point<RootSpace> location{static_cast<double>(e.root_x), static_cast<double>(e.root_y)};
-    switch (event.response_type & 0x7F) {
+    switch (typeOf(event)) {
         case XCB_MOTION_NOTIFY:
             return pointerMoved(location);
         case XCB_BUTTON_PRESS:
@@ -220,7 +212,7 @@ void MenuSession::scrollBy(Point<RootSpace> location, double distance) {
     const auto over = hit(location);
     if (!over) return;
     setScroll(levels_[over->level], distance - levels_[over->level].window->canvas().origin().y);
-    if (levels_[over->level].window) pointerMoved(location);
+    pointerMoved(location);
 }
 
 // Scrolls a menu that is higher than its monitor so far that the selected item can be seen.
@@ -250,7 +242,6 @@ Rect<RootSpace> MenuSession::itemOnRoot(size_t level, size_t item) const {
 void MenuSession::end(std::function<void()> action) {
     if (std::exchange(hasEnded_, true)) return;
     settle_.reset();
-    self_.reset();
     XConnection& connection = context_.connection();
     xcb_ungrab_pointer(connection.get(), XCB_CURRENT_TIME);
     xcb_ungrab_keyboard(connection.get(), XCB_CURRENT_TIME);

@@ -10,6 +10,7 @@
 #include "Platform/Linux/UI/MenuView.h"
 #include "Platform/Linux/UI/Placement.h"
 #include "Platform/Linux/UI/ViewWindow.h"
+#include "Util/Lifetime.h"
 
 namespace morvel::x11 {
 
@@ -45,7 +46,6 @@ private:
     void openSubmenu(size_t level, size_t item);
     void closeLevelsAfter(size_t level);
     void grab();
-    void grabAnswered(bool isGranted);
     void handle(const xcb_generic_event_t& event);
     void pointerMoved(Point<RootSpace> location);
     void pressed(Point<RootSpace> location);
@@ -70,8 +70,8 @@ private:
     bool hasEnded_ = false;
     bool wasUsed_ = false;  // pressed into or dragged over, so that a release is a choice
     std::vector<Level> levels_;
-    std::shared_ptr<MenuSession*> self_;  // for answers that may come after our end
     Timer settle_;
+    Lifetime lifetime_;
 };
 
 }  // namespace morvel::x11

@@ -3,7 +3,6 @@
 #include <sys/uio.h>
 
 #include <array>
-#include <cstring>
 
 namespace morvel::x11 {
 

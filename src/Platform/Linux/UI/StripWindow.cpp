@@ -12,7 +12,7 @@ StripWindow::StripWindow(ToolkitContext& context, const Rect<ScreenSpace>& frame
     geometry_ = context_.observeGeometry([this] { place(); });
     context_.connection().addRootEvents(XCB_EVENT_MASK_PROPERTY_CHANGE);
     restacking_ = context_.connection().observeRoot([this](const xcb_generic_event_t& event) {
-        if ((event.response_type & 0x7F) != XCB_PROPERTY_NOTIFY) return;
+        if (typeOf(event) != XCB_PROPERTY_NOTIFY) return;
         const auto& changed = reinterpret_cast<const xcb_property_notify_event_t&>(event);
         if (changed.atom != context_.connection().atoms().netClientListStacking) return;
         if (window_->window().isMapped()) window_->window().raise();

@@ -22,8 +22,7 @@ bool isReplaced(gunichar c, LineBreaks breaks) {
 std::string shown(std::string_view text, LineBreaks breaks) {
     // Cut before anything else looks at it. A character that the cut splits lies behind the last one shown.
     text = text.substr(0, kMaxShownBytes);
-    const std::unique_ptr<char, decltype(&g_free)> valid(
-        g_utf8_make_valid(text.data(), static_cast<gssize>(text.size())), &g_free);
+    const GText valid(g_utf8_make_valid(text.data(), static_cast<gssize>(text.size())));
     std::string out;
     out.reserve(text.size());
     size_t count = 0;
@@ -58,16 +57,12 @@ TextLayouts::TextLayouts() : context_(pango_font_map_create_context(pango_cairo_
     cairo_font_options_set_antialias(options, CAIRO_ANTIALIAS_GRAY);
     cairo_font_options_set_hint_style(options, CAIRO_HINT_STYLE_SLIGHT);
     cairo_font_options_set_hint_metrics(options, CAIRO_HINT_METRICS_ON);
-    pango_cairo_context_set_font_options(context_, options);
+    pango_cairo_context_set_font_options(context_.get(), options);
     cairo_font_options_destroy(options);
 }
 
-TextLayouts::~TextLayouts() {
-    g_object_unref(context_);
-}
-
 LayoutPtr TextLayouts::make(const std::string& text, const ui::Font& font) {
-    LayoutPtr layout(pango_layout_new(context_));
+    LayoutPtr layout(pango_layout_new(context_.get()));
     PangoFontDescription* description = pango_font_description_new();
     pango_font_description_set_family_static(description, kFamily);
     pango_font_description_set_weight(

@@ -3,20 +3,17 @@
 
 #include <pango/pango.h>
 
-#include <memory>
 #include <string>
 #include <string_view>
 #include <unordered_map>
 
+#include "Platform/Linux/System/GLibPointers.h"
 #include "UI/Font.h"
 #include "Util/Geometry.h"
 
 namespace morvel::x11 {
 
-struct UnrefLayout {
-    void operator()(PangoLayout* layout) const { g_object_unref(layout); }
-};
-using LayoutPtr = std::unique_ptr<PangoLayout, UnrefLayout>;
+using LayoutPtr = GPtr<PangoLayout>;
 
 /// At most so many characters are shaped; no label is wide enough to show more, and titles can be megabytes long.
 inline constexpr size_t kMaxShownCharacters = 512;
@@ -35,9 +32,6 @@ void startReadingFonts();
 class TextLayouts {
 public:
     TextLayouts();
-    ~TextLayouts();
-    TextLayouts(const TextLayouts&) = delete;
-    TextLayouts& operator=(const TextLayouts&) = delete;
 
     /// One line, cut at its tail with an ellipsis where it is wider than `width` points; negative: never cut.
     LayoutPtr line(std::string_view text, const ui::Font& font, double width);
@@ -50,7 +44,7 @@ public:
 private:
     LayoutPtr make(const std::string& shown, const ui::Font& font);
 
-    PangoContext* context_;
+    const GPtr<PangoContext> context_;
     std::unordered_map<std::string, Size> sizes_;  // by font and shown text; bounded
 };
 

@@ -35,7 +35,7 @@ ToolkitContext::ToolkitContext(XConnection& connection, MainLoop& mainLoop, XScr
       tooltip_(std::make_unique<TooltipWindow>(*this)) {
     connection_.addRootEvents(XCB_EVENT_MASK_STRUCTURE_NOTIFY);
     subscriptions_.push_back(connection_.observeRoot([this](const xcb_generic_event_t& event) {
-        if ((event.response_type & 0x7F) != XCB_CONFIGURE_NOTIFY) return;
+        if (typeOf(event) != XCB_CONFIGURE_NOTIFY) return;
         const auto& configured = reinterpret_cast<const xcb_configure_notify_event_t&>(event);
         if (configured.window != connection_.root()) return;
         root_ = {0, 0, static_cast<double>(configured.width), static_cast<double>(configured.height)};

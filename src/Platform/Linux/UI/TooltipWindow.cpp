@@ -2,9 +2,6 @@
 
 #include <pango/pangocairo.h>
 
-#include <cmath>
-#include <cstdlib>
-
 #include "Platform/Linux/UI/Bubble.h"
 #include "Platform/Linux/UI/Placement.h"
 
@@ -48,7 +45,7 @@ void TooltipWindow::show(const std::string& text, Point<RootSpace> pointer, cons
     cairo_surface_flush(surface_.get());
 
     events_ = connection.observeWindow(window_->id(), [this](const xcb_generic_event_t& event) {
-        if ((event.response_type & 0x7F) != XCB_EXPOSE || !window_) return;
+        if (typeOf(event) != XCB_EXPOSE || !window_) return;
         window_->exposed(surface_.get(), reinterpret_cast<const xcb_expose_event_t&>(event));
     });
     window_->map(surface_.get());

@@ -4,8 +4,8 @@
 #include <memory>
 #include <string>
 
+#include "Platform/Linux/Icons/XImage.h"
 #include "Platform/Linux/UI/ToolkitContext.h"
-#include "Platform/Linux/UI/ViewNode.h"
 #include "Platform/Linux/UI/XWindow.h"
 
 namespace morvel::x11 {

@@ -103,10 +103,7 @@ void ViewCanvas::paintNow() {
 void ViewCanvas::paint(const DamageRegion& damage) {
     lastFrame_ = mainLoop_.now();
     cairo_t* cr = cairo_create(surface_.get());
-    for (const PixelRect& r : damage.rects()) {
-        cairo_rectangle(cr, r.x, r.y, r.width, r.height);
-        paintedPixels_ += static_cast<uint64_t>(r.area());
-    }
+    for (const PixelRect& r : damage.rects()) cairo_rectangle(cr, r.x, r.y, r.width, r.height);
     cairo_clip(cr);
     cairo_set_operator(cr, CAIRO_OPERATOR_CLEAR);
     cairo_paint(cr);

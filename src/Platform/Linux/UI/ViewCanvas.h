@@ -54,7 +54,6 @@ public:
     PixelRect bounds() const { return {0, 0, width_, height_}; }
     /// What was painted last. Null before the first size.
     cairo_surface_t* surface() const { return surface_.get(); }
-    uint64_t paintedPixels() const { return paintedPixels_; }
 
     void viewAttached(ui::View& view) override;
     void viewWillDetach(ui::View& view) override;
@@ -80,7 +79,6 @@ private:
     bool isReleased_ = false;
     bool textsChanged_ = true;
     Instant lastFrame_{};
-    uint64_t paintedPixels_ = 0;
     Timer frame_;  // armed while something waits to be painted
 };
 

@@ -18,8 +18,6 @@ public:
     void viewChanged(ui::View& view, ui::ViewChange change);
     void damageAll() { isAllDamaged_ = true; }
 
-    bool isEmpty() const { return changed_.empty() && region_.isEmpty() && !isAllDamaged_; }
-
     /// What is to be painted in a window of these bounds, in which the root view's corner lies at `origin`; nothing is
     /// damaged afterwards.
     DamageRegion take(ui::View& root, Point<ViewSpace> origin, const PixelRect& bounds);

@@ -22,11 +22,6 @@ struct TextCaret {
     double scrolled = 0;
 };
 
-struct DestroySurface {
-    void operator()(cairo_surface_t* surface) const { cairo_surface_destroy(surface); }
-};
-using SurfacePtr = std::unique_ptr<cairo_surface_t, DestroySurface>;
-
 class ViewNode : public ui::ViewPeer {
 public:
     /// The part of the window in which the view was shown by the last frame; nothing when it was not to be seen.

@@ -3,7 +3,6 @@
 #include <pango/pangocairo.h>
 
 #include <cmath>
-#include <memory>
 
 #include "Platform/Linux/UI/ViewNode.h"
 #include "UI/VisualEffectView.h"

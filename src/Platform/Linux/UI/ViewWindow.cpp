@@ -166,7 +166,7 @@ Point<ViewSpace> ViewWindow::inRootView(Point<RootSpace> onRoot) const {
 
 void ViewWindow::handle(const xcb_generic_event_t& event) {
     if (isRetired_) return;
-    switch (event.response_type & 0x7F) {
+    switch (typeOf(event)) {
         case XCB_EXPOSE:
             window_->exposed(canvas_.surface(), reinterpret_cast<const xcb_expose_event_t&>(event));
             break;
@@ -189,7 +189,7 @@ void ViewWindow::handle(const xcb_generic_event_t& event) {
 
 // The handlers that the router calls may retire this window.
 void ViewWindow::handleInput(const xcb_generic_event_t& event) {
-    const uint8_t type = event.response_type & 0x7F;
+    const uint8_t type = typeOf(event);
     if (type == XCB_KEY_PRESS) {
         if (keyboard_) keyboard_->keyPressed(reinterpret_cast<const xcb_key_press_event_t&>(event));
         return;
@@ -197,8 +197,8 @@ void ViewWindow::handleInput(const xcb_generic_event_t& event) {
     // The pointer events of the protocol are laid out alike.
     const auto& e = reinterpret_cast<const xcb_button_press_event_t&>(event);
     pointer_ = inRootView(e);
-    if (type == XCB_ENTER_NOTIFY || type == XCB_LEAVE_NOTIFY)
-        return crossed(reinterpret_cast<const xcb_enter_notify_event_t&>(event));
+    if (type == XCB_ENTER_NOTIFY) return entered();
+    if (type == XCB_LEAVE_NOTIFY) return left(reinterpret_cast<const xcb_leave_notify_event_t&>(event));
     if (type == XCB_BUTTON_PRESS) return pressed(e);
     if (type == XCB_BUTTON_RELEASE) {
         if (keyboard_) keyboard_->pointerReleased();
@@ -218,12 +218,13 @@ void ViewWindow::moved() {
     if (!isRetired_) restartTooltip();
 }
 
-void ViewWindow::crossed(const xcb_enter_notify_event_t& event) {
-    if ((event.response_type & 0x7F) == XCB_ENTER_NOTIFY) {
-        isPointerInside_ = true;
-        exitsAfterMenu_ = false;
-        return moved();
-    }
+void ViewWindow::entered() {
+    isPointerInside_ = true;
+    exitsAfterMenu_ = false;
+    moved();
+}
+
+void ViewWindow::left(const xcb_leave_notify_event_t& event) {
     if (event.mode == XCB_NOTIFY_MODE_GRAB && context_.isMenuOpen()) {
         exitsAfterMenu_ = true;  // the button whose menu is open stays highlighted
         return cancelTooltip();

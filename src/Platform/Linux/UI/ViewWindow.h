@@ -86,7 +86,8 @@ private:
     void awaitMapping(int triesLeft);
     void handle(const xcb_generic_event_t& event);
     void handleInput(const xcb_generic_event_t& event);
-    void crossed(const xcb_enter_notify_event_t& event);
+    void entered();
+    void left(const xcb_leave_notify_event_t& event);
     void pressed(const xcb_button_press_event_t& event);
     void pointerExited();
     Point<ViewSpace> inRootView(const xcb_button_press_event_t& event) const;

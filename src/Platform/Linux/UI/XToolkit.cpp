@@ -2,7 +2,6 @@
 
 #include <utility>
 
-#include "Platform/Linux/System/XSettings.h"
 #include "Platform/Linux/UI/PanelWindow.h"
 #include "Platform/Linux/UI/PopoverWindow.h"
 #include "Platform/Linux/UI/StripWindow.h"
@@ -10,16 +9,23 @@
 namespace morvel::x11 {
 
 XToolkit::XToolkit(XConnection& connection, MainLoop& mainLoop, XScreens& screens)
-    : context_(connection, mainLoop, screens), outsidePresses_(context_), dropTarget_(context_) {
+    : context_(connection, mainLoop, screens),
+      desktopSettings_(connection),
+      outsidePresses_(context_),
+      dropTarget_(context_),
+      desktopChanges_(desktopSettings_.observeChanges([this] { applyAppearance(); })) {
     // Asked for now, so that the first large picture does not wait for the answer.
     xcb_prefetch_maximum_request_length(connection.get());
 }
 
-XToolkit::~XToolkit() = default;
-
 void XToolkit::setAppearance(ui::Appearance appearance) {
+    appearance_ = appearance;
+    applyAppearance();
+}
+
+void XToolkit::applyAppearance() {
     Palette palette = context_.palette();
-    switch (appearance) {
+    switch (appearance_) {
         case ui::Appearance::System:
             palette.appearance = systemAppearance();
             break;
@@ -34,9 +40,9 @@ void XToolkit::setAppearance(ui::Appearance appearance) {
     if (forms_) forms_->setDark(palette.appearance == Appearance::Dark);
 }
 
-Appearance XToolkit::systemAppearance() {
+Appearance XToolkit::systemAppearance() const {
     if (const auto chosen = appearanceFromEnvironment()) return *chosen;
-    const auto theme = publishedTheme(context_.connection());
+    const auto theme = desktopSettings_.theme();
     return theme ? appearanceOfTheme(*theme) : Appearance::Light;
 }
 
@@ -63,48 +69,38 @@ void XToolkit::popUpMenu(ui::Menu menu, ui::View& anchor, Point<ViewSpace> locat
                          std::function<void()> closed) {
     if (menu_) menu_->cancel();
     const ViewWindow* window = context_.windowShowing(anchor);
-    if (!window || menu.empty()) return menuEnded({nullptr, std::move(closed), nullptr});
+    if (!window || menu.empty()) return finishLater({nullptr, std::move(closed)});
+    const auto ended = [this, closed = std::move(closed)](std::function<void()> action) {
+        finishLater({std::move(menu_), [action = std::move(action), closed] {
+                         if (action) action();
+                         if (closed) closed();
+                     }});
+    };
     menu_ = std::make_unique<MenuSession>(context_, *this, std::move(menu), window->onRoot(locationInRoot),
-                                          window->keptFree(),
-                                          [this, closed = std::move(closed)](std::function<void()> action) {
-                                              menuEnded({std::move(action), closed, std::move(menu_)});
-                                          });
-}
-
-// In a turn of its own: the menu ends inside its own handling of an event.
-void XToolkit::menuEnded(EndedMenu ended) {
-    endedMenus_.push_back(std::move(ended));
-    finish_ = context_.mainLoop().after(Duration{}, [this] { finishMenus(); });
-}
-
-void XToolkit::finishMenus() {
-    for (EndedMenu& ended : std::exchange(endedMenus_, {})) {
-        ended.session.reset();
-        if (ended.action) ended.action();
-        if (ended.closed) ended.closed();
-    }
+                                          window->keptFree(), ended);
 }
 
 void XToolkit::beginDrag(ui::View& view, ui::DragItem item, std::function<void(ui::DragOperation)> ended) {
     ViewWindow* window = context_.windowShowing(view);
-    if (!window || context_.isMenuOpen()) return dragEnded({ui::DragOperation::None, std::move(ended), nullptr});
+    if (!window || context_.isMenuOpen())
+        return finishLater({nullptr, [ended = std::move(ended)] { ended(ui::DragOperation::None); }});
     if (drag_) drag_->cancel();
     drag_ = std::make_unique<DragSession>(context_, *window, view, std::move(item),
                                           [this, ended = std::move(ended)](ui::DragOperation operation) {
-                                              dragEnded({operation, ended, std::move(drag_)});
+                                              finishLater({std::move(drag_), [ended, operation] { ended(operation); }});
                                           });
 }
 
-// In a turn of its own: a drag ends inside its own handling of an event.
-void XToolkit::dragEnded(EndedDrag ended) {
-    endedDrags_.push_back(std::move(ended));
-    finishDrags_ = context_.mainLoop().after(Duration{}, [this] { finishDrags(); });
+// In a turn of its own: a menu or drag ends inside its own handling of an event.
+void XToolkit::finishLater(Ended ended) {
+    ended_.push_back(std::move(ended));
+    finish_ = context_.mainLoop().after(Duration{}, [this] { finish(); });
 }
 
-void XToolkit::finishDrags() {
-    for (EndedDrag& drag : std::exchange(endedDrags_, {})) {
-        drag.session.reset();
-        drag.ended(drag.operation);
+void XToolkit::finish() {
+    for (Ended& ended : std::exchange(ended_, {})) {
+        ended.session.reset();
+        if (ended.consequences) ended.consequences();
     }
 }
 
@@ -132,7 +128,7 @@ bool XToolkit::isMouseButtonDown() {
 }
 
 bool XToolkit::reducesMotion() {
-    return animationsAreOff(context_.connection());
+    return desktopSettings_.animationsAreOff();
 }
 
 Subscription XToolkit::observeOutsidePresses(std::function<void()> pressed) {

@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "Platform/Linux/Forms/FormService.h"
+#include "Platform/Linux/System/PublishedSettings.h"
 #include "Platform/Linux/UI/Drag/DragSession.h"
 #include "Platform/Linux/UI/Drag/XdndTarget.h"
 #include "Platform/Linux/UI/MenuSession.h"
@@ -20,12 +21,9 @@ class XToolkit : public ui::Toolkit {
 public:
     /// All outlive the toolkit; the screens are known already.
     XToolkit(XConnection& connection, MainLoop& mainLoop, XScreens& screens);
-    ~XToolkit() override;
 
+    /// The system's is the theme that the desktop publishes, whenever that changes, unless the environment names one.
     void setAppearance(ui::Appearance appearance) override;
-    /// Light or dark, and the accent: what is shown changes at once.
-    void setPalette(const Palette& palette) { context_.setPalette(palette); }
-    const Palette& palette() const { return context_.palette(); }
 
     /// From now on tells the bridge what the windows show; null ends it, which has to come before the bridge's end.
     void setAccessibilityBridge(AccessibilityBridge* bridge);
@@ -49,38 +47,30 @@ public:
     [[nodiscard]] Subscription observeOutsidePresses(std::function<void()> pressed) override;
 
 private:
-    /// A menu that is gone but whose consequences are still to come.
-    struct EndedMenu {
-        std::function<void()> action;  ///< may be empty
-        std::function<void()> closed;
-        std::unique_ptr<MenuSession> session;
-    };
-
-    /// A drag that is over but whose beginner is still to be told.
-    struct EndedDrag {
-        ui::DragOperation operation;
-        std::function<void(ui::DragOperation)> ended;
-        std::unique_ptr<DragSession> session;
+    /// A menu or drag that is over but whose consequences are still to come.
+    struct Ended {
+        std::shared_ptr<void> session;
+        std::function<void()> consequences;
     };
 
     /// What the person has chosen for all programs; light where that cannot be told.
-    Appearance systemAppearance();
+    Appearance systemAppearance() const;
+    void applyAppearance();
     XPtr<xcb_query_pointer_reply_t> queryPointer();
-    void menuEnded(EndedMenu ended);
-    void dragEnded(EndedDrag ended);
-    void finishDrags();
-    void finishMenus();
+    void finishLater(Ended ended);
+    void finish();
 
     ToolkitContext context_;
+    PublishedSettings desktopSettings_;
+    ui::Appearance appearance_ = ui::Appearance::System;
     OutsidePresses outsidePresses_;
     FormService* forms_ = nullptr;
     XdndTarget dropTarget_;
     std::unique_ptr<MenuSession> menu_;
-    std::vector<EndedMenu> endedMenus_;
-    Timer finish_;
     std::unique_ptr<DragSession> drag_;
-    std::vector<EndedDrag> endedDrags_;
-    Timer finishDrags_;
+    std::vector<Ended> ended_;
+    Timer finish_;
+    Subscription desktopChanges_;
 };
 
 }  // namespace morvel::x11

@@ -5,8 +5,9 @@
 
 #include <array>
 #include <cstring>
-#include <string>
 #include <utility>
+
+#include "Platform/Linux/System/HostName.h"
 
 namespace morvel::x11 {
 
@@ -20,11 +21,6 @@ constexpr uint32_t kEvents = XCB_EVENT_MASK_EXPOSURE | XCB_EVENT_MASK_STRUCTURE_
                              XCB_EVENT_MASK_ENTER_WINDOW | XCB_EVENT_MASK_LEAVE_WINDOW | XCB_EVENT_MASK_KEY_PRESS;
 
 constexpr std::string_view kInstanceAndClass("morvel\0Morvel\0", 14);
-
-std::string hostName() {
-    std::array<char, 256> name{};
-    return gethostname(name.data(), name.size() - 1) == 0 ? name.data() : "localhost";
-}
 
 uint16_t extent(int length) {
     return static_cast<uint16_t>(std::clamp(length, 1, 32767));

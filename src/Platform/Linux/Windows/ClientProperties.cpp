@@ -1,10 +1,8 @@
 #include "Platform/Linux/Windows/ClientProperties.h"
 
-#include <unistd.h>
-
 #include <algorithm>
-#include <array>
 
+#include "Platform/Linux/System/HostName.h"
 #include "Platform/Linux/System/Property.h"
 #include "Platform/Linux/Windows/TextProperty.h"
 
@@ -49,12 +47,6 @@ std::optional<ClientType> knownType(const Atoms& atoms, xcb_atom_t type) {
     return std::nullopt;
 }
 
-std::string ownHostName() {
-    std::array<char, 256> name{};
-    if (gethostname(name.data(), name.size() - 1) != 0) return {};
-    return name.data();
-}
-
 void readNetName(const Atoms& atoms, const xcb_get_property_reply_t* reply, ClientWindow& client, ClientOwner&) {
     client.netName = isPresent(reply) ? std::optional(text(atoms, reply)) : std::nullopt;
 }
@@ -70,7 +62,7 @@ void readPid(const Atoms&, const xcb_get_property_reply_t* reply, ClientWindow&,
 
 void readMachine(const Atoms& atoms, const xcb_get_property_reply_t* reply, ClientWindow&, ClientOwner& owner) {
     const std::string machine = text(atoms, reply);
-    owner.isLocal = machine.empty() || machine == "localhost" || machine == ownHostName();
+    owner.isLocal = machine.empty() || machine == "localhost" || machine == hostName();
 }
 
 void readClass(const Atoms&, const xcb_get_property_reply_t* reply, ClientWindow& client, ClientOwner&) {

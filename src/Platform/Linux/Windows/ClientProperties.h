@@ -2,7 +2,7 @@
 #pragma once
 
 #include <cstdint>
-#include <span>
+#include <vector>
 
 #include "Platform/Linux/System/XConnection.h"
 #include "Platform/Linux/Windows/ClientWindow.h"

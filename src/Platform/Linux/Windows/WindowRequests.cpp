@@ -53,15 +53,8 @@ void WindowRequests::close(const ClientWindow& client) {
     if (root_.supports(atoms.netCloseWindow)) {
         connection_.sendToRoot(client.window, atoms.netCloseWindow, {connection_.lastTimestamp(), kFromPager, 0, 0, 0});
     } else if (client.takesDeleteRequests) {
-        xcb_client_message_event_t message{};
-        message.response_type = XCB_CLIENT_MESSAGE;
-        message.format = 32;
-        message.window = client.window;
-        message.type = atoms.wmProtocols;
-        message.data.data32[0] = atoms.wmDeleteWindow;
-        message.data.data32[1] = connection_.lastTimestamp();
-        xcb_send_event(connection_.get(), 0, client.window, XCB_EVENT_MASK_NO_EVENT,
-                       reinterpret_cast<const char*>(&message));
+        connection_.sendMessage(client.window, client.window, atoms.wmProtocols,
+                                {atoms.wmDeleteWindow, connection_.lastTimestamp()});
     }
 }
 

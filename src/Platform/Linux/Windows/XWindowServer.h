@@ -15,7 +15,8 @@ namespace morvel::x11 {
 class XWindowServer : public WindowServer {
 public:
     /// All outlive this.
-    XWindowServer(MainLoop& mainLoop, RootState& root, ClientWindows& clients, WindowRequests& requests, XScreens& screens);
+    XWindowServer(MainLoop& mainLoop, RootState& root, ClientWindows& clients, WindowRequests& requests,
+                  XScreens& screens);
 
     std::optional<SpaceID> activeSpace() override;
     std::optional<std::vector<ManagedDisplay>> managedDisplaySpaces() override;

@@ -1,7 +1,9 @@
 #include "Platform/Mac/System/SignalWatch.h"
 
 #include <csignal>
+#include <memory>
 #include <utility>
+#include <vector>
 
 #include "Platform/Mac/apple/Dispatch.h"
 #include "Platform/Mac/objc/AutoreleasePool.h"

@@ -2,8 +2,6 @@
 #pragma once
 
 #include <functional>
-#include <memory>
-#include <vector>
 
 #include "Util/Subscription.h"
 

@@ -32,13 +32,12 @@ struct DragSource {
 
     static NSObject make(std::function<void(ui::DragOperation)> ended) {
         using Class = objc::Subclass<DragSource>;
-        static const objc::RawClass registered =
+        [[maybe_unused]] static const objc::RawClass registered =
             Class("NSObject")
                 .adopts("NSDraggingSource")
                 .overrides<&DragSource::operationMask>(selectors::sourceOperationMask)
                 .overrides<&DragSource::sessionEnded>(selectors::draggingSessionEnded)
                 .registered();
-        (void)registered;
         auto source = std::make_unique<DragSource>();
         source->ended = std::move(ended);
         return Class::create<NSObject>(std::move(source), selectors::init);

@@ -27,13 +27,12 @@ std::optional<ui::TextCommand> commandOf(Selector command) {
 }  // namespace
 
 NSObject FieldDelegate::make(ui::TextField& field, const NSTextField& native) {
-    static const objc::RawClass registered =
+    [[maybe_unused]] static const objc::RawClass registered =
         Class("NSObject")
             .adopts("NSTextFieldDelegate")
             .overrides<&FieldDelegate::controlTextDidChange>(selectors::controlTextDidChange)
             .overrides<&FieldDelegate::doCommand>(selectors::controlDoCommand)
             .registered();
-    (void)registered;
     return Class::create<NSObject>(std::make_unique<FieldDelegate>(FieldDelegate{&field, native.raw()}),
                                    selectors::init);
 }

@@ -11,8 +11,7 @@ std::optional<std::size_t> runAlert(const ui::Alert& alert) {
     native.setInformativeText(NSString::from(alert.informativeText));
     for (const std::string& button : alert.buttons) native.addButton(NSString::from(button));
     // A program without a Dock icon comes to the front only when it says so.
-    constexpr bool kIgnoringOthers = true;
-    NSApplication::shared().activateIgnoringOtherApps(kIgnoringOthers);
+    NSApplication::shared().activateIgnoringOtherApps();
     const NSInteger pressed = native.runModal() - NSAlertFirstButtonReturn;
     if (pressed < 0 || pressed >= static_cast<NSInteger>(alert.buttons.size())) return std::nullopt;
     return static_cast<std::size_t>(pressed);

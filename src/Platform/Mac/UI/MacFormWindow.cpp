@@ -3,7 +3,7 @@
 
 #include <utility>
 
-#include "Platform/Mac/UI/Form/FormAction.h"
+#include "Platform/Mac/UI/ControlAction.h"
 #include "Platform/Mac/apple/AppKit/NSApplication.h"
 #include "Platform/Mac/apple/AppKit/Selectors.h"
 #include "Platform/Mac/objc/Subclass.h"
@@ -35,11 +35,10 @@ struct FormWindowClass {
 
     static NSWindow make(CGRect content) {
         using Class = objc::Subclass<FormWindowClass>;
-        static const objc::RawClass registered =
+        [[maybe_unused]] static const objc::RawClass registered =
             Class("NSWindow")
                 .overrides<&FormWindowClass::performKeyEquivalent>(selectors::performKeyEquivalent)
                 .registered();
-        (void)registered;
         constexpr bool kNotDeferred = false;
         return Class::create<NSWindow>(std::make_unique<FormWindowClass>(), selectors::initWithContentRect, content,
                                        kStyle, NSBackingStoreBuffered, kNotDeferred);
@@ -119,8 +118,7 @@ void MacFormWindow::addPages(const NSView& content) {
 void MacFormWindow::bringToFront() {
     if (window_.isMiniaturized()) window_.deminiaturize();
     window_.makeKeyAndOrderFront();
-    constexpr bool kIgnoringOthers = true;
-    NSApplication::shared().activateIgnoringOtherApps(kIgnoringOthers);
+    NSApplication::shared().activateIgnoringOtherApps();
 }
 
 void MacFormWindow::refresh() {

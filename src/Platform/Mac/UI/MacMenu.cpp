@@ -26,9 +26,8 @@ struct MenuTarget {
 
     static NSObject make() {
         using Class = objc::Subclass<MenuTarget>;
-        static const objc::RawClass registered =
+        [[maybe_unused]] static const objc::RawClass registered =
             Class("NSObject").adds<&MenuTarget::choose>(selectors::menuItemChosen).registered();
-        (void)registered;
         return Class::create<NSObject>(std::make_unique<MenuTarget>(), selectors::init);
     }
 };

@@ -24,11 +24,11 @@ struct MorvelPanel {
 
 NSPanel makePanel(const Rect<ScreenSpace>& frame) {
     using Class = objc::Subclass<MorvelPanel>;
-    static const objc::RawClass registered = Class("NSPanel")
-                                                 .overrides<&MorvelPanel::canBecomeKey>(selectors::canBecomeKeyWindow)
-                                                 .overrides<&MorvelPanel::canBecomeMain>(selectors::canBecomeMainWindow)
-                                                 .registered();
-    (void)registered;
+    [[maybe_unused]] static const objc::RawClass registered =
+        Class("NSPanel")
+            .overrides<&MorvelPanel::canBecomeKey>(selectors::canBecomeKeyWindow)
+            .overrides<&MorvelPanel::canBecomeMain>(selectors::canBecomeMainWindow)
+            .registered();
     constexpr bool kNotDeferred = false;
     return Class::create<NSPanel>(std::make_unique<MorvelPanel>(), selectors::initWithContentRect, cgRect(frame),
                                   NSWindowStyleMaskNonactivatingPanel, NSBackingStoreBuffered, kNotDeferred);

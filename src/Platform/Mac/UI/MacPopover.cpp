@@ -22,12 +22,11 @@ struct PopoverDelegate {
 
     static NSObject make(std::function<void()> closed) {
         using Class = objc::Subclass<PopoverDelegate>;
-        static const objc::RawClass registered =
+        [[maybe_unused]] static const objc::RawClass registered =
             Class("NSObject")
                 .adopts("NSPopoverDelegate")
                 .overrides<&PopoverDelegate::popoverDidClose>(selectors::popoverDidClose)
                 .registered();
-        (void)registered;
         auto delegate = std::make_unique<PopoverDelegate>();
         delegate->closed = std::move(closed);
         return Class::create<NSObject>(std::move(delegate), selectors::init);

@@ -14,7 +14,6 @@ public:
 
 private:
     NSWindow window_;
-    NSObject target_;  // of the button, which does not keep it
 };
 
 }  // namespace morvel::mac

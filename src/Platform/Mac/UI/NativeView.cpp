@@ -58,7 +58,7 @@ NSUInteger nsOperation(ui::DragOperation operation) {
 }  // namespace
 
 void NativeView::ensureRegistered() {
-    static const objc::RawClass registered =
+    [[maybe_unused]] static const objc::RawClass registered =
         Class("NSView")
             .overrides<&NativeView::isFlipped>(selectors::isFlipped)
             .overrides<&NativeView::acceptsFirstMouse>(selectors::acceptsFirstMouse)
@@ -85,7 +85,6 @@ void NativeView::ensureRegistered() {
             .overrides<&NativeView::performDragOperation>(selectors::performDragOperation)
             .overrides<&NativeView::draggingEnded>(selectors::draggingEnded)
             .registered();
-    (void)registered;
 }
 
 NSView NativeView::make(ui::View& view) {

@@ -48,14 +48,13 @@ struct HttpDelegate {
 
     static NSObject make(std::function<void(HttpAnswer)> answered) {
         using Class = objc::Subclass<HttpDelegate>;
-        static const objc::RawClass registered =
+        [[maybe_unused]] static const objc::RawClass registered =
             Class("NSObject")
                 .adopts("NSURLSessionDataDelegate")
                 .overrides<&HttpDelegate::redirected>(selectors::willPerformHTTPRedirection)
                 .overrides<&HttpDelegate::received>(selectors::didReceiveData)
                 .overrides<&HttpDelegate::completed>(selectors::didCompleteWithError)
                 .registered();
-        (void)registered;
         auto delegate = std::make_unique<HttpDelegate>();
         delegate->answered = std::move(answered);
         return Class::create<NSObject>(std::move(delegate), selectors::init);

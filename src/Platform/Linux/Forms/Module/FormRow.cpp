@@ -1,5 +1,7 @@
 #include "Platform/Linux/Forms/Module/FormRow.h"
 
+#include <memory>
+
 #include "Platform/Linux/Forms/Module/FormListBox.h"
 #include "Platform/Linux/Forms/Module/PathDialog.h"
 #include "UI/FormSearch.h"

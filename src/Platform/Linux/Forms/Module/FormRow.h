@@ -2,7 +2,6 @@
 #pragma once
 
 #include <functional>
-#include <memory>
 
 #include "Platform/Linux/Forms/Module/Gtk.h"
 #include "UI/Form.h"

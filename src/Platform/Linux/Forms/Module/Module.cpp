@@ -59,7 +59,7 @@ private:
 
 /// GDK ends the program on an error of its connection. Here an error is one window's misfortune, and the end of the
 /// server is noticed, and answered, by the bar.
-void survivesErrors(GdkDisplay* display) {
+void surviveErrors(GdkDisplay* display) {
     XSetErrorHandler([](Display*, XErrorEvent*) { return 0; });
     XSetIOErrorHandler([](Display*) { return 0; });
     XSetIOErrorExitHandler(
@@ -81,7 +81,8 @@ bool startToolkit() {
     // Where the bar is known to assistive programs already, GTK looks for the signals of these as it starts.
     for (const GType type : {GTK_TYPE_MENU_SHELL, GTK_TYPE_WINDOW}) g_type_class_ref(type);
     if (!gtk_init_check(nullptr, nullptr)) return false;
-    survivesErrors(gdk_display_get_default());
+    surviveErrors(gdk_display_get_default());
+    gtk_window_set_default_icon_name("morvel");  // as in the desktop entry
     addStyle();
     return true;
 }
@@ -94,8 +95,8 @@ public:
     void setDark(bool dark) override {
         GtkSettings* const settings = gtk_settings_get_default();
         g_object_set(settings, "gtk-application-prefer-dark-theme", gboolean{dark}, nullptr);
-        // A theme that is dark by itself stays so; the one that it is the dark half of is either.
-        const std::string_view kDarkHalf = "-dark";
+        // A theme that is dark by itself stays dark; the one that it is the dark half of can be both.
+        constexpr std::string_view kDarkHalf = "-dark";
         gchar* name = nullptr;
         g_object_get(settings, "gtk-theme-name", &name, nullptr);
         std::string theme(name ? name : "");

@@ -1,7 +1,5 @@
 #include "Platform/Linux/UI/Drag/DragContents.h"
 
-#include <algorithm>
-
 #include "Platform/Linux/UI/Drag/UriList.h"
 
 namespace morvel::x11 {

@@ -33,7 +33,7 @@ DragImageWindow::DragImageWindow(ToolkitContext& context, ViewWindow& window, co
     xcb_shape_rectangles(connection.get(), XCB_SHAPE_SO_SET, XCB_SHAPE_SK_INPUT, XCB_CLIP_ORDERING_UNSORTED,
                          window_->id(), 0, 0, 0, nullptr);
     events_ = connection.observeWindow(window_->id(), [this](const xcb_generic_event_t& event) {
-        if ((event.response_type & 0x7F) == XCB_EXPOSE)
+        if (typeOf(event) == XCB_EXPOSE)
             window_->exposed(surface_.get(), reinterpret_cast<const xcb_expose_event_t&>(event));
     });
     window_->map(surface_.get());

@@ -3,7 +3,7 @@
 
 #include <memory>
 
-#include "Platform/Linux/UI/ViewNode.h"
+#include "Platform/Linux/Icons/XImage.h"
 #include "Platform/Linux/UI/ViewWindow.h"
 #include "Platform/Linux/UI/XWindow.h"
 

@@ -39,8 +39,7 @@ DragSession::DragSession(ToolkitContext& context, ViewWindow& window, const ui::
       holder_(context.connection()),
       image_(context, window, view),
       others_(context.connection(), context.mainLoop(), holder_.id(), std::move(item)),
-      tracker_(context),
-      self_(std::make_shared<DragSession*>(this)) {
+      tracker_(context) {
     grab();
     observe();
 }
@@ -55,10 +54,9 @@ void DragSession::grab() {
     const auto pointer = xcb_grab_pointer(connection.get(), 0, holder_.id(), kPointerEvents, XCB_GRAB_MODE_ASYNC,
                                           XCB_GRAB_MODE_ASYNC, XCB_NONE, XCB_NONE, XCB_CURRENT_TIME);
     connection.whenReplied<xcb_grab_pointer_reply_t>(
-        pointer.sequence, [weak = std::weak_ptr(self_)](const xcb_grab_pointer_reply_t* reply) {
-            const auto self = weak.lock();
-            if (self && (!reply || reply->status != XCB_GRAB_STATUS_SUCCESS)) (*self)->cancel();
-        });
+        pointer.sequence, lifetime_.whileAlive([this](const xcb_grab_pointer_reply_t* reply) {
+            if (!reply || reply->status != XCB_GRAB_STATUS_SUCCESS) cancel();
+        }));
     // Without the keyboard the drag cannot be cancelled by a key, which is no reason not to drag.
     const auto keyboard = xcb_grab_keyboard(connection.get(), 0, holder_.id(), XCB_CURRENT_TIME, XCB_GRAB_MODE_ASYNC,
                                             XCB_GRAB_MODE_ASYNC);
@@ -132,7 +130,6 @@ void DragSession::end(ui::DragOperation operation) {
     const State before = std::exchange(state_, State::Over);
     if (before == State::Over) return;
     if (before == State::Dragging) release();
-    self_.reset();
     tracker_.ended();
     if (ended_) ended_(operation);
 }

@@ -2,7 +2,6 @@
 #pragma once
 
 #include <functional>
-#include <memory>
 #include <optional>
 
 #include "Platform/Linux/UI/Drag/DragContents.h"
@@ -10,6 +9,7 @@
 #include "Platform/Linux/UI/Drag/DragTracker.h"
 #include "Platform/Linux/UI/Drag/XdndSource.h"
 #include "Platform/Linux/UI/MenuKeys.h"
+#include "Util/Lifetime.h"
 
 namespace morvel::x11 {
 
@@ -64,8 +64,8 @@ private:
     DragImageWindow image_;
     XdndSource others_;
     DragTracker tracker_;
-    std::shared_ptr<DragSession*> self_;  // for answers that may come after our end
     Subscriptions events_;
+    Lifetime lifetime_;
 };
 
 }  // namespace morvel::x11

@@ -1,6 +1,5 @@
 #include "Platform/Linux/UI/Drag/ForeignDrag.h"
 
-#include <algorithm>
 #include <utility>
 
 #include "Platform/Linux/System/Property.h"
@@ -25,22 +24,15 @@ constexpr uint16_t kButtons = XCB_BUTTON_MASK_1 | XCB_BUTTON_MASK_2 | XCB_BUTTON
 }  // namespace
 
 ForeignDrag::ForeignDrag(ToolkitContext& context, AtomNames& names, xcb_window_t source, std::function<void()> over)
-    : context_(context),
-      names_(names),
-      source_(source),
-      over_(std::move(over)),
-      self_(std::make_shared<ForeignDrag*>(this)),
-      tracker_(context) {
+    : context_(context), names_(names), source_(source), over_(std::move(over)), tracker_(context) {
     XConnection& connection = context_.connection();
     sourceEvents_ = connection.observeWindow(source_, [this](const xcb_generic_event_t& event) {
-        if ((event.response_type & 0x7F) == XCB_DESTROY_NOTIFY) giveUp();
+        if (typeOf(event) == XCB_DESTROY_NOTIFY) giveUp();
     });
     xcb_change_window_attributes(connection.get(), source_, XCB_CW_EVENT_MASK, &kSourceEvents);
     batchEnd_ = connection.observeBatchEnd([this] { answerPosition(); });
     watch_ = context_.mainLoop().every(kLookPeriod, kLookPeriod, [this] { lookAtButtons(); });
 }
-
-ForeignDrag::~ForeignDrag() = default;
 
 void ForeignDrag::entered(xcb_window_t target, const XdndEnter& message) {
     if (state_ == State::Dropping || isOver()) return;
@@ -52,7 +44,7 @@ void ForeignDrag::entered(xcb_window_t target, const XdndEnter& message) {
     unanswered_.reset();
     // A window that goes away never hears that the drag has left it.
     targetEvents_ = context_.connection().observeWindow(target, [this](const xcb_generic_event_t& event) {
-        if ((event.response_type & 0x7F) == XCB_DESTROY_NOTIFY && state_ == State::Inside) goAway();
+        if (typeOf(event) == XCB_DESTROY_NOTIFY && state_ == State::Inside) goAway();
     });
     askForTypes(message);
 }
@@ -61,13 +53,12 @@ void ForeignDrag::entered(xcb_window_t target, const XdndEnter& message) {
 void ForeignDrag::askForTypes(const XdndEnter& message) {
     XConnection& connection = context_.connection();
     contents_.reset();
-    typesAsked_ = std::make_shared<ForeignDrag*>(this);
+    entering_.emplace();
     const auto cookie = xcb_get_property(connection.get(), 0, source_, connection.atoms().xdndTypeList, XCB_ATOM_ATOM,
                                          0, kMaxOfferedTypes);
     connection.whenReplied<xcb_get_property_reply_t>(
-        cookie.sequence, [weak = std::weak_ptr(typesAsked_), message](const xcb_get_property_reply_t* list) {
-            if (const auto self = weak.lock()) (*self)->typesAnswered(message, list);
-        });
+        cookie.sequence,
+        entering_->whileAlive([this, message](const xcb_get_property_reply_t* list) { typesAnswered(message, list); }));
 }
 
 void ForeignDrag::typesAnswered(const XdndEnter& message, const xcb_get_property_reply_t* list) {
@@ -75,14 +66,16 @@ void ForeignDrag::typesAnswered(const XdndEnter& message, const xcb_get_property
     std::vector<xcb_atom_t> atoms = message.hasTypeList ? cardinals(list) : std::vector<xcb_atom_t>();
     if (!message.hasTypeList) atoms.assign(message.types.begin(), message.types.end());
     std::erase(atoms, XCB_ATOM_NONE);
-    names_.resolve(std::move(atoms), [weak = std::weak_ptr(typesAsked_)](AtomNames::Names types) {
-        const auto self = weak.lock();
-        if (!self || (*self)->isOver()) return;
-        std::vector<std::string> offered;
-        for (const auto& [name, atom] : types) offered.push_back(name);
-        (*self)->types_ = std::move(types);
-        (*self)->contents_ = DragContents::offered(offered);
-    });
+    names_.resolve(std::move(atoms), entering_->whileAlive([this](AtomNames::Names types) {
+        if (!isOver()) namesResolved(std::move(types));
+    }));
+}
+
+void ForeignDrag::namesResolved(AtomNames::Names types) {
+    std::vector<std::string> offered;
+    for (const auto& [name, atom] : types) offered.push_back(name);
+    types_ = std::move(types);
+    contents_ = DragContents::offered(offered);
 }
 
 void ForeignDrag::positioned(xcb_window_t target, const XdndPosition& message) {
@@ -103,7 +96,8 @@ void ForeignDrag::answerPosition() {
 
 void ForeignDrag::sendStatus(ui::DragOperation operation, xcb_atom_t wished) {
     const XdndStatus status{target_, operation != ui::DragOperation::None, actionFor(operation, wished)};
-    sendXdnd(context_.connection().get(), source_, source_, context_.connection().atoms().xdndStatus, status.packed());
+    XConnection& connection = context_.connection();
+    connection.sendMessage(source_, source_, connection.atoms().xdndStatus, status.packed());
 }
 
 // A source may take away what it is told was moved. Files only ever get referred to here, and stay where they are.
@@ -160,8 +154,8 @@ void ForeignDrag::perform() {
 void ForeignDrag::finish(ui::DragOperation done) {
     if (isOver()) return;
     const XdndFinished finished{target_, done != ui::DragOperation::None, actionFor(done, wished_)};
-    sendXdnd(context_.connection().get(), source_, source_, context_.connection().atoms().xdndFinished,
-             finished.packed());
+    XConnection& connection = context_.connection();
+    connection.sendMessage(source_, source_, connection.atoms().xdndFinished, finished.packed());
     end();
 }
 
@@ -182,13 +176,14 @@ void ForeignDrag::lookAtButtons() {
     XConnection& connection = context_.connection();
     const auto cookie = xcb_query_pointer(connection.get(), connection.root());
     connection.whenReplied<xcb_query_pointer_reply_t>(
-        cookie.sequence, [weak = std::weak_ptr(self_)](const xcb_query_pointer_reply_t* pointer) {
-            const auto self = weak.lock();
-            if (!self || !pointer || (pointer->mask & kButtons) != 0) return;
-            ForeignDrag& drag = **self;
-            const int limit = drag.state_ == State::Away ? kSilentLooksAway : kSilentLooksInside;
-            if (drag.state_ != State::Dropping && ++drag.silentLooks_ >= limit) drag.giveUp();
-        });
+        cookie.sequence,
+        lifetime_.whileAlive([this](const xcb_query_pointer_reply_t* pointer) { buttonsAnswered(pointer); }));
+}
+
+void ForeignDrag::buttonsAnswered(const xcb_query_pointer_reply_t* pointer) {
+    if (!pointer || (pointer->mask & kButtons) != 0) return;
+    const int limit = state_ == State::Away ? kSilentLooksAway : kSilentLooksInside;
+    if (state_ != State::Dropping && ++silentLooks_ >= limit) giveUp();
 }
 
 }  // namespace morvel::x11

@@ -19,7 +19,6 @@ class ForeignDrag {
 public:
     /// All outlive it. `over` is called once, when it has ended.
     ForeignDrag(ToolkitContext& context, AtomNames& names, xcb_window_t source, std::function<void()> over);
-    ~ForeignDrag();
     ForeignDrag(const ForeignDrag&) = delete;
     ForeignDrag& operator=(const ForeignDrag&) = delete;
 
@@ -41,6 +40,7 @@ private:
 
     void askForTypes(const XdndEnter& message);
     void typesAnswered(const XdndEnter& message, const xcb_get_property_reply_t* list);
+    void namesResolved(AtomNames::Names types);
     void answerPosition();
     void sendStatus(ui::DragOperation operation, xcb_atom_t wished);
     xcb_atom_t actionFor(ui::DragOperation operation, xcb_atom_t wished) const;
@@ -50,6 +50,7 @@ private:
     void finish(ui::DragOperation done);
     void end();
     void lookAtButtons();
+    void buttonsAnswered(const xcb_query_pointer_reply_t* pointer);
 
     ToolkitContext& context_;
     AtomNames& names_;
@@ -68,11 +69,11 @@ private:
     std::vector<std::string> toFetch_;
     std::unique_ptr<SelectionFetch> fetch_;
 
-    std::shared_ptr<ForeignDrag*> self_;        // for answers that may come after our end
-    std::shared_ptr<ForeignDrag*> typesAsked_;  // the same for the newest entering only
     Timer watch_, deadline_;
     Subscription sourceEvents_, targetEvents_, batchEnd_;
     DragTracker tracker_;
+    std::optional<Lifetime> entering_;  // of the newest one: answers about an earlier one count no more
+    Lifetime lifetime_;
 };
 
 }  // namespace morvel::x11

@@ -13,7 +13,6 @@ SelectionFetch::SelectionFetch(XConnection& connection, xcb_atom_t selection, xc
       selection_(selection),
       type_(type),
       fetched_(std::move(fetched)),
-      self_(std::make_shared<SelectionFetch*>(this)),
       ownership_(connection.registerOwnWindow(window_)) {
     const uint32_t events = XCB_EVENT_MASK_PROPERTY_CHANGE;
     xcb_create_window(connection.get(), 0, window_, connection.root(), -1, -1, 1, 1, 0, XCB_WINDOW_CLASS_INPUT_ONLY,
@@ -27,7 +26,7 @@ SelectionFetch::~SelectionFetch() {
 }
 
 void SelectionFetch::handle(const xcb_generic_event_t& event) {
-    switch (event.response_type & 0x7F) {
+    switch (typeOf(event)) {
         case XCB_SELECTION_NOTIFY: {
             const auto& notice = reinterpret_cast<const xcb_selection_notify_event_t&>(event);
             if (notice.selection != selection_ || notice.target != type_ || isInPieces_) return;
@@ -49,9 +48,7 @@ void SelectionFetch::read() {
     const auto cookie = xcb_get_property(connection_.get(), 1, window_, selection_, XCB_GET_PROPERTY_TYPE_ANY, 0,
                                          kMaxFetchedBytes / sizeof(uint32_t));
     connection_.whenReplied<xcb_get_property_reply_t>(
-        cookie.sequence, [weak = std::weak_ptr(self_)](const xcb_get_property_reply_t* reply) {
-            if (const auto self = weak.lock()) (*self)->arrived(reply);
-        });
+        cookie.sequence, lifetime_.whileAlive([this](const xcb_get_property_reply_t* reply) { arrived(reply); }));
 }
 
 void SelectionFetch::arrived(const xcb_get_property_reply_t* reply) {

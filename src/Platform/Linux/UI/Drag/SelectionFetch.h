@@ -2,11 +2,11 @@
 #pragma once
 
 #include <functional>
-#include <memory>
 #include <optional>
 #include <string>
 
 #include "Platform/Linux/System/XConnection.h"
+#include "Util/Lifetime.h"
 
 namespace morvel::x11 {
 
@@ -39,9 +39,9 @@ private:
     Fetched fetched_;
     bool isInPieces_ = false;
     std::string bytes_;
-    std::shared_ptr<SelectionFetch*> self_;  // for answers that may come after our end
     Subscription ownership_;
     Subscription events_;
+    Lifetime lifetime_;
 };
 
 }  // namespace morvel::x11

@@ -1,10 +1,9 @@
 #include "Platform/Linux/UI/Drag/UriList.h"
 
-#include <unistd.h>
-
 #include <algorithm>
-#include <array>
 #include <optional>
+
+#include "Platform/Linux/System/HostName.h"
 
 namespace morvel::x11 {
 
@@ -45,9 +44,7 @@ std::optional<std::string> percentDecoded(std::string_view text) {
 }
 
 bool isThisMachine(std::string_view host) {
-    if (host.empty() || equalIgnoringCase(host, "localhost")) return true;
-    std::array<char, 256> name{};
-    return gethostname(name.data(), name.size() - 1) == 0 && equalIgnoringCase(host, name.data());
+    return host.empty() || equalIgnoringCase(host, "localhost") || equalIgnoringCase(host, hostName());
 }
 
 std::optional<std::string> localPath(std::string_view uri) {

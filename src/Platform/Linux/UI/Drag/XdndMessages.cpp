@@ -55,15 +55,4 @@ XdndFinished XdndFinished::unpacked(const uint32_t* data) {
     return {data[0], isAccepted, isAccepted ? data[2] : 0};
 }
 
-void sendXdnd(xcb_connection_t* connection, xcb_window_t receiver, xcb_window_t about, xcb_atom_t type,
-              const MessageData& data) {
-    xcb_client_message_event_t message{};
-    message.response_type = XCB_CLIENT_MESSAGE;
-    message.format = 32;
-    message.window = about;
-    message.type = type;
-    std::ranges::copy(data, message.data.data32);
-    xcb_send_event(connection, 0, receiver, XCB_EVENT_MASK_NO_EVENT, reinterpret_cast<const char*>(&message));
-}
-
 }  // namespace morvel::x11

@@ -77,9 +77,4 @@ struct XdndFinished {
     bool operator==(const XdndFinished&) const = default;
 };
 
-/// Sends the message to `receiver`; `about` is the window it is meant for, which is another one where a window lets a
-/// proxy speak for it. A receiver that is gone is no fault.
-void sendXdnd(xcb_connection_t* connection, xcb_window_t receiver, xcb_window_t about, xcb_atom_t type,
-              const MessageData& data);
-
 }  // namespace morvel::x11

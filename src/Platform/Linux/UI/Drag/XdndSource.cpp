@@ -14,21 +14,16 @@ constexpr Duration kFinishTime = std::chrono::seconds(5);
 }  // namespace
 
 XdndSource::XdndSource(XConnection& connection, MainLoop& mainLoop, xcb_window_t window, ui::DragItem item)
-    : connection_(connection),
-      mainLoop_(mainLoop),
-      window_(window),
-      item_(std::move(item)),
-      finder_(connection),
-      type_(std::make_shared<xcb_atom_t>(XCB_ATOM_NONE)) {
+    : connection_(connection), mainLoop_(mainLoop), window_(window), item_(std::move(item)), finder_(connection) {
     events_ = connection_.observeWindow(window_, [this](const xcb_generic_event_t& event) { handle(event); });
     xcb_set_selection_owner(connection_.get(), window_, connection_.atoms().xdndSelection, connection_.lastTimestamp());
     // Answered before any search for a window is.
     const auto cookie =
         xcb_intern_atom(connection_.get(), 0, static_cast<uint16_t>(item_.type.size()), item_.type.data());
     connection_.whenReplied<xcb_intern_atom_reply_t>(cookie.sequence,
-                                                     [type = type_](const xcb_intern_atom_reply_t* reply) {
-                                                         if (reply) *type = reply->atom;
-                                                     });
+                                                     lifetime_.whileAlive([this](const xcb_intern_atom_reply_t* reply) {
+                                                         if (reply) type_ = reply->atom;
+                                                     }));
 }
 
 XdndSource::~XdndSource() {
@@ -55,14 +50,13 @@ void XdndSource::search() {
 }
 
 void XdndSource::found(const std::optional<XdndWindow>& window) {
-    const auto wanted = *type_ ? window : std::nullopt;
+    const auto wanted = type_ ? window : std::nullopt;
     if (target_ != wanted) {
         if (target_) send(connection_.atoms().xdndLeave, XdndLeave{window_}.packed());
         target_ = wanted;
         awaitsStatus_ = hasMoved_ = false;
         accepted_ = 0;
-        if (target_)
-            send(connection_.atoms().xdndEnter, XdndEnter{window_, target_->version, false, {*type_}}.packed());
+        if (target_) send(connection_.atoms().xdndEnter, XdndEnter{window_, target_->version, false, {type_}}.packed());
     }
     if (target_) sendPosition();
 }
@@ -88,7 +82,7 @@ void XdndSource::leave() {
 }
 
 void XdndSource::handle(const xcb_generic_event_t& event) {
-    const uint8_t type = event.response_type & 0x7F;
+    const uint8_t type = typeOf(event);
     if (type == XCB_SELECTION_REQUEST)
         return answerRequest(reinterpret_cast<const xcb_selection_request_event_t&>(event));
     if (type != XCB_CLIENT_MESSAGE) return;
@@ -140,9 +134,9 @@ void XdndSource::answerRequest(const xcb_selection_request_event_t& request) {
     notice.requestor = request.requestor;
     notice.selection = request.selection;
     notice.target = request.target;
-    if (*type_ && request.selection == connection_.atoms().xdndSelection && request.target == *type_) {
+    if (type_ && request.selection == connection_.atoms().xdndSelection && request.target == type_) {
         notice.property = request.property ? request.property : request.target;
-        xcb_change_property(connection_.get(), XCB_PROP_MODE_REPLACE, request.requestor, notice.property, *type_, 8,
+        xcb_change_property(connection_.get(), XCB_PROP_MODE_REPLACE, request.requestor, notice.property, type_, 8,
                             static_cast<uint32_t>(item_.text.size()), item_.text.data());
     }
     xcb_send_event(connection_.get(), 0, request.requestor, XCB_EVENT_MASK_NO_EVENT,
@@ -150,7 +144,7 @@ void XdndSource::answerRequest(const xcb_selection_request_event_t& request) {
 }
 
 void XdndSource::send(xcb_atom_t type, const MessageData& data) {
-    sendXdnd(connection_.get(), target_->receiver, target_->window, type, data);
+    connection_.sendMessage(target_->receiver, target_->window, type, data);
 }
 
 ui::DragOperation XdndSource::operationOf(xcb_atom_t action) const {

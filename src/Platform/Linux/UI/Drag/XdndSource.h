@@ -2,13 +2,13 @@
 #pragma once
 
 #include <functional>
-#include <memory>
 #include <optional>
 
 #include "Platform/Linux/UI/Drag/XdndFinder.h"
 #include "Platform/Linux/UI/Drag/XdndMessages.h"
 #include "Platform/MainLoop.h"
 #include "UI/Drag.h"
+#include "Util/Lifetime.h"
 
 namespace morvel::x11 {
 
@@ -47,7 +47,7 @@ private:
     const xcb_window_t window_;
     const ui::DragItem item_;
     XdndFinder finder_;
-    std::shared_ptr<xcb_atom_t> type_;  // the item's; 0 until the server has answered
+    xcb_atom_t type_ = XCB_ATOM_NONE;  // the item's; none until the server has answered
     Point<RootSpace> location_;
     bool searchesAgain_ = false;
 
@@ -59,6 +59,7 @@ private:
     bool awaitsFinish_ = false;
     Timer deadline_;
     Subscription events_;
+    Lifetime lifetime_;
 };
 
 }  // namespace morvel::x11

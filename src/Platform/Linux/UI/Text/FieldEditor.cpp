@@ -1,7 +1,6 @@
 #include "Platform/Linux/UI/Text/FieldEditor.h"
 
 #include <algorithm>
-#include <cmath>
 #include <utility>
 
 namespace morvel::x11 {

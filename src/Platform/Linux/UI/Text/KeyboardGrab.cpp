@@ -9,8 +9,6 @@ constexpr Duration kRetryDelay = std::chrono::milliseconds(100);
 
 }  // namespace
 
-KeyboardGrab::KeyboardGrab(ToolkitContext& context) : context_(context), self_(std::make_shared<KeyboardGrab*>(this)) {}
-
 KeyboardGrab::~KeyboardGrab() {
     if (window_ != XCB_NONE) xcb_ungrab_keyboard(context_.connection().get(), XCB_CURRENT_TIME);
 }
@@ -25,12 +23,10 @@ void KeyboardGrab::ask(int triesLeft) {
     const auto cookie =
         xcb_grab_keyboard(connection.get(), 0, window_, XCB_CURRENT_TIME, XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_ASYNC);
     connection.whenReplied<xcb_grab_keyboard_reply_t>(
-        cookie.sequence, [weak = std::weak_ptr(self_), triesLeft](const xcb_grab_keyboard_reply_t* reply) {
-            const auto self = weak.lock();
-            if (!self || !reply || reply->status == XCB_GRAB_STATUS_SUCCESS || triesLeft <= 1) return;
-            (*self)->retry_ = (*self)->context_.mainLoop().after(
-                kRetryDelay, [grab = *self, triesLeft] { grab->ask(triesLeft - 1); });
-        });
+        cookie.sequence, lifetime_.whileAlive([this, triesLeft](const xcb_grab_keyboard_reply_t* reply) {
+            if (!reply || reply->status == XCB_GRAB_STATUS_SUCCESS || triesLeft <= 1) return;
+            retry_ = context_.mainLoop().after(kRetryDelay, [this, triesLeft] { ask(triesLeft - 1); });
+        }));
 }
 
 }  // namespace morvel::x11

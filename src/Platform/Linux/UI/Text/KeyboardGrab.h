@@ -1,9 +1,8 @@
 // Has the keyboard for one of this program's windows, for as long as it lives.
 #pragma once
 
-#include <memory>
-
 #include "Platform/Linux/UI/ToolkitContext.h"
+#include "Util/Lifetime.h"
 
 namespace morvel::x11 {
 
@@ -13,7 +12,7 @@ namespace morvel::x11 {
 class KeyboardGrab {
 public:
     /// The context outlives it.
-    explicit KeyboardGrab(ToolkitContext& context);
+    explicit KeyboardGrab(ToolkitContext& context) : context_(context) {}
     ~KeyboardGrab();
     KeyboardGrab(const KeyboardGrab&) = delete;
     KeyboardGrab& operator=(const KeyboardGrab&) = delete;
@@ -28,7 +27,7 @@ private:
     ToolkitContext& context_;
     xcb_window_t window_ = XCB_NONE;
     Timer retry_;
-    std::shared_ptr<KeyboardGrab*> self_;  // for answers that may come after our end
+    Lifetime lifetime_;
 };
 
 }  // namespace morvel::x11

@@ -3,8 +3,9 @@
 #include <pango/pango.h>
 
 #include <algorithm>
-#include <memory>
 #include <vector>
+
+#include "Platform/Linux/System/GLibPointers.h"
 
 namespace morvel::x11 {
 
@@ -44,8 +45,7 @@ size_t firstAfter(const std::vector<size_t>& places, size_t position, size_t end
 }
 
 std::string typable(std::string_view text) {
-    const std::unique_ptr<char, decltype(&g_free)> valid(
-        g_utf8_make_valid(text.data(), static_cast<gssize>(text.size())), &g_free);
+    const GText valid(g_utf8_make_valid(text.data(), static_cast<gssize>(text.size())));
     std::string out;
     for (const char* at = valid.get(); *at; at = g_utf8_next_char(at)) {
         const gunichar c = g_utf8_get_char(at);

@@ -2,8 +2,8 @@
 
 #include <cmath>
 
+#include "Platform/Mac/UI/ControlAction.h"
 #include "Platform/Mac/UI/DisplayText.h"
-#include "Platform/Mac/UI/Form/FormAction.h"
 #include "Platform/Mac/UI/Resolving.h"
 
 namespace morvel::mac {
@@ -14,7 +14,6 @@ constexpr double kButtonHeight = 28;
 constexpr double kFieldHeight = 24;
 constexpr double kTitleMargins = 36;  // a push button's own, left and right together
 constexpr double kGap = 8;
-constexpr double kAnyHeight = 10000;
 
 void handOver(const ui::FormEntry& entry, const NSTextField& field) {
     if (entry.take(field.stringValue().text())) field.setStringValue(NSString::from({}));
@@ -51,7 +50,7 @@ void TextView::refresh() {
 }
 
 double TextView::place(CGPoint topLeft, double width) {
-    const double height = std::ceil(NSControl(label_).sizeThatFits({width, kAnyHeight}).height);
+    const double height = heightOf(label_, width);
     label_.setFrame({topLeft, {width, height}});
     return height;
 }

@@ -1,6 +1,8 @@
 // Which view stands for which kind of control.
 #include "Platform/Mac/UI/Form/FormControlView.h"
 
+#include <cmath>
+
 #include "Platform/Mac/UI/Form/FormButtons.h"
 #include "Platform/Mac/UI/Form/ListView.h"
 #include "Platform/Mac/UI/Form/ValueControls.h"
@@ -55,6 +57,11 @@ struct Maker {
 };
 
 }  // namespace
+
+double heightOf(const NSTextField& label, double width) {
+    constexpr double kAnyHeight = 10000;
+    return std::ceil(NSControl(label).sizeThatFits({width, kAnyHeight}).height);
+}
 
 std::unique_ptr<FormControlView> makeControlView(const ui::FormControl& control, const FormContext& context) {
     return std::visit(Maker{context}, control.kind);

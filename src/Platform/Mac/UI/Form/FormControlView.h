@@ -25,6 +25,9 @@ public:
     virtual void setAccessibilityLabel(const NSString&) {}
 };
 
+/// How high a wrapping label is at this width.
+double heightOf(const NSTextField& label, double width);
+
 /// Where views are put and which life their actions share: none acts once that has ended. All outlive the views'
 /// makers. They are not kept here: a button's action that kept the window that it stands in would keep it forever.
 struct FormContext {

@@ -1,7 +1,6 @@
 #include "Platform/Mac/UI/Form/FormPage.h"
 
 #include <algorithm>
-#include <cmath>
 
 #include "Platform/Mac/UI/Resolving.h"
 #include "Platform/Mac/apple/AppKit/Selectors.h"
@@ -17,7 +16,6 @@ constexpr double kRowGap = 12;
 constexpr double kHelpGap = 4;
 constexpr double kHeadingHeight = 20;
 constexpr double kLabelHeight = 18;
-constexpr double kAnyHeight = 10000;
 constexpr ui::Font kHeadingFont{14, ui::FontWeight::Semibold};
 constexpr ui::Font kHelpFont{11, ui::FontWeight::Regular};
 
@@ -28,9 +26,8 @@ struct PageView {
 
     static NSView make(CGRect frame) {
         using Class = objc::Subclass<PageView>;
-        static const objc::RawClass registered =
+        [[maybe_unused]] static const objc::RawClass registered =
             Class("NSView").overrides<&PageView::isFlipped>(selectors::isFlipped).registered();
-        (void)registered;
         return Class::create<NSView>(std::make_unique<PageView>(), selectors::initWithFrame, frame);
     }
 };
@@ -108,7 +105,7 @@ double FormPage::place(const Row& row, double top) const {
     // The control covers the right end of the label's line only.
     if (row.label) row.label.setFrame({{kMargin, top + (height - kLabelHeight) / 2}, {width_ / 2, kLabelHeight}});
     if (!row.help) return top + height;
-    const double helpHeight = std::ceil(NSControl(row.help).sizeThatFits({width_, kAnyHeight}).height);
+    const double helpHeight = heightOf(row.help, width_);
     row.help.setFrame({{kMargin, top + height + kHelpGap}, {width_, helpHeight}});
     return top + height + kHelpGap + helpHeight;
 }

@@ -1,7 +1,6 @@
 #include "Platform/Mac/UI/Form/ListView.h"
 
 #include <algorithm>
-#include <cmath>
 
 #include "Platform/Mac/Icons/MacImage.h"
 #include "Platform/Mac/UI/DisplayText.h"
@@ -15,7 +14,6 @@ constexpr double kRowHeight = 34;
 constexpr CGSize kImageSize{20, 20};
 constexpr double kTitleHeight = 18;
 constexpr double kGap = 8;
-constexpr double kAnyHeight = 10000;
 
 double middle(double top, double height) {
     return top + (kRowHeight - height) / 2;
@@ -75,7 +73,7 @@ double ListView::place(CGPoint topLeft, double width) {
         y += kRowHeight;
     }
     if (rows_.empty()) {
-        const double height = std::ceil(NSControl(emptyText_).sizeThatFits({inner, kAnyHeight}).height);
+        const double height = heightOf(emptyText_, inner);
         emptyText_.setFrame({{left, y + kMargin}, {inner, height}});
         y += height + 2 * kMargin;
     }

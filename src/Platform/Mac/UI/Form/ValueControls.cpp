@@ -3,7 +3,7 @@
 
 #include <cmath>
 
-#include "Platform/Mac/UI/Form/FormAction.h"
+#include "Platform/Mac/UI/ControlAction.h"
 #include "Platform/Mac/UI/Resolving.h"
 
 namespace morvel::mac {

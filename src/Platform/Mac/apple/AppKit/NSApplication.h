@@ -25,7 +25,10 @@ public:
     /// Empty follows the system.
     void setAppearance(const NSAppearance& appearance) const { send(*this, "setAppearance:"_sel, appearance); }
     NSAppearance effectiveAppearance() const { return send<NSAppearance>(*this, "effectiveAppearance"_sel); }
-    void activateIgnoringOtherApps(bool ignoring) const { send(*this, "activateIgnoringOtherApps:"_sel, ignoring); }
+    void activateIgnoringOtherApps() const {
+        constexpr bool kIgnoring = true;
+        send(*this, "activateIgnoringOtherApps:"_sel, kIgnoring);
+    }
     NSImage applicationIconImage() const { return send<NSImage>(*this, "applicationIconImage"_sel); }
     /// Empty outside the handling of an event.
     NSEvent currentEvent() const { return send<NSEvent>(*this, "currentEvent"_sel); }

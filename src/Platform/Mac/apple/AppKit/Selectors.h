@@ -85,7 +85,6 @@ inline constexpr auto didCompleteWithError = "URLSession:task:didCompleteWithErr
 
 // Actions of our own.
 inline constexpr auto menuItemChosen = "menuItemChosen:"_sel;
-inline constexpr auto promptButtonPressed = "promptButtonPressed:"_sel;
-inline constexpr auto formControlUsed = "formControlUsed:"_sel;
+inline constexpr auto controlUsed = "controlUsed:"_sel;
 
 }  // namespace morvel::mac::selectors

@@ -1,4 +1,4 @@
-#include "Display/BarFrame.h"
+#include "Bar/BarFrame.h"
 
 #include <algorithm>
 

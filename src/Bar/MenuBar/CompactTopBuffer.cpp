@@ -1,9 +1,9 @@
-#include "Display/MenuBar/CompactTopBuffer.h"
+#include "Bar/MenuBar/CompactTopBuffer.h"
 
 #include <algorithm>
 
-#include "Display/MenuBar/MacOSMenuExtrasDetector.h"
-#include "Display/MenuBar/MenuBarStrip.h"
+#include "Bar/MenuBar/MacOSMenuExtrasDetector.h"
+#include "Bar/MenuBar/MenuBarStrip.h"
 
 namespace morvel::CompactTopBuffer {
 

@@ -1,9 +1,9 @@
-#include "Display/MenuBar/MacOSMenuExtrasDetector.h"
+#include "Bar/MenuBar/MacOSMenuExtrasDetector.h"
 
 #include <algorithm>
 
-#include "Display/BarFrame.h"
-#include "Display/MenuBar/MenuBarStrip.h"
+#include "Bar/BarFrame.h"
+#include "Bar/MenuBar/MenuBarStrip.h"
 #include "Platform/AXNames.h"
 #include "WindowSource/AXReader.h"
 

@@ -1,9 +1,9 @@
-#include "Display/MenuBar/CompactTopLeftBuffer.h"
+#include "Bar/MenuBar/CompactTopLeftBuffer.h"
 
 #include <algorithm>
 
-#include "Display/MenuBar/CompactTopBuffer.h"
-#include "Display/MenuBar/MenuBarStrip.h"
+#include "Bar/MenuBar/CompactTopBuffer.h"
+#include "Bar/MenuBar/MenuBarStrip.h"
 
 namespace morvel::CompactTopLeftBuffer {
 

@@ -1,4 +1,4 @@
-#include "Display/MenuBar/MenuBarFrameProbe.h"
+#include "Bar/MenuBar/MenuBarFrameProbe.h"
 
 #include <cmath>
 

@@ -30,7 +30,8 @@ std::vector<Rect<AXSpace>> itemsOf(Accessibility& accessibility, ProcessID proce
 /// The left ends of those of the items that stand in the area, ascending.
 std::vector<double> probe(const std::vector<Rect<AXSpace>>& items, const Rect<AXSpace>& area);
 
-/// The left end of the `rightmostCount` rightmost items, of which all are meant where there are fewer; nothing for none.
+/// The left end of the `rightmostCount` rightmost items, of which all are meant where there are fewer; nothing for
+/// none.
 std::optional<double> systemAreaLeftmostX(const std::vector<double>& ascendingXs, int rightmostCount);
 
 }  // namespace morvel::MacOSMenuExtrasDetector

@@ -1,11 +1,11 @@
 // How wide the compact top bar's gaps are, and which windows and elements count as part of the menu bar.
 #include <algorithm>
 
-#include "Display/MenuBar/CompactTopBuffer.h"
-#include "Display/MenuBar/CompactTopLeftBuffer.h"
-#include "Display/MenuBar/MacOSMenuExtrasDetector.h"
-#include "Display/MenuBar/MacOSMenuTitlesDetector.h"
-#include "Display/MenuBar/MenuBarFrameProbe.h"
+#include "Bar/MenuBar/CompactTopBuffer.h"
+#include "Bar/MenuBar/CompactTopLeftBuffer.h"
+#include "Bar/MenuBar/MacOSMenuExtrasDetector.h"
+#include "Bar/MenuBar/MacOSMenuTitlesDetector.h"
+#include "Bar/MenuBar/MenuBarFrameProbe.h"
 #include "Vectors.h"
 #include "sim/FakeDefaults.h"
 

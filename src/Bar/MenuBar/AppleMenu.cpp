@@ -1,4 +1,4 @@
-#include "Display/MenuBar/AppleMenu.h"
+#include "Bar/MenuBar/AppleMenu.h"
 
 #include "Platform/AXNames.h"
 #include "WindowSource/AXReader.h"

@@ -1,5 +1,5 @@
 // The object that a control sends its action to.
-#include "Platform/Mac/UI/Form/FormAction.h"
+#include "Platform/Mac/UI/ControlAction.h"
 
 #include "Platform/Mac/apple/AppKit/Selectors.h"
 #include "Platform/Mac/objc/Associated.h"
@@ -11,8 +11,8 @@ namespace {
 
 constexpr objc::AssociationKey kTargetKey{};
 
-struct FormTarget {
-    static constexpr const char* kClassName = "MorvelFormTarget";
+struct ControlTarget {
+    static constexpr const char* kClassName = "MorvelControlTarget";
     std::function<void()> act;
 
     void perform(Id) {
@@ -21,11 +21,10 @@ struct FormTarget {
     }
 
     static NSObject make(std::function<void()> act) {
-        using Class = objc::Subclass<FormTarget>;
-        static const objc::RawClass registered =
-            Class("NSObject").adds<&FormTarget::perform>(selectors::formControlUsed).registered();
-        (void)registered;
-        auto target = std::make_unique<FormTarget>();
+        using Class = objc::Subclass<ControlTarget>;
+        [[maybe_unused]] static const objc::RawClass registered =
+            Class("NSObject").adds<&ControlTarget::perform>(selectors::controlUsed).registered();
+        auto target = std::make_unique<ControlTarget>();
         target->act = std::move(act);
         return Class::create<NSObject>(std::move(target), selectors::init);
     }
@@ -34,10 +33,10 @@ struct FormTarget {
 }  // namespace
 
 void setAction(const NSControl& control, std::function<void()> act) {
-    const NSObject target = FormTarget::make(std::move(act));
+    const NSObject target = ControlTarget::make(std::move(act));
     objc::setAssociated(control, kTargetKey, target);  // controls do not keep their target
     control.setTarget(target);
-    control.setAction(selectors::formControlUsed);
+    control.setAction(selectors::controlUsed);
 }
 
 }  // namespace morvel::mac

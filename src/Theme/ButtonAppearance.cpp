@@ -1,5 +1,6 @@
-#include "Bar/Buttons/ButtonAppearance.h"
+#include "Theme/ButtonAppearance.h"
 
+#include "Settings/BarEdge.h"
 #include "UI/View.h"
 
 namespace morvel {
@@ -48,7 +49,7 @@ ButtonAppearance windowButtonAppearance(const WindowButtonState& state) {
 
 std::optional<ui::Edge> activeUnderline(const WindowButtonState& state) {
     if (!state.isActive || state.style != ActiveButtonStyle::Underline) return std::nullopt;
-    return state.barEdge == MorvelEdge::Top ? ui::Edge::Top : ui::Edge::Bottom;
+    return uiEdge(state.barEdge);
 }
 
 ButtonAppearance appButtonAppearance(bool isHovered, bool hasBorders) {

@@ -1,4 +1,4 @@
-#include "Bar/Buttons/AppIconView.h"
+#include "Theme/AppIconView.h"
 
 #include <utility>
 

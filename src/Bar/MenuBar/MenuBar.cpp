@@ -1,13 +1,13 @@
-#include "Display/MenuBar/MenuBar.h"
+#include "Bar/MenuBar/MenuBar.h"
 
 #include <algorithm>
 #include <array>
 #include <string_view>
 
-#include "Display/MenuBar/MacOSMenuExtrasDetector.h"
-#include "Display/MenuBar/MacOSMenuTitlesDetector.h"
-#include "Display/MenuBar/MenuBarFrameProbe.h"
-#include "Display/MenuBar/MenuBarStrip.h"
+#include "Bar/MenuBar/MacOSMenuExtrasDetector.h"
+#include "Bar/MenuBar/MacOSMenuTitlesDetector.h"
+#include "Bar/MenuBar/MenuBarFrameProbe.h"
+#include "Bar/MenuBar/MenuBarStrip.h"
 
 namespace morvel {
 

@@ -1,4 +1,4 @@
-#include "Display/MenuBar/MacOSMenuTitlesDetector.h"
+#include "Bar/MenuBar/MacOSMenuTitlesDetector.h"
 
 #include "Platform/AXNames.h"
 #include "WindowSource/AXReader.h"

@@ -4,7 +4,7 @@
 #include <optional>
 #include <vector>
 
-#include "Display/MenuBar/CompactTopBuffer.h"
+#include "Bar/MenuBar/CompactTopBuffer.h"
 #include "Platform/Accessibility.h"
 #include "Platform/Screens.h"
 #include "Platform/WindowServer.h"
