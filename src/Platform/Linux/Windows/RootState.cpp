@@ -39,8 +39,9 @@ const std::vector<RootState::Followed>& RootState::followed() {
 RootState::RootState(XConnection& connection) : connection_(connection) {
     connection_.addRootEvents(XCB_EVENT_MASK_PROPERTY_CHANGE);
     subscriptions_.push_back(connection_.observeRoot([this](const xcb_generic_event_t& event) {
-        if (event.response_type == XCB_PROPERTY_NOTIFY)
-            dirty_.insert(reinterpret_cast<const xcb_property_notify_event_t&>(event).atom);
+        if (event.response_type != XCB_PROPERTY_NOTIFY) return;
+        const xcb_atom_t property = reinterpret_cast<const xcb_property_notify_event_t&>(event).atom;
+        if (!isAnswerNewer(event, property)) dirty_.insert(property);
     }));
     subscriptions_.push_back(connection_.observeBatchEnd([this] { requestDirty(); }));
     for (const Followed& property : followed()) request(property);
@@ -53,8 +54,17 @@ void RootState::requestDirty() {
     dirty_.clear();
 }
 
+// An event carries the number of the last request that the server had seen before it. Window managers take the active
+// window away before they name the next, and that second change often comes while the first is still asked about.
+bool RootState::isAnswerNewer(const xcb_generic_event_t& change, xcb_atom_t property) const {
+    const auto asked = asked_.find(property);
+    return asked != asked_.end() && static_cast<int32_t>(asked->second - change.full_sequence) > 0;
+}
+
 void RootState::request(const Followed& property) {
-    const auto cookie = requestProperty(connection_.get(), connection_.root(), connection_.atoms().*property.atom);
+    const xcb_atom_t atom = connection_.atoms().*property.atom;
+    const auto cookie = requestProperty(connection_.get(), connection_.root(), atom);
+    asked_[atom] = cookie.sequence;
     connection_.whenReplied<xcb_get_property_reply_t>(
         cookie.sequence, [this, read = property.read](const auto* reply) { (this->*read)(reply); });
 }

@@ -1,6 +1,7 @@
 // What the window manager tells on the root window: its clients, the active one and the workspaces.
 #pragma once
 
+#include <map>
 #include <optional>
 #include <set>
 #include <vector>
@@ -10,8 +11,9 @@
 
 namespace morvel::x11 {
 
-/// Follows the properties without ever waiting: a changed one is asked for once per batch of events. Known once the
-/// connection's replies have been settled. Without a window manager the lists are empty and there is one workspace.
+/// Follows the properties without ever waiting: a changed one is asked for once per batch of events, unless the answer
+/// to an earlier request will tell the change. Known once the connection's replies have been settled. Without a window
+/// manager the lists are empty and there is one workspace.
 class RootState {
 public:
     explicit RootState(XConnection& connection);
@@ -46,6 +48,7 @@ private:
     static const std::vector<Followed>& followed();
 
     void request(const Followed& property);
+    bool isAnswerNewer(const xcb_generic_event_t& change, xcb_atom_t property) const;
     void requestDirty();
     void readClients(const xcb_get_property_reply_t* reply);
     void readActive(const xcb_get_property_reply_t* reply);
@@ -60,7 +63,8 @@ private:
     uint32_t currentDesktop_ = 0;
     uint32_t desktopCount_ = 1;
     std::set<xcb_atom_t> supported_;
-    std::set<xcb_atom_t> dirty_;  // changed since the last batch's end
+    std::set<xcb_atom_t> dirty_;            // changed since the last batch's end
+    std::map<xcb_atom_t, unsigned> asked_;  // the numbers of the last requests
     Signal<> clientsChanged_, activeChanged_, desktopsChanged_, windowManagerChanged_;
     Subscriptions subscriptions_;
 };
