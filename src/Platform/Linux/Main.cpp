@@ -31,7 +31,8 @@ std::string configFolder() {
 int run() {
     startReadingFonts();
     StderrLog log;
-    GLibMainLoop loop;
+    // Never destroyed: a thread that is still at work when the program ends may yet post what it has found.
+    GLibMainLoop& loop = *new GLibMainLoop;
     const auto connection = XConnection::open("", log, [&] {
         log.error("The X server is gone.");
         loop.quit(kExitDisplayLost);
