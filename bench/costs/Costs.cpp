@@ -30,8 +30,7 @@ std::vector<sim::DisplaySpec> displaysInARow(int count) {
 class World {
 public:
     World(int windowCount, int displayCount) : desktop_(displaysInARow(displayCount)), displays_(displayCount) {
-        for (int i = 0; i < kApplications; ++i)
-            apps_.push_back(&desktop_.launch("Application " + std::to_string(i)));
+        for (int i = 0; i < kApplications; ++i) apps_.push_back(&desktop_.launch("Application " + std::to_string(i)));
         for (int i = 0; i < windowCount; ++i) windows_.push_back(&open());
         delegate_.applicationDidFinishLaunching();
         desktop_.run(5s);
@@ -94,8 +93,8 @@ void count(int windows, int displays) {
         (world.*cost.round)(0);  // whatever is made once
         CALLGRIND_ZERO_STATS;
         for (int round = 1; round <= kRounds; ++round) (world.*cost.round)(round);
-        const std::string label =
-            std::string(cost.name) + ", " + std::to_string(windows) + " windows, " + std::to_string(displays) + " displays";
+        const std::string label = std::string(cost.name) + ", " + std::to_string(windows) + " windows, " +
+                                  std::to_string(displays) + " displays";
         CALLGRIND_DUMP_STATS_AT(label.c_str());
         std::puts(label.c_str());
     }

@@ -299,7 +299,8 @@ TEST(Observing, AnApplicationThatAsksWhetherToSaveHoldsNobodyUp) {
     desktop.start();
     const int calls = desktop.accessibility().calls(app.pid());
     desktop.manager().closeWindow(desktop.idOf(window));
-    EXPECT_EQ(desktop.accessibility().calls(app.pid()) - calls, 1) << "for the button, which is pressed without waiting";
+    EXPECT_EQ(desktop.accessibility().calls(app.pid()) - calls, 1)
+        << "for the button, which is pressed without waiting";
     desktop.settle();
     EXPECT_FALSE(desktop.find(window));
 }

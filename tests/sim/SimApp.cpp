@@ -31,9 +31,9 @@ void SimApp::setMenuItem(const std::string& title, const std::string& character,
     ElementID outer = item;
     for (const std::string outerTitle : {"", "File", ""}) {
         const std::vector<AXElement> children{accessibility.handle(outer)};
-        outer = accessibility.add({.pid = pid(),
-                                   .attributes = {{std::string(ax::kTitle), outerTitle},
-                                                  {std::string(ax::kChildren), children}}});
+        outer = accessibility.add(
+            {.pid = pid(),
+             .attributes = {{std::string(ax::kTitle), outerTitle}, {std::string(ax::kChildren), children}}});
     }
     accessibility.at(accessibility.applicationID(pid()))
         .attributes.insert_or_assign(std::string(ax::kMenuBar), accessibility.handle(outer));

@@ -31,7 +31,9 @@ public:
         return found == bundles.end() ? std::nullopt : std::optional(found->second);
     }
     int compareNames(const std::string& a, const std::string& b) override;
-    Subscription observeChanges(std::function<void()> changed) override { return changes.subscribe(std::move(changed)); }
+    Subscription observeChanges(std::function<void()> changed) override {
+        return changes.subscribe(std::move(changed));
+    }
 
     /// Puts an application into the folder "/Applications".
     void install(const std::string& bundleID, const std::string& name);

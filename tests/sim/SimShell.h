@@ -20,7 +20,7 @@ public:
 
     std::vector<std::string> lines;
     std::function<void()> onRun;  ///< while each line runs
-    ShellResult result{0, ""};  ///< of every line
+    ShellResult result{0, ""};    ///< of every line
 };
 
 class SimLoginItem : public LoginItem {

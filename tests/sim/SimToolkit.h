@@ -29,7 +29,7 @@ struct SimPanel {
 struct SimPopover {
     SimSurface surface;
     bool isShown = false;
-    ui::View* anchor = nullptr;                  ///< only to be compared: it may be gone
+    ui::View* anchor = nullptr;                 ///< only to be compared: it may be gone
     const SimSurface* anchorSurface = nullptr;  ///< the same
     ui::Edge edge = ui::Edge::Top;
     Size size = {};

@@ -41,10 +41,10 @@ public:
     std::string fileManager() override { return "com.apple.finder"; }
     std::string homeFolder() override { return "/Users/me"; }
     void openApplication(const std::string& path, const OpenApplication& how) override {
-        journal_.add({"openApplication " + path + (how.createsNewInstance ? " new" : "") +
-                          (how.activates ? " activates" : ""),
-                      {},
-                      {}});
+        journal_.add(
+            {"openApplication " + path + (how.createsNewInstance ? " new" : "") + (how.activates ? " activates" : ""),
+             {},
+             {}});
         if (onOpenApplication) onOpenApplication(path, how);
     }
     void openFile(const std::string& path) override {

@@ -87,8 +87,8 @@ struct GLibMainLoop::PostedSource {
 };
 
 GLibMainLoop::GLibMainLoop() : loop_(g_main_loop_new(nullptr, FALSE)), mainThread_(std::this_thread::get_id()) {
-    static GSourceFuncs funcs{PostedSource::prepare, PostedSource::check, PostedSource::dispatch,
-                              nullptr,               nullptr,             nullptr};
+    static GSourceFuncs funcs{
+        PostedSource::prepare, PostedSource::check, PostedSource::dispatch, nullptr, nullptr, nullptr};
     postedSource_ = g_source_new(&funcs, sizeof(PostedSource));
     reinterpret_cast<PostedSource*>(postedSource_)->loop = this;
     g_source_attach(postedSource_, nullptr);

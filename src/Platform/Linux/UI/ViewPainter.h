@@ -21,7 +21,12 @@ public:
     /// All outlive the painter.
     ViewPainter(cairo_t* cr, const DamageRegion& damage, const Palette& palette, TextLayouts& layouts,
                 RoundedShapes& shapes, bool isComposited)
-        : cr_(cr), damage_(damage), palette_(palette), layouts_(layouts), shapes_(shapes), isComposited_(isComposited) {}
+        : cr_(cr),
+          damage_(damage),
+          palette_(palette),
+          layouts_(layouts),
+          shapes_(shapes),
+          isComposited_(isComposited) {}
 
     /// The view's corner lies at `corner`, in the window's pixels.
     void paint(const ui::View& view, Point<ViewSpace> corner) { paint(view, corner, 1); }

@@ -62,7 +62,7 @@ public:
 
 private:
     struct Wanted {
-        bool ofAll = false;  // subscribed on the application, which counts for all its windows
+        bool ofAll = false;                      // subscribed on the application, which counts for all its windows
         std::unordered_set<uint64_t> ofWindows;  // their serials
     };
 
