@@ -259,7 +259,7 @@ void AXObserverManager::answerDenied() {
 }
 
 void AXObserverManager::raiseWindow(WindowID id) {
-    const TrackedWindow* window = tracker_.find(id);
+    const auto window = tracker_.find(id);
     if (!window) return;
     const auto frontmost = system_.workspace.frontmostApplication();
     actions_.raise(*window);
@@ -267,7 +267,7 @@ void AXObserverManager::raiseWindow(WindowID id) {
 }
 
 void AXObserverManager::clickWindow(WindowID id) {
-    const TrackedWindow* window = tracker_.find(id);
+    const auto window = tracker_.find(id);
     if (!window) return;
     const auto frontmost = system_.workspace.frontmostApplication();
     if (actions_.click(*window) == ClickOutcome::Raised) checkRaised(id, frontmost);
@@ -282,7 +282,7 @@ void AXObserverManager::checkRaised(WindowID id, std::optional<ProcessID> frontm
         },
         Current::Skip);
     raiseCheck_ = system_.mainLoop.after(kRaiseCheckDelay, [this, id, frontmostBefore] {
-        const TrackedWindow* window = tracker_.find(id);
+        const auto window = tracker_.find(id);
         if (!window || unresponsive_.contains(window->pid)) return;
         const auto frontmost = system_.workspace.frontmostApplication();
         const bool wentElsewhere = frontmost != window->pid && frontmost != frontmostBefore;
@@ -291,25 +291,24 @@ void AXObserverManager::checkRaised(WindowID id, std::optional<ProcessID> frontm
 }
 
 void AXObserverManager::minimizeWindow(WindowID id) {
-    if (const TrackedWindow* window = tracker_.find(id)) actions_.minimize(*window);
+    if (const auto window = tracker_.find(id)) actions_.minimize(*window);
 }
 
 void AXObserverManager::closeWindow(WindowID id) {
-    if (const TrackedWindow* window = tracker_.find(id)) actions_.close(*window);
+    if (const auto window = tracker_.find(id)) actions_.close(*window);
 }
 
 void AXObserverManager::moveWindow(WindowID id, const Screen& to) {
     const auto screens = system_.screens.screens();
     if (screens.empty()) return;  // displays are being reconfigured
-    if (const TrackedWindow* window = tracker_.find(id)) actions_.move(*window, to.frame, screens.front().frame.height);
+    if (const auto window = tracker_.find(id)) actions_.move(*window, to.frame, screens.front().frame.height);
 }
 
 void AXObserverManager::setWindowFrame(WindowID id, const Rect<AXSpace>& frame) {
     // Nobody waits for this, unlike for what a person asked for: a process that hangs is spared.
-    const TrackedWindow* window = tracker_.find(id);
+    const auto window = tracker_.find(id);
     if (!window || unresponsive_.contains(window->pid)) return;
-    const ProcessID pid = window->pid;
-    if (!actions_.setFrame(*window, frame)) unresponsive_.add(pid);
+    if (!actions_.setFrame(*window, frame)) unresponsive_.add(window->pid);
 }
 
 }  // namespace morvel

@@ -60,8 +60,12 @@ public:
     /// Looks for windows that closed without a notice.
     void sweepClosedWindows();
 
-    /// Good until the next change; null when it is not tracked.
-    const TrackedWindow* find(WindowID id) const { return windows_.find(id); }
+    /// As it is now; a copy, since what is done to a window may end in its being forgotten. Nothing when it is not
+    /// tracked.
+    std::optional<TrackedWindow> find(WindowID id) const {
+        const TrackedWindow* window = windows_.find(id);
+        return window ? std::optional(*window) : std::nullopt;
+    }
 
 private:
     using Events = std::vector<WindowEvent>;
