@@ -255,6 +255,11 @@ TEST_F(DragToolkit, TakesFilesOfOtherPrograms) {
     right_.told.clear();
     EXPECT_FALSE(takesDrop(heavy, {"text/uri-list"})) << "nothing is handed out";
     EXPECT_EQ(right_.told, (Told{"entered", "exited", "ended"}));
+
+    ASSERT_TRUE(hover(heavy, {"text/uri-list"}));
+    heavy.drop(rightWindow_);
+    EXPECT_TRUE(hover(heavy, {"text/uri-list"})) << "who drags anew does not wait for the drop before";
+    EXPECT_EQ(heavy.count("XdndFinished"), 3U);
 }
 
 TEST_F(DragToolkit, EndsWithItsSourceOrWhenTheButtonIsLetGoElsewhere) {

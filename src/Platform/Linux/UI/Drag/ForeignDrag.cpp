@@ -35,7 +35,7 @@ ForeignDrag::ForeignDrag(ToolkitContext& context, AtomNames& names, xcb_window_t
 }
 
 void ForeignDrag::entered(xcb_window_t target, const XdndEnter& message) {
-    if (state_ == State::Dropping || isOver()) return;
+    if (isDropping() || isOver()) return;
     silentLooks_ = 0;
     tracker_.exited();  // it may come from another window of ours without having left that one
     state_ = State::Inside;
@@ -160,7 +160,7 @@ void ForeignDrag::finish(ui::DragOperation done) {
 }
 
 void ForeignDrag::giveUp() {
-    if (state_ == State::Dropping) return finish(ui::DragOperation::None);
+    if (isDropping()) return finish(ui::DragOperation::None);
     end();
 }
 
@@ -183,7 +183,7 @@ void ForeignDrag::lookAtButtons() {
 void ForeignDrag::buttonsAnswered(const xcb_query_pointer_reply_t* pointer) {
     if (!pointer || (pointer->mask & kButtons) != 0) return;
     const int limit = state_ == State::Away ? kSilentLooksAway : kSilentLooksInside;
-    if (state_ != State::Dropping && ++silentLooks_ >= limit) giveUp();
+    if (!isDropping() && ++silentLooks_ >= limit) giveUp();
 }
 
 }  // namespace morvel::x11

@@ -23,6 +23,7 @@ public:
     ForeignDrag& operator=(const ForeignDrag&) = delete;
 
     xcb_window_t source() const { return source_; }
+    bool isDropping() const { return state_ == State::Dropping; }
     bool isOver() const { return state_ == State::Over; }
 
     // --- What the source says; `target` is the window of ours that it says it to. ---

@@ -23,7 +23,7 @@ void XdndTarget::entered(xcb_window_t target, const XdndEnter& message) {
     const XConnection& connection = context_.connection();
     if (message.version < kOldestXdndVersion || message.version > kXdndVersion) return;
     if (!message.source || message.source == connection.root() || connection.isOwnWindow(message.source)) return;
-    if (drag_ && drag_->source() != message.source) drag_->giveUp();
+    if (drag_ && (drag_->source() != message.source || drag_->isDropping())) drag_->giveUp();
     if (!drag_ || drag_->isOver())
         drag_ = std::make_unique<ForeignDrag>(context_, names_, message.source, [this] {
             // In a turn of its own: a drag ends inside its own handling of an event.

@@ -7,8 +7,8 @@
 
 namespace morvel::x11 {
 
-/// Main thread only. There is one pointer, so one drag at a time: who enters ends what was before. Messages that do
-/// not belong to it, or come from nobody, are ignored.
+/// Main thread only. There is one pointer, so one drag at a time: who enters ends what was before, also an own drop
+/// whose contents have not come yet. Messages that do not belong to it, or come from nobody, are ignored.
 class XdndTarget {
 public:
     /// The context outlives it.
