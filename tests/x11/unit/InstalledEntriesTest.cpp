@@ -1,4 +1,4 @@
-// Which desktop entries count as installed applications, under which identifiers.
+// Which desktop entries count as installed applications, under which identifiers, and which windows are theirs.
 #include "Platform/Linux/Applications/InstalledEntries.h"
 
 #include <gtest/gtest.h>
@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <map>
 
+#include "Platform/Linux/Applications/DesktopEntries.h"
 #include "x11/TemporaryFolder.h"
 
 namespace morvel::x11 {
@@ -36,10 +37,17 @@ struct DataFolders {
                  {"other.desktop", entry("Other", "OnlyShowIn=Elsewhere;\n")},
                  {"replaced.desktop", entry("Ours")},
                  {"masked.desktop", entry("Masked", "Hidden=true\n")},
+                 {"org.example.Paint.desktop", entry("Paint", "StartupWMClass=Painter\nIcon=/no/icon.png\n")},
+                 {"a-gone.desktop", entry("Gone", "StartupWMClass=Editor\nTryExec=/no/such/program\n")},
+                 {"b-editor.desktop", entry("Editor", "StartupWMClass=editor\n")},
+                 {"a-tool.desktop",
+                  "[Desktop Entry]\nType=Application\nName=T\nNoDisplay=true\nExec=env X=1 /bin/cat %f\n"},
+                 {"sub/tool.desktop", "[Desktop Entry]\nType=Application\nName=T\nExec=env X=1 /bin/cat %f\n"},
              })
             own.write("applications/" + name, text);
         for (const char* name : {"replaced", "masked", "theirs"})
-            system.write("applications/" + std::string(name) + ".desktop", entry("Theirs"));
+            system.write("applications/" + std::string(name) + ".desktop",
+                         entry("Theirs", std::string("StartupWMClass=class-of-") + name + "\n"));
     }
     TemporaryFolder own, system;
 };
@@ -84,6 +92,21 @@ TEST_F(Installed, WhatIsDamagedDeletedOrReplacedIsNone) {
     ASSERT_TRUE(theirBundle("replaced"));
     EXPECT_EQ(theirBundle("replaced")->displayName, "Ours");
     for (const char* path : {"", ".desktop", "plain", "/plain.txt"}) EXPECT_FALSE(entries_.bundle(path)) << path;
+}
+
+TEST_F(Installed, WindowsLeadToTheirsByClassOrProgram) {
+    DesktopEntries entries;
+    const auto idFor = [&](const std::string& instance, const std::string& name) {
+        const auto found = entries.findForClass(instance, name);
+        return found ? found->id : "";
+    };
+    EXPECT_EQ(idFor("x", "painter"), "org.example.Paint");
+    EXPECT_EQ(idFor("EDITOR", ""), "b-editor") << "the first of that class cannot be started";
+    EXPECT_EQ(idFor("cat", "Cat"), "sub-tool") << "what no menu shows is a helper";
+    EXPECT_EQ(idFor("x", "class-of-theirs"), "theirs");
+    EXPECT_EQ(idFor("x", "class-of-masked"), "") << "the person has deleted it";
+    EXPECT_EQ(idFor("x", "class-of-replaced"), "") << "the person's own says nothing of a class";
+    EXPECT_EQ(idFor("", "../plain"), "");
 }
 
 TEST_F(Installed, NamesAreInThePersonsOrder) {

@@ -1,14 +1,15 @@
 #include "Platform/Linux/Applications/DesktopEntries.h"
 
-#include <string_view>
+#include <algorithm>
+#include <set>
 
 #include "Platform/Linux/Applications/EntryCandidates.h"
+#include "Platform/Linux/Applications/EntryFiles.h"
 
 namespace morvel::x11 {
 
 namespace {
 
-constexpr std::string_view kSuffix = ".desktop";
 constexpr size_t kMostAnswers = 256;  // programs invent names without end; the answers are cheap to find again
 
 std::string textOrEmpty(const char* text) {
@@ -32,10 +33,27 @@ std::string newWindowActionOf(GDesktopAppInfo* info) {
     return {};
 }
 
-std::string withoutSuffix(std::string id) {
-    if (id.ends_with(kSuffix)) id.resize(id.size() - kSuffix.size());
-    return id;
-}
+struct FreeKeyFile {
+    void operator()(GKeyFile* file) const { g_key_file_free(file); }
+};
+
+/// What a desktop entry's file says under some keys; all are empty where it cannot be read.
+class EntryKeys {
+public:
+    explicit EntryKeys(const std::string& path) : file_(g_key_file_new()) {
+        g_key_file_load_from_file(file_.get(), path.c_str(), G_KEY_FILE_NONE, nullptr);
+    }
+    std::string text(const char* key) const {
+        const GText value(g_key_file_get_string(file_.get(), G_KEY_FILE_DESKTOP_GROUP, key, nullptr));
+        return textOrEmpty(value.get());
+    }
+    bool isSet(const char* key) const {
+        return g_key_file_get_boolean(file_.get(), G_KEY_FILE_DESKTOP_GROUP, key, nullptr) != FALSE;
+    }
+
+private:
+    std::unique_ptr<GKeyFile, FreeKeyFile> file_;
+};
 
 }  // namespace
 
@@ -55,7 +73,7 @@ void DesktopEntries::installedChanged(GAppInfoMonitor*, gpointer self) {
 
 std::optional<DesktopEntry> DesktopEntries::find(const std::string& id) {
     if (id.empty() || id.find('\0') != std::string::npos) return std::nullopt;
-    const GPtr<GDesktopAppInfo> info(g_desktop_app_info_new((id + std::string(kSuffix)).c_str()));
+    const GPtr<GDesktopAppInfo> info(g_desktop_app_info_new((id + std::string(kEntrySuffix)).c_str()));
     if (!info || g_desktop_app_info_get_is_hidden(info.get())) return std::nullopt;
     auto* app = G_APP_INFO(info.get());
     return DesktopEntry{id, textOrEmpty(g_app_info_get_display_name(app)),
@@ -70,7 +88,7 @@ std::optional<DesktopEntry> DesktopEntries::findForType(const std::string& conte
     // What menus do not show may be a second entry of the program, made for this type alone.
     const std::string program = execProgram(textOrEmpty(g_app_info_get_commandline(handler.get())));
     const auto shown = g_desktop_app_info_get_nodisplay(info) ? findForClass(program, program) : std::nullopt;
-    return shown ? shown : find(withoutSuffix(textOrEmpty(g_app_info_get_id(handler.get()))));
+    return shown ? shown : find(entryIdentifier(textOrEmpty(g_app_info_get_id(handler.get()))));
 }
 
 std::optional<DesktopEntry> DesktopEntries::findForClass(const std::string& classInstance,
@@ -85,28 +103,42 @@ std::optional<DesktopEntry> DesktopEntries::findForClass(const std::string& clas
         if (!found) found = find(id);
     for (const std::string& name : {foldCase(classInstance), foldCase(className)}) {
         if (found || name.empty()) continue;
-        for (const auto* map : {&index().byStartupClass, &index().byProgram})
-            if (const auto entry = map->find(name); !found && entry != map->end()) found = find(entry->second);
+        found = findNamed(index().byStartupClass, name);
+        if (!found) found = findNamed(index().byProgram, name);
     }
     classes_[key] = found ? std::optional(found->id) : std::nullopt;
     return found;
 }
 
+std::optional<DesktopEntry> DesktopEntries::findNamed(const Names& names, const std::string& name) {
+    const auto ids = names.find(name);
+    if (ids == names.end()) return std::nullopt;
+    for (const std::string& id : ids->second)
+        if (auto entry = find(id)) return entry;
+    return std::nullopt;
+}
+
+// GLib's list of all applications would do, but it looks for each one's program, and brings the modules of GVfs into
+// the process (half a megabyte) for an entry whose icon is a file. Here only a few keys count.
 const DesktopEntries::Index& DesktopEntries::index() {
     if (index_) return *index_;
     Index& index = index_.emplace();
-    GList* all = g_app_info_get_all();
-    for (GList* item = all; item; item = item->next) {
-        auto* info = G_DESKTOP_APP_INFO(item->data);
-        const std::string id = withoutSuffix(textOrEmpty(g_app_info_get_id(G_APP_INFO(info))));
-        const std::string wmClass = textOrEmpty(g_desktop_app_info_get_startup_wm_class(info));
-        const std::string program = execProgram(textOrEmpty(g_app_info_get_commandline(G_APP_INFO(info))));
-        if (!wmClass.empty()) index.byStartupClass.try_emplace(foldCase(wmClass), id);
-        // An entry that menus do not show is a helper of another one.
-        if (!program.empty() && !g_desktop_app_info_get_nodisplay(info))
-            index.byProgram.try_emplace(foldCase(program), id);
+    std::set<std::string> seen;
+    for (const std::string& folder : entryFolders()) {
+        auto files = entryFiles(folder).value_or(std::vector<std::string>());
+        std::ranges::sort(files);
+        for (const std::string& file : files) {
+            const std::string id = entryIdentifier(file);
+            if (!seen.insert(id).second) continue;
+            const EntryKeys keys(folder + "/" + file);
+            const std::string wmClass = keys.text(G_KEY_FILE_DESKTOP_KEY_STARTUP_WM_CLASS);
+            const std::string program = execProgram(keys.text(G_KEY_FILE_DESKTOP_KEY_EXEC));
+            if (!wmClass.empty()) index.byStartupClass[foldCase(wmClass)].push_back(id);
+            // An entry that menus do not show is a helper of another one.
+            if (!program.empty() && !keys.isSet(G_KEY_FILE_DESKTOP_KEY_NO_DISPLAY))
+                index.byProgram[foldCase(program)].push_back(id);
+        }
     }
-    g_list_free_full(all, g_object_unref);
     return index;
 }
 

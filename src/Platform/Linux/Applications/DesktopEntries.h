@@ -7,6 +7,7 @@
 #include <optional>
 #include <string>
 #include <unordered_map>
+#include <vector>
 
 #include "Platform/Linux/System/GLibPointers.h"
 
@@ -35,12 +36,14 @@ public:
     std::optional<DesktopEntry> findForClass(const std::string& classInstance, const std::string& className);
 
 private:
+    /// Identifiers by a name in lower case, the likeliest first. Not all are of applications that can be started.
+    using Names = std::unordered_map<std::string, std::vector<std::string>>;
     struct Index {
-        std::unordered_map<std::string, std::string> byStartupClass;  // lower case → id
-        std::unordered_map<std::string, std::string> byProgram;
+        Names byStartupClass, byProgram;
     };
     static void installedChanged(GAppInfoMonitor*, gpointer self);
     const Index& index();
+    std::optional<DesktopEntry> findNamed(const Names& names, const std::string& name);
 
     GPtr<GAppInfoMonitor> monitor_;
     gulong handler_ = 0;

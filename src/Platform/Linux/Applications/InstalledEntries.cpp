@@ -2,24 +2,14 @@
 
 #include <gio/gdesktopappinfo.h>
 
-#include <algorithm>
 #include <filesystem>
-#include <system_error>
 
+#include "Platform/Linux/Applications/EntryFiles.h"
 #include "Platform/Linux/System/GLibPointers.h"
 
 namespace morvel::x11 {
 
 namespace {
-
-namespace fs = std::filesystem;
-
-constexpr int kDeepestFolder = 4;
-constexpr int kMostFiles = 20'000;  // beyond this it is no folder of applications
-
-std::string entriesBelow(const char* dataFolder) {
-    return (fs::path(dataFolder) / "applications").string();
-}
 
 /// Texts of files may be in any encoding.
 GText validText(const std::string& text) {
@@ -47,45 +37,27 @@ struct ChangeListener {
 }  // namespace
 
 std::vector<std::string> InstalledEntries::folders() {
-    std::vector<std::string> found{entriesBelow(g_get_user_data_dir())};
-    for (const char* const* folder = g_get_system_data_dirs(); *folder; ++folder) {
-        const std::string path = entriesBelow(*folder);
-        if (fs::path(path).is_absolute() && std::ranges::count(found, path) == 0) found.push_back(path);
-    }
-    return found;
+    return entryFolders();
+}
+
+std::string_view InstalledEntries::suffix() {
+    return kEntrySuffix;
 }
 
 std::optional<std::vector<std::string>> InstalledEntries::list(const std::string& folder) {
-    std::error_code error;
-    fs::recursive_directory_iterator entry(
-        folder, fs::directory_options::follow_directory_symlink | fs::directory_options::skip_permission_denied, error);
-    if (error) return std::nullopt;
-    std::vector<std::string> names;
-    for (int files = 0; entry != fs::recursive_directory_iterator() && files < kMostFiles; ++files) {
-        if (entry.depth() >= kDeepestFolder) entry.disable_recursion_pending();
-        if (entry->path().native().ends_with(suffix()))
-            names.push_back(entry->path().native().substr(folder.size() + 1));
-        entry.increment(error);
-        if (error) break;
-    }
-    return names;
+    return entryFiles(folder);
 }
 
 std::string InstalledEntries::identifierOf(const std::string& path) {
-    std::string id = fs::path(path).filename().string();
-    for (const std::string& folder : folders()) {
-        if (!path.starts_with(folder + "/")) continue;
-        id = path.substr(folder.size() + 1);
-        std::ranges::replace(id, '/', '-');
-        break;
-    }
-    return id.substr(0, id.size() - suffix().size());
+    for (const std::string& folder : folders())
+        if (path.starts_with(folder + "/")) return entryIdentifier(path.substr(folder.size() + 1));
+    return entryIdentifier(std::filesystem::path(path).filename().string());
 }
 
 std::optional<ApplicationBundle> InstalledEntries::bundle(const std::string& path) {
-    if (!path.ends_with(suffix()) || path.find('\0') != std::string::npos) return std::nullopt;
+    if (!path.ends_with(kEntrySuffix) || path.find('\0') != std::string::npos) return std::nullopt;
     const std::string id = identifierOf(path);
-    const GPtr<GDesktopAppInfo> info(g_desktop_app_info_new((id + std::string(suffix())).c_str()));
+    const GPtr<GDesktopAppInfo> info(g_desktop_app_info_new((id + std::string(kEntrySuffix)).c_str()));
     if (!info || g_desktop_app_info_get_is_hidden(info.get())) return std::nullopt;
     auto* app = G_APP_INFO(info.get());
     return ApplicationBundle{.identifier = id,

@@ -5,13 +5,12 @@
 
 namespace morvel::x11 {
 
-/// An entry in a sub-folder is named by its path, from which its identifier is made: "kde/okular.desktop" is
-/// "kde-okular". What an earlier folder replaces, marks as deleted, or whose program is missing (TryExec) is no
-/// application. Sub-folders are read a few levels deep, links that lead in a circle included.
+/// An entry in a sub-folder is named by its path. What an earlier folder replaces, marks as deleted, or whose program
+/// is missing (TryExec) is no application.
 class InstalledEntries : public InstalledApplications {
 public:
     std::vector<std::string> folders() override;
-    std::string_view suffix() override { return ".desktop"; }
+    std::string_view suffix() override;
     std::optional<std::vector<std::string>> list(const std::string& folder) override;
     std::optional<ApplicationBundle> bundle(const std::string& path) override;
     int compareNames(const std::string& a, const std::string& b) override;
