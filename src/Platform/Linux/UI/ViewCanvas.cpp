@@ -1,5 +1,6 @@
 #include "Platform/Linux/UI/ViewCanvas.h"
 
+#include <algorithm>
 #include <utility>
 
 #include "Platform/Linux/UI/ViewPainter.h"
@@ -13,10 +14,6 @@ constexpr Duration kDisplayPeriod = std::chrono::milliseconds(16);
 
 }  // namespace
 
-Duration frameDelay(Instant now, Instant last) {
-    return std::clamp(last + kDisplayPeriod - now, Duration{}, kDisplayPeriod);
-}
-
 ViewCanvas::ViewCanvas(MainLoop& mainLoop, const Palette& palette, TextLayouts& layouts, ui::View& root,
                        Delegate delegate)
     : mainLoop_(mainLoop),
@@ -24,7 +21,7 @@ ViewCanvas::ViewCanvas(MainLoop& mainLoop, const Palette& palette, TextLayouts& 
       layouts_(layouts),
       root_(root),
       delegate_(std::move(delegate)),
-      lastFrame_(mainLoop.now() - kDisplayPeriod) {
+      filledUntil_(mainLoop.now()) {
     root_.setHost(this);
 }
 
@@ -83,7 +80,8 @@ void ViewCanvas::viewChanged(ui::View& view, ui::ViewChange change) {
 
 void ViewCanvas::schedule() {
     if (frame_ || isReleased_) return;
-    frame_ = mainLoop_.after(frameDelay(mainLoop_.now(), lastFrame_), [this] { paintNow(); });
+    const Duration ahead = filledUntil_ - mainLoop_.now() - kDisplayPeriod;
+    frame_ = mainLoop_.after(std::max(ahead, Duration{}), [this] { paintNow(); });
 }
 
 void ViewCanvas::paintNow() {
@@ -101,7 +99,8 @@ void ViewCanvas::paintNow() {
 }
 
 void ViewCanvas::paint(const DamageRegion& damage) {
-    lastFrame_ = mainLoop_.now();
+    const Instant now = mainLoop_.now();
+    filledUntil_ = std::min(std::max(filledUntil_, now), now + kDisplayPeriod) + kDisplayPeriod;
     cairo_t* cr = cairo_create(surface_.get());
     for (const PixelRect& r : damage.rects()) cairo_rectangle(cr, r.x, r.y, r.width, r.height);
     cairo_clip(cr);

@@ -15,11 +15,9 @@
 
 namespace morvel::x11 {
 
-/// How long a frame has to wait when the last one was painted at `last`: not at all when the display has shown that one
-/// since, else for the rest of the display's period.
-Duration frameDelay(Instant now, Instant last);
-
-/// Main thread only. Changes of one turn of the loop are one frame; no timer runs while nothing changes.
+/// Main thread only. Changes of one turn of the loop are one frame. One frame may be painted ahead of the display, so
+/// that what follows the first change at once, like a window's icon, is seen with it; more wait for the display. No
+/// timer runs while nothing changes.
 class ViewCanvas : public ui::ViewHost {
 public:
     struct Delegate {
@@ -78,8 +76,8 @@ private:
     bool isComposited_ = false;
     bool isReleased_ = false;
     bool textsChanged_ = true;
-    Instant lastFrame_{};
-    Timer frame_;  // armed while something waits to be painted
+    Instant filledUntil_{};  // the display's time for which there are frames
+    Timer frame_;            // armed while something waits to be painted
 };
 
 }  // namespace morvel::x11
