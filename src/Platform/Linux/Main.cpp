@@ -1,4 +1,6 @@
 // The bar on Linux/X11: puts the host together, hands it to the application, and turns the main loop until the end.
+#include <malloc.h>
+
 #include <csignal>
 #include <filesystem>
 #include <memory>
@@ -88,5 +90,7 @@ int run() {
 }  // namespace morvel::x11
 
 int main() {
+    // What the threads beside the main one allocate is little and seldom; a heap of its own for each wastes more.
+    mallopt(M_ARENA_MAX, 1);
     return morvel::x11::run();
 }

@@ -51,6 +51,7 @@ public:
     const xcb_screen_t& screen() const { return *screen_; }
     xcb_window_t root() const { return screen_->root; }
     const Atoms& atoms() const { return atoms_; }
+    Log& log() { return log_; }
 
     /// The server time of the newest event that told one; XCB_CURRENT_TIME before the first. Requests on behalf of the
     /// person carry it, so that window managers do not take them for stale or unasked-for.

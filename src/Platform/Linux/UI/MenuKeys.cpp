@@ -1,12 +1,10 @@
 #include "Platform/Linux/UI/MenuKeys.h"
 
-#include <xkbcommon/xkbcommon-keysyms.h>
-
 namespace morvel::x11 {
 
-std::optional<MenuKey> MenuKeys::meaning(xcb_keycode_t code) {
-    if (!symbols_) symbols_.reset(xcb_key_symbols_alloc(connection_));
-    switch (symbols_ ? xcb_key_symbols_get_keysym(symbols_.get(), code, 0) : XCB_NO_SYMBOL) {
+std::optional<MenuKey> MenuKeys::meaning(const xcb_key_press_event_t& event) {
+    if (!reader_) reader_ = makeKeyReader(connection_);
+    switch (reader_ ? reader_->stroke(event).symbol : XKB_KEY_NoSymbol) {
         case XKB_KEY_Up:
         case XKB_KEY_KP_Up:
             return MenuKey::Up;

@@ -26,7 +26,7 @@ MenuSession::MenuSession(ToolkitContext& context, ui::Toolkit& toolkit, ui::Menu
       toolkit_(toolkit),
       menu_(std::move(menu)),
       ended_(std::move(ended)),
-      keys_(context.connection().get()),
+      keys_(context.connection()),
       opened_(context.mainLoop().now()),
       openedAt_(at) {
     context_.setMenuOpen(true);
@@ -105,7 +105,7 @@ void MenuSession::handle(const xcb_generic_event_t& event) {
             if (e.detail <= 3) released(location);
             return;
         case XCB_KEY_PRESS:
-            if (const auto key = keys_.meaning(e.detail)) keyPressed(*key);
+            if (const auto key = keys_.meaning(reinterpret_cast<const xcb_key_press_event_t&>(event))) keyPressed(*key);
             return;
         default:
             return;

@@ -15,7 +15,7 @@ namespace {
 
 constexpr size_t kBytesPerPixel = 4;
 // Larger images go in several requests, so that the server serves others in between and no large buffer is kept.
-constexpr long kMaxPixelsPerRequest = 64 * 1024;
+constexpr long kMaxPixelsPerRequest = 8 * 1024;
 constexpr uint32_t kEvents = XCB_EVENT_MASK_EXPOSURE | XCB_EVENT_MASK_STRUCTURE_NOTIFY | XCB_EVENT_MASK_BUTTON_PRESS |
                              XCB_EVENT_MASK_BUTTON_RELEASE | XCB_EVENT_MASK_POINTER_MOTION |
                              XCB_EVENT_MASK_ENTER_WINDOW | XCB_EVENT_MASK_LEAVE_WINDOW | XCB_EVENT_MASK_KEY_PRESS;

@@ -1,9 +1,13 @@
-#include "Platform/Linux/UI/Text/KeyInput.h"
-
+// The module's entry, and the reader behind it.
+#include <xkbcommon/xkbcommon-compose.h>
 #include <xkbcommon/xkbcommon-x11.h>
+#include <xkbcommon/xkbcommon.h>
 
 #include <array>
 #include <cstdlib>
+#include <string_view>
+
+#include "Platform/Linux/Keyboard/KeyReader.h"
 
 namespace morvel::x11 {
 
@@ -35,16 +39,36 @@ xkb_keymap* keymapOf(xcb_connection_t* connection, xkb_context* context) {
                       : xkb_x11_keymap_new_from_device(context, connection, device, XKB_KEYMAP_COMPILE_NO_FLAGS);
 }
 
-}  // namespace
+class XkbKeyReader : public KeyReader {
+public:
+    explicit XkbKeyReader(xcb_connection_t* connection);
 
-KeyInput::KeyInput(xcb_connection_t* connection) : context_(xkb_context_new(XKB_CONTEXT_NO_FLAGS)) {
+    KeyStroke stroke(const xcb_key_press_event_t& event) override;
+
+private:
+    struct Free {
+        void operator()(xkb_context* p) const { xkb_context_unref(p); }
+        void operator()(xkb_state* p) const { xkb_state_unref(p); }
+        void operator()(xkb_compose_state* p) const { xkb_compose_state_unref(p); }
+    };
+
+    /// The text that the symbol ends or is, where a sequence of dead keys may be under way.
+    std::string composed(xkb_keysym_t symbol, xkb_keycode_t code);
+
+    std::unique_ptr<xkb_context, Free> context_;
+    std::unique_ptr<xkb_state, Free> state_;
+    std::unique_ptr<xkb_compose_state, Free> compose_;  // once the first dead key was pressed
+    bool wasComposeAsked_ = false;
+};
+
+XkbKeyReader::XkbKeyReader(xcb_connection_t* connection) : context_(xkb_context_new(XKB_CONTEXT_NO_FLAGS)) {
     xkb_keymap* keymap = keymapOf(connection, context_.get());
     if (!keymap) return;
     state_.reset(xkb_state_new(keymap));
     xkb_keymap_unref(keymap);
 }
 
-KeyStroke KeyInput::stroke(const xcb_key_press_event_t& event) {
+KeyStroke XkbKeyReader::stroke(const xcb_key_press_event_t& event) {
     KeyStroke stroke;
     if (!state_) return stroke;
     // The event tells the modifiers as they were when the key went down.
@@ -61,7 +85,7 @@ KeyStroke KeyInput::stroke(const xcb_key_press_event_t& event) {
     return stroke;
 }
 
-std::string KeyInput::composed(xkb_keysym_t symbol, xkb_keycode_t code) {
+std::string XkbKeyReader::composed(xkb_keysym_t symbol, xkb_keycode_t code) {
     // Reading the table of sequences takes ten milliseconds, and few people have dead keys.
     if (!wasComposeAsked_ && startsSequence(symbol)) {
         wasComposeAsked_ = true;
@@ -87,4 +111,10 @@ std::string KeyInput::composed(xkb_keysym_t symbol, xkb_keycode_t code) {
     return text.data();
 }
 
+}  // namespace
 }  // namespace morvel::x11
+
+extern "C" __attribute__((visibility("default"))) morvel::x11::KeyReader* morvelMakeKeyReader(
+    const char* version, xcb_connection_t* connection) {
+    return std::string_view(version) == MORVEL_VERSION ? new morvel::x11::XkbKeyReader(connection) : nullptr;
+}

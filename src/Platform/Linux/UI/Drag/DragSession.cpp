@@ -35,7 +35,7 @@ DragSession::DragSession(ToolkitContext& context, ViewWindow& window, const ui::
       start_(window.pointer()),
       ended_(std::move(ended)),
       moved_(start_),
-      keys_(context.connection().get()),
+      keys_(context.connection()),
       holder_(context.connection()),
       image_(context, window, view),
       others_(context.connection(), context.mainLoop(), holder_.id(), std::move(item)),
@@ -79,7 +79,7 @@ void DragSession::observe() {
     }));
     events_.push_back(connection.observeEventType(XCB_KEY_PRESS, [this](const xcb_generic_event_t& event) {
         const auto& key = reinterpret_cast<const xcb_key_press_event_t&>(event);
-        if (keys_.meaning(key.detail) == MenuKey::Cancel) cancel();
+        if (keys_.meaning(key) == MenuKey::Cancel) cancel();
     }));
     events_.push_back(connection.observeBatchEnd([this] { follow(); }));
 }

@@ -9,7 +9,7 @@ namespace {
 
 constexpr uint32_t kDoubleClickTime = 400;  // milliseconds
 
-std::optional<ui::TextCommand> commandOf(xkb_keysym_t symbol) {
+std::optional<ui::TextCommand> commandOf(uint32_t symbol) {
     switch (symbol) {
         case XKB_KEY_Up:
         case XKB_KEY_KP_Up:
@@ -55,7 +55,7 @@ std::optional<Movement> movementOf(const KeyStroke& stroke) {
     }
 }
 
-bool erases(xkb_keysym_t symbol) {
+bool erases(uint32_t symbol) {
     return symbol == XKB_KEY_BackSpace || symbol == XKB_KEY_Delete || symbol == XKB_KEY_KP_Delete;
 }
 
@@ -67,7 +67,7 @@ bool pastes(const KeyStroke& stroke) {
 }  // namespace
 
 FieldEditor::FieldEditor(ToolkitContext& context, ViewWindow& window)
-    : context_(context), window_(window), keys_(context.connection().get()), grab_(context) {
+    : context_(context), window_(window), keys_(makeKeyReader(context.connection())), grab_(context) {
     if (ui::TextField* const shown = field()) showIn(*shown);
 }
 
@@ -87,7 +87,8 @@ ui::TextField* FieldEditor::field() {
 
 void FieldEditor::keyPressed(const xcb_key_press_event_t& event) {
     ui::TextField* const typed = field();
-    const KeyStroke stroke = keys_.stroke(event);
+    if (!keys_) return;
+    const KeyStroke stroke = keys_->stroke(event);
     if (!typed) return;
     if (const auto command = commandOf(stroke.symbol)) {
         typed->commanded(*command);

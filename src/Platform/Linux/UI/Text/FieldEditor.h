@@ -4,8 +4,8 @@
 #include <memory>
 #include <optional>
 
+#include "Platform/Linux/Keyboard/KeyReader.h"
 #include "Platform/Linux/UI/Drag/SelectionFetch.h"
-#include "Platform/Linux/UI/Text/KeyInput.h"
 #include "Platform/Linux/UI/Text/KeyboardGrab.h"
 #include "Platform/Linux/UI/Text/TextEditing.h"
 #include "Platform/Linux/UI/ViewWindow.h"
@@ -38,7 +38,7 @@ private:
 
     ToolkitContext& context_;
     ViewWindow& window_;
-    KeyInput keys_;
+    const std::unique_ptr<KeyReader> keys_;  // null: nothing can be typed
     KeyboardGrab grab_;
     TextEditing editing_;
     const ui::TextField* edited_ = nullptr;  // only compared
