@@ -1,5 +1,6 @@
 #include "Clamping/WindowClamper.h"
 
+#include <algorithm>
 #include <utility>
 
 #include "Clamping/ClampingMath.h"
@@ -12,6 +13,8 @@ using namespace std::chrono_literals;
 
 /// Applications restore a new window's place in steps; shrinking it between two of them loses the saved size.
 constexpr Duration kFirstClampDelay = 500ms;
+/// Many windows that come one after the other, as at log-in, are then looked at together.
+constexpr Duration kFirstLooksPeriod = 50ms;
 /// While displays come and go the system moves windows to others and back.
 constexpr Duration kScreensSettleDelay = 500ms;
 /// There is no notice of a button that is released over another program.
@@ -85,7 +88,7 @@ void WindowClamper::apply(const WindowSnapshot& window) {
     if (window.isFullscreen) return;
     Record& record = records_[window.id];
     if (isExempt(window)) return release(window, record);
-    if (!record.wasSeen) return scheduleFirstLook(window.id, record);
+    if (!record.wasSeen) return scheduleFirstLook(record);
     if (record.firstLook) return;
     if (record.lastWrittenFrame && ClampingMath::framesApproxEqual(window.frame, *record.lastWrittenFrame)) {
         record.dispute.accepted();
@@ -95,12 +98,28 @@ void WindowClamper::apply(const WindowSnapshot& window) {
     clamp(window, record);
 }
 
-void WindowClamper::scheduleFirstLook(WindowID id, Record& record) {
+void WindowClamper::scheduleFirstLook(Record& record) {
     record.wasSeen = true;
-    record.firstLook = system_.mainLoop.after(kFirstClampDelay, [this, id] {
-        records_.at(id).firstLook.reset();
+    record.firstLook = system_.mainLoop.now() + kFirstClampDelay;
+    if (!firstLooks_) firstLooks_ = system_.mainLoop.after(kFirstClampDelay, [this] { takeFirstLooks(); });
+}
+
+void WindowClamper::takeFirstLooks() {
+    firstLooks_.reset();
+    const Instant now = system_.mainLoop.now();
+    std::optional<Duration> next;
+    for (auto& [id, record] : records_) {
+        if (!record.firstLook) continue;
+        const Duration left = *record.firstLook - now;
+        if (left > Duration{}) {
+            next = std::min(next.value_or(left), left);
+            continue;
+        }
+        record.firstLook.reset();
         lookSoon();
-    });
+    }
+    if (!next) return;
+    firstLooks_ = system_.mainLoop.after(std::max(*next, kFirstLooksPeriod), [this] { takeFirstLooks(); });
 }
 
 bool WindowClamper::isExempt(const WindowSnapshot& window) const {

@@ -48,7 +48,7 @@ private:
     /// What is kept of one window until it leaves the store.
     struct Record {
         bool wasSeen = false;                           // other than exempt or in full screen
-        Timer firstLook;                                // empty again once the application has placed its window
+        std::optional<Instant> firstLook;               // until then the application is placing its window
         std::optional<Rect<AXSpace>> lastSeenFrame;     // when it was last examined
         std::optional<Rect<AXSpace>> originalFrame;     // before its first clamp
         std::optional<Rect<AXSpace>> lastWrittenFrame;  // by us, to recognise its echo
@@ -61,7 +61,8 @@ private:
     void reexamine();
     void applyAll();
     void apply(const WindowSnapshot& window);
-    void scheduleFirstLook(WindowID id, Record& record);
+    void scheduleFirstLook(Record& record);
+    void takeFirstLooks();
     bool isExempt(const WindowSnapshot& window) const;
     void release(const WindowSnapshot& window, Record& record);
     void clamp(const WindowSnapshot& window, Record& record);
@@ -75,6 +76,7 @@ private:
     const SettingsStore& settings_;
     std::unordered_map<WindowID, Record> records_;
     bool isLookPosted_ = false;
+    Timer firstLooks_;      // while a window waits for its first look
     Timer screensSettled_;  // while displays are being rearranged
     Timer buttonReleased_;  // while a write waits for it
     Subscriptions subscriptions_;
