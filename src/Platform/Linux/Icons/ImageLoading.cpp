@@ -103,16 +103,8 @@ std::shared_ptr<const XImage> makeImage(const PropertyIcon& icon) {
 
 std::shared_ptr<const XImage> scaled(const XImage& image, Size size) {
     const auto pixels = [](double points) { return int(std::ceil(std::clamp(points, 1.0, double(kLargestExtent)))); };
-    const int width = pixels(size.width), height = pixels(size.height);
-    SurfacePtr surface = makeSurface(width, height);
-    if (!surface) return nullptr;
-    cairo_t* cr = cairo_create(surface.get());
-    cairo_scale(cr, double(width) / image.pixelWidth(), double(height) / image.pixelHeight());
-    cairo_set_source_surface(cr, image.surface(), 0, 0);
-    cairo_pattern_set_filter(cairo_get_source(cr), CAIRO_FILTER_GOOD);
-    cairo_paint(cr);
-    cairo_destroy(cr);
-    return asImage(std::move(surface), size, image.isTemplate() ? ImageKind::Template : ImageKind::Picture);
+    return asImage(scaledSurface(image, pixels(size.width), pixels(size.height)), size,
+                   image.isTemplate() ? ImageKind::Template : ImageKind::Picture);
 }
 
 std::shared_ptr<const XImage> emptyImage(Size size) {

@@ -5,6 +5,7 @@
 
 #include <memory>
 #include <utility>
+#include <vector>
 
 #include "UI/Image.h"
 
@@ -34,10 +35,18 @@ public:
     int pixelWidth() const { return cairo_image_surface_get_width(surface_.get()); }
     int pixelHeight() const { return cairo_image_surface_get_height(surface_.get()); }
 
+    /// In exactly this many pixels; owned by the image, and good until the next question. All who show the image share
+    /// what was made for its last few sizes. Main thread only.
+    cairo_surface_t* scaled(int width, int height) const;
+
 private:
     const SurfacePtr surface_;
     const Size points_;
     const ImageKind kind_;
+    mutable std::vector<SurfacePtr> scaled_;  // the size asked for last is the last one
 };
+
+/// The image's pixels drawn into so many; null when there is not enough memory for it.
+SurfacePtr scaledSurface(const XImage& image, int width, int height);
 
 }  // namespace morvel::x11

@@ -5,8 +5,8 @@
 
 #include <map>
 
+#include "Platform/Linux/Icons/XImage.h"
 #include "Platform/Linux/UI/PixelRect.h"
-#include "Platform/Linux/UI/ViewNode.h"
 
 namespace morvel::x11 {
 

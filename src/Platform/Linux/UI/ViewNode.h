@@ -1,16 +1,12 @@
-// What painting keeps for one view while it is shown: where it was seen last, its shaped text, its scaled picture.
+// What painting keeps for one view while it is shown: where it was seen last, and its shaped text.
 #pragma once
-
-#include <cairo.h>
 
 #include <memory>
 #include <optional>
 #include <string>
 
-#include "Platform/Linux/Icons/XImage.h"
 #include "Platform/Linux/UI/PixelRect.h"
 #include "Platform/Linux/UI/TextLayouts.h"
-#include "UI/ImageView.h"
 #include "UI/Label.h"
 
 namespace morvel::x11 {
@@ -37,9 +33,6 @@ public:
         return layout(layouts, text, font, -1);
     }
 
-    /// The picture in exactly this many pixels. Owned by the node or the image.
-    cairo_surface_t* scaled(const std::shared_ptr<const XImage>& image, int width, int height);
-
 private:
     PangoLayout* layout(TextLayouts& layouts, std::string_view text, const ui::Font& font, double width);
 
@@ -47,10 +40,6 @@ private:
     std::string text_;  // as far as it can be shown
     ui::Font font_;
     double width_ = 0;
-    std::shared_ptr<const XImage> image_;
-    SurfacePtr scaled_;
-    int scaledWidth_ = 0;
-    int scaledHeight_ = 0;
 };
 
 /// The node that this host gave the view when it joined a window; null for a view that is not shown.

@@ -110,9 +110,8 @@ void ViewPainter::paintLabel(const ui::Label& label, Point<ViewSpace> corner, do
 
 void ViewPainter::paintImage(const ui::ImageView& view, Point<ViewSpace> corner, const PixelRect& pixels,
                              double opacity) {
-    ViewNode* node = nodeOf(view);
-    const auto image = std::dynamic_pointer_cast<const XImage>(view.image());
-    if (!node || !image || image->pixelWidth() <= 0 || image->pixelHeight() <= 0) return;
+    const auto* image = dynamic_cast<const XImage*>(view.image().get());
+    if (!image || image->pixelWidth() <= 0 || image->pixelHeight() <= 0) return;
     const Size shown = view.scaling() == ui::ImageScaling::Fit ? view.frame().size() : image->size();
     const double scale = std::min(shown.width / image->pixelWidth(), shown.height / image->pixelHeight());
     const int width = static_cast<int>(std::lround(image->pixelWidth() * scale));
@@ -120,7 +119,7 @@ void ViewPainter::paintImage(const ui::ImageView& view, Point<ViewSpace> corner,
     if (width <= 0 || height <= 0) return;
     const double x = std::round(corner.x + (view.frame().width - width) / 2);
     const double y = std::round(corner.y + (view.frame().height - height) / 2);
-    cairo_surface_t* surface = node->scaled(image, width, height);
+    cairo_surface_t* surface = image->scaled(width, height);
     cairo_save(cr_);
     if (view.clipsToBounds()) clipTo(view, pixels);
     if (image->isTemplate()) {
