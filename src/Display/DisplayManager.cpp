@@ -1,6 +1,7 @@
 #include "Display/DisplayManager.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace morvel {
 
@@ -48,21 +49,28 @@ void DisplayManager::installWorkspaceObservers() {
 
 void DisplayManager::observeSettings() {
     SettingsStore& settings = services_.settings;
-    const auto rebuildsAll = [this](const auto&) { runNextTurn(&DisplayManager::rebuildAll); };
+    const auto rebuildsAll = [this](const auto&) { rebuildAllNextTurn(); };
     subscriptions_.push_back(settings.barEdge.subscribe(rebuildsAll, Current::Skip));
     subscriptions_.push_back(settings.barHeight.subscribe(rebuildsAll, Current::Skip));
     subscriptions_.push_back(settings.compactAtTop.subscribe(rebuildsAll, Current::Skip));
     subscriptions_.push_back(settings.matchMenuBarHeight.subscribe(rebuildsAll, Current::Skip));
     subscriptions_.push_back(settings.compactTopRightBuffer.subscribe(rebuildsAll, Current::Skip));
     subscriptions_.push_back(settings.autoDetectMacOSItemsWidth.subscribe(rebuildsAll, Current::Skip));
-    const auto refreshes = [this](const auto&) { runNextTurn(&DisplayManager::refreshCompactTop); };
+    const auto refreshes = [this](const auto&) {
+        services_.mainLoop.post(lifetime_.whileAlive([this] { refreshCompactTop(); }));
+    };
     subscriptions_.push_back(settings.autoDetectMacOSMenuWidth.subscribe(refreshes, Current::Skip));
     subscriptions_.push_back(settings.compactTopCollapsedItemCount.subscribe(refreshes, Current::Skip));
 }
 
-/// A change of a setting comes from inside whatever changed it, which may be a menu of the very bar that is remade.
-void DisplayManager::runNextTurn(void (DisplayManager::*action)()) {
-    services_.mainLoop.post(lifetime_.whileAlive([this, action] { (this->*action)(); }));
+/// A change of a setting comes from inside whatever changed it, which may be a menu of the very bar that is remade. The
+/// settings of an import all change in one turn.
+void DisplayManager::rebuildAllNextTurn() {
+    if (std::exchange(isRebuildPosted_, true)) return;
+    services_.mainLoop.post(lifetime_.whileAlive([this] {
+        isRebuildPosted_ = false;
+        rebuildAll();
+    }));
 }
 
 std::vector<Screen> DisplayManager::connectedScreens() const {

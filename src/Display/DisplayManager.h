@@ -48,7 +48,7 @@ private:
     void menuBarChanged();
     void installWorkspaceObservers();
     void observeSettings();
-    void runNextTurn(void (DisplayManager::*action)());
+    void rebuildAllNextTurn();
 
     BarServices services_;
     Workspace& workspace_;
@@ -56,6 +56,7 @@ private:
     MenuBar menuBar_;  // before the controllers
     std::map<DisplayID, std::unique_ptr<MorvelController>> controllers_;
     std::map<DisplayID, std::string> uuids_;  // of the displays that have a controller
+    bool isRebuildPosted_ = false;
     Timer screensSettled_;
     Timer spaceSettled_;
     Timer menuBarSettled_;

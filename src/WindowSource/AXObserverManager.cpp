@@ -1,5 +1,6 @@
 #include "WindowSource/AXObserverManager.h"
 
+#include <set>
 #include <utility>
 
 #include "Platform/AXNames.h"

@@ -87,6 +87,25 @@ TEST(Displays, ReconfigurationsPassQuietly) {
     EXPECT_EQ(moves(), (std::vector<int>{1, 0}));
 }
 
+TEST(Displays, SettingsThatChangeTogetherMakeTheBarsAnewOnce) {
+    BarDesktop desktop(sim::twoDisplays());
+    desktop.startMorvel();
+    const auto panelsMadeBy = [&](const std::function<void(SettingsStore&)>& change) {
+        const int before = desktop.toolkit().panelsMade;
+        change(desktop.settings());
+        desktop.run(1s);
+        return desktop.toolkit().panelsMade - before;
+    };
+    const int forOne = panelsMadeBy([](SettingsStore& settings) { settings.barHeight.set(30); });
+    EXPECT_GE(forOne, 2);
+    EXPECT_EQ(panelsMadeBy([](SettingsStore& settings) {
+                  settings.barHeight.set(1000);  // allowed are 64, so this is two changes
+                  settings.matchMenuBarHeight.set(!settings.matchMenuBarHeight.value());
+                  settings.autoDetectMacOSItemsWidth.set(!settings.autoDetectMacOSItemsWidth.value());
+              }),
+              forOne);
+}
+
 TEST(Displays, WindowsAreFoundWhereTheNewCoordinatesHaveThem) {
     BarDesktop desktop(sim::twoDisplays());
     auto& window = desktop.launch("Editor").open({.x = 1700, .y = 100, .title = "stays"});

@@ -133,6 +133,7 @@ std::unique_ptr<ui::PromptPeer> SimToolkit::showPrompt(ui::Prompt prompt) {
 }
 
 std::unique_ptr<ui::PanelPeer> SimToolkit::makePanel(const ui::PanelOptions& options, ui::View& content) {
+    ++panelsMade;
     return std::make_unique<SimPanelPeer>(*this, options, content);
 }
 

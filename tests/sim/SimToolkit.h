@@ -76,6 +76,7 @@ public:
 
     /// The person's choice for all programs.
     bool wantsLessMotion = false;
+    int panelsMade = 0;  ///< those that are gone included
 
     // --- What is on the screen ---
     ui::Appearance appearance() const { return appearance_; }

@@ -25,7 +25,6 @@ public:
         }
         return fromRaw(values.data(), keys.data(), entries.size());
     }
-    NSUInteger count() const { return send<NSUInteger>(*this, "count"_sel); }
     NSArray allKeys() const { return send<NSArray>(*this, "allKeys"_sel); }
     Id at(const NSString& key) const { return send<Id>(*this, "objectForKey:"_sel, key); }
     /// The value if it is a T; empty when it is absent or of another class.
