@@ -121,7 +121,14 @@ TEST_F(AutoHide, TheEdgeIsInFrontAgainWheneverWindowsAreRestacked) {
     startHidden();
     // What some window managers do to each window that they raise: it comes before all that are not managed.
     const DragPeer inFront(world.server, desktop, {0, 700, 1280, 100});
-    desktop.connection().sync();
+    const auto staysInFront = [&] {  // the bar may still answer to the restacking of its own start
+        auto& connection = desktop.connection();
+        const uint32_t above = XCB_STACK_MODE_ABOVE;
+        xcb_configure_window(connection, inFront.window(), XCB_CONFIG_WINDOW_STACK_MODE, &above);
+        desktop.runFor(300ms);
+        return connection.childrenOf(connection.root()).back() == inFront.window();
+    };
+    ASSERT_TRUE(eventually(staysInFront));
     touchEdge();
     desktop.runFor(300ms);
     ASSERT_FALSE(isSeen()) << "the other window has the pointer";
