@@ -90,6 +90,8 @@ int run() {
 }  // namespace morvel::x11
 
 int main() {
+    // Pictures of whole windows are seldom needed and go back to the system, which the library would learn not to do.
+    mallopt(M_MMAP_THRESHOLD, 128 * 1024);
     // What the threads beside the main one allocate is little and seldom; a heap of its own for each wastes more.
     mallopt(M_ARENA_MAX, 1);
     return morvel::x11::run();

@@ -1,5 +1,8 @@
 // The desktop changes under the bar: workspaces, monitors, the window manager, and the bar's place among windows.
+#include <utility>
+
 #include "BarTest.h"
+#include "harness/DragPeer.h"
 
 namespace morvel::e2e {
 namespace {
@@ -109,6 +112,25 @@ TEST_F(DesktopChanges, ButtonsSurviveTheWindowManager) {
     EXPECT_TRUE(showsButtons({"Survivor", "Newcomer"})) << "it no longer follows the new manager";
     clickButton("Survivor");
     EXPECT_TRUE(becomesActive(window));
+}
+
+TEST_F(DesktopChanges, WhatAnotherWindowHasCoveredIsPaintedAgain) {
+    client.openAndWait({.title = "Kept"});
+    startBar();
+    ASSERT_TRUE(showsButton("Kept"));
+    const Box panel = panelBox();
+    Screenshot before = world.shoot();
+    const auto rests = [&] {
+        desktop.runFor(200ms);
+        const Screenshot earlier = std::exchange(before, world.shoot());
+        return earlier.differenceTo(before, panel).isEmpty();
+    };
+    ASSERT_TRUE(eventually(rests));
+    {
+        const DragPeer cover(world.server, desktop, {panel.x + 20, panel.y + 10, 300, 20});
+        ASSERT_TRUE(eventually([&] { return !world.shoot().differenceTo(before, panel).isEmpty(); }));
+    }
+    EXPECT_TRUE(eventually([&] { return world.shoot().differenceTo(before, panel).isEmpty(); }));
 }
 
 TEST_F(DesktopChanges, TheBarNeverTakesTheFocus) {

@@ -33,37 +33,49 @@ protected:
         bar_.addSubview(button_);
         bar_.addSubview(other_);
         button_.addSubview(label_);
-        canvas_.emplace(
-            loop_, palette_, toolkit_.layouts, bar_,
-            ViewCanvas::Delegate{.paintBackdrop = {},
-                                 .present = [this](const DamageRegion& damage) { frames_.push_back(damage); },
-                                 .laidOut = [] {},
-                                 .changedTexts = [] {},
-                                 .willDetach = [](ui::View&) {}});
+        canvas_.emplace(loop_, palette_, toolkit_.layouts, bar_,
+                        ViewCanvas::Delegate{.paintBackdrop = {},
+                                             .present = [this](const std::vector<PaintedPart>& parts) { show(parts); },
+                                             .laidOut = [] {},
+                                             .changedTexts = [] {},
+                                             .willDetach = [](ui::View&) {}});
         canvas_->setGeometry(400, 40, {});
         loop_.advance(0ms);
         frames_.clear();
         loop_.advance(1s);
     }
 
+    using Rects = std::vector<PixelRect>;
+
+    void show(const std::vector<PaintedPart>& parts) {
+        cairo_t* cr = cairo_create(screen_.get());
+        cairo_set_operator(cr, CAIRO_OPERATOR_SOURCE);
+        Rects rects;
+        for (const PaintedPart& part : parts) {
+            cairo_set_source_surface(cr, part.pixels.get(), part.at.x, part.at.y);
+            cairo_rectangle(cr, part.at.x, part.at.y, part.at.width, part.at.height);
+            cairo_fill(cr);
+            rects.push_back(part.at);
+        }
+        cairo_destroy(cr);
+        cairo_surface_flush(screen_.get());
+        frames_.push_back(rects);
+    }
     uint32_t pixel(int x, int y) const {
-        const auto* data = cairo_image_surface_get_data(canvas_->surface());
-        const int stride = cairo_image_surface_get_stride(canvas_->surface());
-        return reinterpret_cast<const uint32_t*>(data + y * stride)[x];
+        const auto* data = cairo_image_surface_get_data(screen_.get());
+        return reinterpret_cast<const uint32_t*>(data + y * cairo_image_surface_get_stride(screen_.get()))[x];
     }
-    std::vector<PixelRect> lastDamage() const {
-        return frames_.empty() ? std::vector<PixelRect>{} : frames_.back().rects();
-    }
+    Rects lastDamage() const { return frames_.empty() ? Rects() : frames_.back(); }
 
     static constexpr uint32_t kRed = 0xFFFF0000, kBlue = 0xFF0000FF, kNothing = 0;
-    using Rects = std::vector<PixelRect>;
 
     sim::FakeMainLoop loop_;
     Palette palette_;
     MeasuringToolkit toolkit_{loop_};
     ui::View bar_, button_, other_;
     ui::Label label_{toolkit_};
-    std::vector<DamageRegion> frames_;
+    std::vector<Rects> frames_;
+    SurfacePtr screen_{cairo_image_surface_create(CAIRO_FORMAT_ARGB32, 400, 40)};
     std::optional<ViewCanvas> canvas_;
 };
 

@@ -6,7 +6,7 @@ namespace morvel::x11 {
 
 namespace {
 
-// Painting a few pixels too many is cheaper than another request and another clip rectangle.
+// Painting a few pixels too many is cheaper than another picture and another request.
 constexpr long kPixelsPerRequest = 512;
 
 long wasteOfMerging(const PixelRect& a, const PixelRect& b) {
@@ -45,12 +45,6 @@ void DamageRegion::mergeCheapestPair() {
     rects_.erase(rects_.begin() + static_cast<std::ptrdiff_t>(second));
     rects_.erase(rects_.begin() + static_cast<std::ptrdiff_t>(first));
     add(merged);
-}
-
-bool DamageRegion::touches(const Rect<ViewSpace>& rect) const {
-    return !rect.isEmpty() && std::any_of(rects_.begin(), rects_.end(), [&](const PixelRect& r) {
-        return rect.minX() < r.maxX() && r.x < rect.maxX() && rect.minY() < r.maxY() && r.y < rect.maxY();
-    });
 }
 
 DamageRegion DamageRegion::clippedTo(const PixelRect& bounds) const {

@@ -17,9 +17,6 @@ public:
     void clear() { rects_.clear(); }
     bool isEmpty() const { return rects_.empty(); }
     const std::vector<PixelRect>& rects() const { return rects_; }
-    /// Whether the rectangle, in the window's pixels, touches one of the region's.
-    bool touches(const Rect<ViewSpace>& rect) const;
-
     /// The same region, as far as it lies inside `bounds`.
     DamageRegion clippedTo(const PixelRect& bounds) const;
 

@@ -21,6 +21,11 @@ struct PixelRect {
     bool intersects(const PixelRect& r) const {
         return x < r.maxX() && r.x < maxX() && y < r.maxY() && r.y < maxY() && !isEmpty() && !r.isEmpty();
     }
+    /// Whether some of what is shown there lies in this rectangle.
+    template <class Space>
+    bool touches(const Rect<Space>& r) const {
+        return !r.isEmpty() && r.minX() < maxX() && x < r.maxX() && r.minY() < maxY() && y < r.maxY();
+    }
     bool operator==(const PixelRect&) const = default;
 };
 

@@ -45,8 +45,7 @@ void TooltipWindow::show(const std::string& text, Point<RootSpace> pointer, cons
     cairo_surface_flush(surface_.get());
 
     events_ = connection.observeWindow(window_->id(), [this](const xcb_generic_event_t& event) {
-        if (typeOf(event) != XCB_EXPOSE || !window_) return;
-        window_->exposed(surface_.get(), reinterpret_cast<const xcb_expose_event_t&>(event));
+        if (typeOf(event) == XCB_EXPOSE && window_ && window_->exposed()) window_->put(surface_.get(), 0, 0);
     });
     window_->map(surface_.get());
 }

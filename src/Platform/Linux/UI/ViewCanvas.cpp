@@ -38,13 +38,9 @@ void ViewCanvas::release() {
 }
 
 void ViewCanvas::setGeometry(int width, int height, Point<ViewSpace> origin) {
-    if (width != width_ || height != height_ || !surface_) {
-        width_ = width;
-        height_ = height;
-        surface_.reset(cairo_image_surface_create(CAIRO_FORMAT_ARGB32, width, height));
-    } else if (origin == origin_) {
-        return;
-    }
+    if (width == width_ && height == height_ && origin == origin_) return;
+    width_ = width;
+    height_ = height;
     origin_ = origin;
     damageAll();
 }
@@ -55,6 +51,11 @@ void ViewCanvas::setComposited(bool isComposited) {
 
 void ViewCanvas::damageAll() {
     damage_.damageAll();
+    schedule();
+}
+
+void ViewCanvas::damage(const PixelRect& part) {
+    damage_.damage(part);
     schedule();
 }
 
@@ -84,34 +85,58 @@ void ViewCanvas::schedule() {
     frame_ = mainLoop_.after(std::max(ahead, Duration{}), [this] { paintNow(); });
 }
 
-void ViewCanvas::paintNow() {
-    if (isReleased_) return;
+bool ViewCanvas::layOut() {
+    if (isReleased_) return false;
     root_.layoutIfNeeded();
     // Hover follows the views that moved, and its handlers may ask for layout again, or for the window's end.
     delegate_.laidOut();
-    if (isReleased_) return;
+    if (isReleased_) return false;
     root_.layoutIfNeeded();
     frame_.reset();  // whatever asked for a frame up to here is in this one
-    if (!surface_) return;
-    const DamageRegion damage = damage_.take(root_, origin_, bounds());
-    if (!damage.isEmpty()) paint(damage);
-    if (std::exchange(textsChanged_, false)) delegate_.changedTexts();
+    return !bounds().isEmpty();
 }
 
-void ViewCanvas::paint(const DamageRegion& damage) {
+void ViewCanvas::paintNow() {
+    if (!layOut()) return;
+    std::vector<PaintedPart> parts;
+    const DamageRegion damage = damage_.take(root_, origin_, bounds());
+    for (const PixelRect& rect : damage.rects())
+        if (SurfacePtr pixels = painted(rect)) parts.push_back({rect, std::move(pixels)});
+    if (!parts.empty()) {
+        countFrame();
+        delegate_.present(parts);
+    }
+    tellTexts();
+}
+
+SurfacePtr ViewCanvas::picture() {
+    if (!layOut()) return nullptr;
+    static_cast<void>(damage_.take(root_, origin_, bounds()));
+    countFrame();
+    SurfacePtr pixels = painted(bounds());
+    tellTexts();
+    return pixels;
+}
+
+SurfacePtr ViewCanvas::painted(const PixelRect& part) {
+    SurfacePtr surface(cairo_image_surface_create(CAIRO_FORMAT_ARGB32, part.width, part.height));
+    if (cairo_surface_status(surface.get()) != CAIRO_STATUS_SUCCESS) return nullptr;
+    cairo_t* cr = cairo_create(surface.get());
+    cairo_translate(cr, -part.x, -part.y);
+    if (delegate_.paintBackdrop) delegate_.paintBackdrop(cr);
+    ViewPainter(cr, part, palette_, layouts_, shapes_, isComposited_).paint(root_, origin_);
+    cairo_destroy(cr);
+    cairo_surface_flush(surface.get());
+    return surface;
+}
+
+void ViewCanvas::countFrame() {
     const Instant now = mainLoop_.now();
     filledUntil_ = std::min(std::max(filledUntil_, now), now + kDisplayPeriod) + kDisplayPeriod;
-    cairo_t* cr = cairo_create(surface_.get());
-    for (const PixelRect& r : damage.rects()) cairo_rectangle(cr, r.x, r.y, r.width, r.height);
-    cairo_clip(cr);
-    cairo_set_operator(cr, CAIRO_OPERATOR_CLEAR);
-    cairo_paint(cr);
-    cairo_set_operator(cr, CAIRO_OPERATOR_OVER);
-    if (delegate_.paintBackdrop) delegate_.paintBackdrop(cr);
-    ViewPainter(cr, damage, palette_, layouts_, shapes_, isComposited_).paint(root_, origin_);
-    cairo_destroy(cr);
-    cairo_surface_flush(surface_.get());
-    delegate_.present(damage);
+}
+
+void ViewCanvas::tellTexts() {
+    if (std::exchange(textsChanged_, false)) delegate_.changedTexts();
 }
 
 }  // namespace morvel::x11

@@ -15,16 +15,22 @@
 
 namespace morvel::x11 {
 
-/// Main thread only. Changes of one turn of the loop are one frame. One frame may be painted ahead of the display, so
-/// that what follows the first change at once, like a window's icon, is seen with it; more wait for the display. No
-/// timer runs while nothing changes.
+/// A part of a window's picture.
+struct PaintedPart {
+    PixelRect at;
+    SurfacePtr pixels;
+};
+
+/// Main thread only. No picture is kept: the server has it, and any part of it can be painted anew. Changes of one turn
+/// of the loop are one frame. One frame may be painted ahead of the display, so that what follows the first change at
+/// once, like a window's icon, is seen with it; more wait for the display. No timer runs while nothing changes.
 class ViewCanvas : public ui::ViewHost {
 public:
     struct Delegate {
-        std::function<void(cairo_t*)> paintBackdrop;       ///< below the views, in the window's pixels; may be empty
-        std::function<void(const DamageRegion&)> present;  ///< these pixels of the surface are new
-        std::function<void()> laidOut;                     ///< views may have moved; before painting
-        std::function<void()> changedTexts;                ///< something that is told about the views changed
+        std::function<void(cairo_t*)> paintBackdrop;  ///< below the views, in the window's pixels; may be empty
+        std::function<void(const std::vector<PaintedPart>&)> present;  ///< a frame: what is new
+        std::function<void()> laidOut;                                 ///< views may have moved; before painting
+        std::function<void()> changedTexts;  ///< something that is told about the views changed
         std::function<void(ui::View&)> willDetach;
     };
 
@@ -40,18 +46,22 @@ public:
     void setComposited(bool isComposited);
     /// Everything looks different now: the colours, or the backdrop.
     void damageAll();
+    /// The server has lost this part.
+    void damage(const PixelRect& part);
 
     /// Lets go of the tree; nothing is painted any more.
     void release();
 
-    /// Lays out and paints what changed, now.
+    /// Lays out, paints and presents what changed, now.
     void paintNow();
+    /// Lays out and paints the whole window for whoever shows it; null when nothing can be shown.
+    SurfacePtr picture();
+    /// How the views look now in this part; null when there is not enough memory for it.
+    SurfacePtr painted(const PixelRect& part);
 
     ui::View& root() const { return root_; }
     Point<ViewSpace> origin() const { return origin_; }
     PixelRect bounds() const { return {0, 0, width_, height_}; }
-    /// What was painted last. Null before the first size.
-    cairo_surface_t* surface() const { return surface_.get(); }
 
     void viewAttached(ui::View& view) override;
     void viewWillDetach(ui::View& view) override;
@@ -60,7 +70,10 @@ public:
 
 private:
     void schedule();
-    void paint(const DamageRegion& damage);
+    /// False when there is nothing to show afterwards.
+    bool layOut();
+    void countFrame();
+    void tellTexts();
 
     MainLoop& mainLoop_;
     const Palette& palette_;
@@ -69,7 +82,6 @@ private:
     Delegate delegate_;
     ViewDamage damage_;
     RoundedShapes shapes_;
-    SurfacePtr surface_;
     int width_ = 0;
     int height_ = 0;
     Point<ViewSpace> origin_;

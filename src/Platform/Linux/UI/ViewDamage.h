@@ -17,6 +17,7 @@ public:
     void viewWillDetach(ui::View& view);
     void viewChanged(ui::View& view, ui::ViewChange change);
     void damageAll() { isAllDamaged_ = true; }
+    void damage(const PixelRect& part) { region_.add(part); }
 
     /// What is to be painted in a window of these bounds, in which the root view's corner lies at `origin`; nothing is
     /// damaged afterwards.

@@ -32,15 +32,15 @@ void ViewPainter::setSource(const ui::RGBA& color, double opacity) {
 void ViewPainter::paint(const ui::View& view, Point<ViewSpace> corner, double opacity) {
     if (view.isHidden() || view.alpha() <= 0) return;
     const Rect<ViewSpace> rect{corner.x, corner.y, view.frame().width, view.frame().height};
-    const bool isDamaged = damage_.touches(rect);
-    if (!isDamaged && view.clipsToBounds()) return;
+    const bool isInPart = part_.touches(rect);
+    if (!isInPart && view.clipsToBounds()) return;
 
     // A translucent view with subviews is blended as one; where they overlap, nothing may shine through twice.
     const bool isGroup = view.alpha() < 1 && !view.subviews().empty();
-    if (isGroup && !isDamaged && !isDamagedBelow(view, corner)) return;
+    if (isGroup && !isInPart && !isInPartBelow(view, corner)) return;
     const double own = isGroup ? 1 : opacity * view.alpha();
     if (isGroup) cairo_push_group(cr_);
-    if (isDamaged) paintItself(view, corner, nearestPixels(rect), own);
+    if (isInPart) paintItself(view, corner, nearestPixels(rect), own);
     if (!view.subviews().empty()) paintSubviews(view, corner, own);
     if (isGroup) {
         cairo_pop_group_to_source(cr_);
@@ -64,11 +64,11 @@ void ViewPainter::clipTo(const ui::View& view, const PixelRect& pixels) {
     cairo_clip(cr_);
 }
 
-bool ViewPainter::isDamagedBelow(const ui::View& view, Point<ViewSpace> corner) const {
+bool ViewPainter::isInPartBelow(const ui::View& view, Point<ViewSpace> corner) const {
     return std::ranges::any_of(view.subviews(), [&](const ui::View* subview) {
         const Rect<ViewSpace>& frame = subview->frame();
         const Rect<ViewSpace> rect{corner.x + frame.x, corner.y + frame.y, frame.width, frame.height};
-        return damage_.touches(rect) || isDamagedBelow(*subview, rect.origin());
+        return part_.touches(rect) || isInPartBelow(*subview, rect.origin());
     });
 }
 

@@ -3,7 +3,6 @@
 
 #include <cairo.h>
 
-#include "Platform/Linux/UI/DamageRegion.h"
 #include "Platform/Linux/UI/Palette.h"
 #include "Platform/Linux/UI/RoundedShapes.h"
 #include "Platform/Linux/UI/TextLayouts.h"
@@ -14,19 +13,14 @@
 
 namespace morvel::x11 {
 
-/// Paints over what is there; the caller has clipped `cr` to the damage. Backgrounds, borders and pictures lie on whole
+/// Paints over what is there, only what touches one part of the window. Backgrounds, borders and pictures lie on whole
 /// pixels, so edges are sharp however fractional the frames are.
 class ViewPainter {
 public:
-    /// All outlive the painter.
-    ViewPainter(cairo_t* cr, const DamageRegion& damage, const Palette& palette, TextLayouts& layouts,
-                RoundedShapes& shapes, bool isComposited)
-        : cr_(cr),
-          damage_(damage),
-          palette_(palette),
-          layouts_(layouts),
-          shapes_(shapes),
-          isComposited_(isComposited) {}
+    /// The context, in the window's pixels, and all else that is not copied outlive the painter.
+    ViewPainter(cairo_t* cr, const PixelRect& part, const Palette& palette, TextLayouts& layouts, RoundedShapes& shapes,
+                bool isComposited)
+        : cr_(cr), part_(part), palette_(palette), layouts_(layouts), shapes_(shapes), isComposited_(isComposited) {}
 
     /// The view's corner lies at `corner`, in the window's pixels.
     void paint(const ui::View& view, Point<ViewSpace> corner) { paint(view, corner, 1); }
@@ -34,7 +28,7 @@ public:
 private:
     void paint(const ui::View& view, Point<ViewSpace> corner, double opacity);
     void paintSubviews(const ui::View& view, Point<ViewSpace> corner, double opacity);
-    bool isDamagedBelow(const ui::View& view, Point<ViewSpace> corner) const;
+    bool isInPartBelow(const ui::View& view, Point<ViewSpace> corner) const;
     void paintItself(const ui::View& view, Point<ViewSpace> corner, const PixelRect& pixels, double opacity);
     void paintBorder(const ui::View& view, const PixelRect& pixels, double opacity);
     void paintLabel(const ui::Label& label, Point<ViewSpace> corner, double opacity);
@@ -45,7 +39,7 @@ private:
     void setSource(const ui::RGBA& color, double opacity);
 
     cairo_t* cr_;
-    const DamageRegion& damage_;
+    const PixelRect part_;
     const Palette& palette_;
     TextLayouts& layouts_;
     RoundedShapes& shapes_;

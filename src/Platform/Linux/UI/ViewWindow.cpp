@@ -56,7 +56,10 @@ ViewWindow::ViewWindow(ToolkitContext& context, ui::View& root, ViewWindowOption
                        cairo_set_source_rgb(cr, color.red, color.green, color.blue);
                        cairo_paint(cr);
                    },
-               .present = [this](const DamageRegion& damage) { window_->put(canvas_.surface(), damage.rects()); },
+               .present =
+                   [this](const std::vector<PaintedPart>& parts) {
+                       for (const PaintedPart& part : parts) window_->put(part.pixels.get(), part.at.x, part.at.y);
+                   },
                .laidOut = [this] { router_.layoutChanged(); },
                .changedTexts = [this] { describe(); },
                .willDetach = [this](ui::View& view) { willDetach(view); }}) {
@@ -103,10 +106,13 @@ void ViewWindow::applyShape() {
 
 void ViewWindow::show() {
     if (isRetired_) return;
-    canvas_.paintNow();
-    if (isRetired_ || !canvas_.surface()) return;
-    if (window_->isMapped()) return window_->raise();
-    window_->map(canvas_.surface());
+    if (window_->isMapped()) {
+        canvas_.paintNow();
+        return window_->raise();
+    }
+    const SurfacePtr picture = canvas_.picture();
+    if (isRetired_ || !picture) return;
+    window_->map(picture.get());
     if (auto* bridge = context_.accessibility()) bridge->windowChanged(*this);
     if (options_.management == Management::Managed) awaitMapping(kMappingTries);
 }
@@ -168,7 +174,7 @@ void ViewWindow::handle(const xcb_generic_event_t& event) {
     if (isRetired_) return;
     switch (typeOf(event)) {
         case XCB_EXPOSE:
-            window_->exposed(canvas_.surface(), reinterpret_cast<const xcb_expose_event_t&>(event));
+            exposed(reinterpret_cast<const xcb_expose_event_t&>(event));
             break;
         case XCB_MAP_NOTIFY:
             mapping_.reset();
@@ -185,6 +191,13 @@ void ViewWindow::handle(const xcb_generic_event_t& event) {
         default:
             break;
     }
+}
+
+// Where it was not shown a person sees a hole, so it is not left for the next frame.
+void ViewWindow::exposed(const xcb_expose_event_t& event) {
+    if (!window_->exposed()) return;
+    canvas_.damage({event.x, event.y, event.width, event.height});
+    if (event.count == 0) canvas_.paintNow();
 }
 
 // The handlers that the router calls may retire this window.

@@ -85,6 +85,7 @@ private:
     void applyShape();
     void awaitMapping(int triesLeft);
     void handle(const xcb_generic_event_t& event);
+    void exposed(const xcb_expose_event_t& event);
     void handleInput(const xcb_generic_event_t& event);
     void entered();
     void left(const xcb_leave_notify_event_t& event);

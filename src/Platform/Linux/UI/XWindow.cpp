@@ -4,7 +4,6 @@
 #include <xcb/shape.h>
 
 #include <array>
-#include <cstring>
 #include <utility>
 
 #include "Platform/Linux/System/HostName.h"
@@ -13,9 +12,8 @@ namespace morvel::x11 {
 
 namespace {
 
-constexpr size_t kBytesPerPixel = 4;
-// Larger images go in several requests, so that the server serves others in between and no large buffer is kept.
-constexpr long kMaxPixelsPerRequest = 8 * 1024;
+// Larger images go in several requests, so that the server serves others in between.
+constexpr long kMaxPixelsPerRequest = 64 * 1024;
 constexpr uint32_t kEvents = XCB_EVENT_MASK_EXPOSURE | XCB_EVENT_MASK_STRUCTURE_NOTIFY | XCB_EVENT_MASK_BUTTON_PRESS |
                              XCB_EVENT_MASK_BUTTON_RELEASE | XCB_EVENT_MASK_POINTER_MOTION |
                              XCB_EVENT_MASK_ENTER_WINDOW | XCB_EVENT_MASK_LEAVE_WINDOW | XCB_EVENT_MASK_KEY_PRESS;
@@ -84,10 +82,9 @@ void XWindow::configureFrame() {
 void XWindow::map(cairo_surface_t* content) {
     if (std::exchange(isMapped_, true)) return;
     if (format_.isUnseen) return askAgain();
-    const PixelRect all{0, 0, extent(frame_.width), extent(frame_.height)};
     const xcb_pixmap_t pixmap = xcb_generate_id(connection_.get());
-    xcb_create_pixmap(connection_.get(), format_.depth, pixmap, id_, extent(all.width), extent(all.height));
-    for (const PixelRect& stripe : splitByRows(all, maxPixelsPerRequest())) putStripe(pixmap, content, stripe);
+    xcb_create_pixmap(connection_.get(), format_.depth, pixmap, id_, extent(frame_.width), extent(frame_.height));
+    send(pixmap, content, 0, 0);
     xcb_change_window_attributes(connection_.get(), id_, XCB_CW_BACK_PIXMAP, &pixmap);
     raise();
     xcb_map_window(connection_.get(), id_);
@@ -95,6 +92,7 @@ void XWindow::map(cairo_surface_t* content) {
     // manager maps later than it is asked to.
     xcb_free_pixmap(connection_.get(), pixmap);
     hasBackground_ = true;
+    isBackgroundOutdated_ = false;
 }
 
 void XWindow::askAgain() {
@@ -112,37 +110,29 @@ void XWindow::raise() {
     xcb_configure_window(connection_.get(), id_, XCB_CONFIG_WINDOW_STACK_MODE, &above);
 }
 
-void XWindow::put(cairo_surface_t* surface, const std::vector<PixelRect>& rects) {
+void XWindow::put(cairo_surface_t* pixels, int x, int y) {
     if (!isMapped_ || format_.isUnseen) return;
-    for (const PixelRect& rect : rects)
-        for (const PixelRect& stripe : splitByRows(rect, maxPixelsPerRequest())) putStripe(id_, surface, stripe);
+    isBackgroundOutdated_ = hasBackground_;
+    send(id_, pixels, x, y);
 }
 
-void XWindow::exposed(cairo_surface_t* surface, const xcb_expose_event_t& event) {
-    if (std::exchange(hasBackground_, false)) {
-        const uint32_t none = XCB_BACK_PIXMAP_NONE;
-        xcb_change_window_attributes(connection_.get(), id_, XCB_CW_BACK_PIXMAP, &none);
-    }
-    if (surface) put(surface, {{event.x, event.y, event.width, event.height}});
+bool XWindow::exposed() {
+    if (!std::exchange(hasBackground_, false)) return true;
+    const uint32_t none = XCB_BACK_PIXMAP_NONE;
+    xcb_change_window_attributes(connection_.get(), id_, XCB_CW_BACK_PIXMAP, &none);
+    return isBackgroundOutdated_;
 }
 
-void XWindow::putStripe(xcb_drawable_t target, cairo_surface_t* surface, const PixelRect& wanted) {
-    const PixelRect stripe =
-        intersection(wanted, {0, 0, cairo_image_surface_get_width(surface), cairo_image_surface_get_height(surface)});
-    if (stripe.isEmpty()) return;
-    const size_t stride = static_cast<size_t>(cairo_image_surface_get_stride(surface));
-    const size_t rowBytes = static_cast<size_t>(stripe.width) * kBytesPerPixel;
-    const uint8_t* data = cairo_image_surface_get_data(surface) + static_cast<size_t>(stripe.y) * stride +
-                          static_cast<size_t>(stripe.x) * kBytesPerPixel;
-    if (rowBytes != stride) {
-        scratch_.resize(rowBytes * static_cast<size_t>(stripe.height));
-        for (size_t row = 0; row < static_cast<size_t>(stripe.height); ++row)
-            std::memcpy(scratch_.data() + row * rowBytes, data + row * stride, rowBytes);
-        data = scratch_.data();
-    }
-    xcb_put_image(connection_.get(), XCB_IMAGE_FORMAT_Z_PIXMAP, target, gc_, extent(stripe.width),
-                  extent(stripe.height), static_cast<int16_t>(stripe.x), static_cast<int16_t>(stripe.y), 0,
-                  format_.depth, static_cast<uint32_t>(rowBytes * static_cast<size_t>(stripe.height)), data);
+// Cairo's rows of whole words have no padding, so that stripes of them are sent as they are.
+void XWindow::send(xcb_drawable_t target, cairo_surface_t* pixels, int x, int y) {
+    const auto stride = static_cast<size_t>(cairo_image_surface_get_stride(pixels));
+    const uint8_t* data = cairo_image_surface_get_data(pixels);
+    const PixelRect all{0, 0, cairo_image_surface_get_width(pixels), cairo_image_surface_get_height(pixels)};
+    for (const PixelRect& stripe : splitByRows(all, maxPixelsPerRequest()))
+        xcb_put_image(connection_.get(), XCB_IMAGE_FORMAT_Z_PIXMAP, target, gc_, extent(stripe.width),
+                      extent(stripe.height), static_cast<int16_t>(x), static_cast<int16_t>(y + stripe.y), 0,
+                      format_.depth, static_cast<uint32_t>(stride * static_cast<size_t>(stripe.height)),
+                      data + stride * static_cast<size_t>(stripe.y));
 }
 
 long XWindow::maxPixelsPerRequest() const {

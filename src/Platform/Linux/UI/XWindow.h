@@ -38,11 +38,11 @@ public:
     void unmap();
     void raise();
 
-    /// Sends these parts of the surface, which is as large as the window.
-    void put(cairo_surface_t* surface, const std::vector<PixelRect>& rects);
+    /// Shows these pixels, the first of which is at this place in the window. Nothing while it is not mapped.
+    void put(cairo_surface_t* pixels, int x, int y);
 
-    /// The server has lost this part of the pixels, or shows the window for the first time.
-    void exposed(cairo_surface_t* surface, const xcb_expose_event_t& event);
+    /// To be called for each exposure. False when what it was mapped with was shown, and is up to date.
+    [[nodiscard]] bool exposed();
 
     /// Cuts the window out of its rectangle; the parts are from the top, row by row.
     void setShape(const std::vector<PixelRect>& parts);
@@ -55,7 +55,7 @@ private:
     void create(Management management);
     void createUnseen();
     void configureFrame();
-    void putStripe(xcb_drawable_t target, cairo_surface_t* surface, const PixelRect& stripe);
+    void send(xcb_drawable_t target, cairo_surface_t* pixels, int x, int y);
     long maxPixelsPerRequest() const;
 
     XConnection& connection_;
@@ -64,8 +64,8 @@ private:
     const WindowFormat format_;
     PixelRect frame_;
     bool isMapped_ = false;
-    bool hasBackground_ = false;    // the pixels it was mapped with
-    std::vector<uint8_t> scratch_;  // rows of a part, packed; kept small
+    bool hasBackground_ = false;         // the pixels it was mapped with
+    bool isBackgroundOutdated_ = false;  // something newer was put while it may not have been on the screen yet
     Subscription ownership_;
 };
 

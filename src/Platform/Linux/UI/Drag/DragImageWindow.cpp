@@ -20,9 +20,11 @@ DragImageWindow::DragImageWindow(ToolkitContext& context, ViewWindow& window, co
     XConnection& connection = context.connection();
     const WindowFormat format = context.compositing().format();
     surface_.reset(cairo_image_surface_create(CAIRO_FORMAT_ARGB32, frame_.width, frame_.height));
-    if (cairo_surface_t* painted = window.canvas().surface()) {
+    const SurfacePtr painted = window.canvas().painted(
+        {frame_.x - window.frame().x, frame_.y - window.frame().y, frame_.width, frame_.height});
+    if (painted) {
         cairo_t* cr = cairo_create(surface_.get());
-        cairo_set_source_surface(cr, painted, window.frame().x - frame_.x, window.frame().y - frame_.y);
+        cairo_set_source_surface(cr, painted.get(), 0, 0);
         cairo_paint_with_alpha(cr, format.isTranslucent ? kOpacity : 1);
         cairo_destroy(cr);
         cairo_surface_flush(surface_.get());
@@ -33,8 +35,7 @@ DragImageWindow::DragImageWindow(ToolkitContext& context, ViewWindow& window, co
     xcb_shape_rectangles(connection.get(), XCB_SHAPE_SO_SET, XCB_SHAPE_SK_INPUT, XCB_CLIP_ORDERING_UNSORTED,
                          window_->id(), 0, 0, 0, nullptr);
     events_ = connection.observeWindow(window_->id(), [this](const xcb_generic_event_t& event) {
-        if (typeOf(event) == XCB_EXPOSE)
-            window_->exposed(surface_.get(), reinterpret_cast<const xcb_expose_event_t&>(event));
+        if (typeOf(event) == XCB_EXPOSE && window_->exposed()) window_->put(surface_.get(), 0, 0);
     });
     window_->map(surface_.get());
 }

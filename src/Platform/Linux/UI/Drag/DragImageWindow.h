@@ -12,7 +12,7 @@ namespace morvel::x11 {
 /// Main thread only. Takes no input: what is below it is what the pointer is over.
 class DragImageWindow {
 public:
-    /// Shows the view as it was painted last, where it is. The context outlives it; window and view need not.
+    /// Shows the view as it looks now, where it is. The context outlives it; window and view need not.
     DragImageWindow(ToolkitContext& context, ViewWindow& window, const ui::View& view);
 
     /// By how much the pointer has moved since the start, in root pixels.
