@@ -3,9 +3,9 @@
 
 try_package.py morvel_1.2.3_amd64.deb
 
-As root, with debootstrap, Xvfb, openbox and Debian's x11-apps and x11-utils. The X server and the window manager are
-this machine's and are reached through the abstract socket, which a changed root shares; so nothing is in the fresh
-system but what the package asked for. Takes some minutes, mostly to fetch that system.
+As root, with debootstrap, Xvfb, openbox, xdotool and Debian's x11-apps and x11-utils. The X server and the window
+manager are this machine's and are reached through the abstract socket, which a changed root shares; so nothing is in
+the fresh system but what the package asked for. Takes some minutes, mostly to fetch that system.
 """
 import contextlib
 import os
@@ -141,10 +141,17 @@ def main():
         cleaning.callback(bar.kill)
         panel = expect("the bar", lambda: window(r"1280x44\+0\+756", environment))
         expect("its picture", lambda: colours(panel, environment) >= LEAST_COLOURS)
+        run("xdotool", "mousemove", 900, 778, "click", 3, env=environment)
+
+        def key_is_read():
+            run("xdotool", "key", "Escape", env=environment)
+            return maps(system, bar, "/morvel/morvel-keyboard.so")
+
+        expect("a key in its menu", key_is_read)
         again = system.start(display, "morvel")
         settings = expect("the settings, by starting it again", lambda: window('"Morvel Settings"', environment))
         expect("their picture", lambda: colours(settings, environment) >= LEAST_COLOURS)
-        expect("the installed module in the program", lambda: maps(system, bar, "/morvel/morvel-forms.so"))
+        expect("the settings' module in the program", lambda: maps(system, bar, "/morvel/morvel-forms.so"))
         if again.wait(PATIENCE) != 0:
             sys.exit("  NOT SEEN  the second start's good end")
         if stop(bar) != 0:
