@@ -1,8 +1,10 @@
 #include "Platform/Linux/UI/ViewCanvas.h"
 
 #include <algorithm>
+#include <memory>
 #include <utility>
 
+#include "Platform/Linux/UI/ViewNode.h"
 #include "Platform/Linux/UI/ViewPainter.h"
 
 namespace morvel::x11 {

@@ -4,12 +4,13 @@
 #include <cairo.h>
 
 #include <functional>
+#include <vector>
 
+#include "Platform/Linux/Icons/XImage.h"
 #include "Platform/Linux/UI/Palette.h"
 #include "Platform/Linux/UI/RoundedShapes.h"
 #include "Platform/Linux/UI/TextLayouts.h"
 #include "Platform/Linux/UI/ViewDamage.h"
-#include "Platform/Linux/UI/ViewNode.h"
 #include "Platform/MainLoop.h"
 #include "UI/ViewHost.h"
 
